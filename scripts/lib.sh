@@ -1,4 +1,5 @@
 # SPDX-License-Identifier: MIT
+# shellcheck shell=bash
 # What the scripts share. To be sourced by bash; it moves to the root of the tree and keeps standard input closed.
 
 set -euo pipefail
