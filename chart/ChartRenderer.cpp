@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#include "chart/ChartRenderer.h"
+
+#include "chart/IChartArea.h"
+#include "plotters/ShaderProgramRegistry.h"
+
+#include <QOpenGLContext>
+#include <QOpenGLFramebufferObject>
+#include <QOpenGLFunctions>
+
+void ChartRenderer::synchronize(QQuickFramebufferObject *item)
+{
+    Q_ASSERT(QOpenGLContext::currentContext());
+    auto *area = static_cast<IChartArea *>(item);
+    if (!m_item)
+        m_item = area->renderHandle();
+    if (m_item == area->renderHandle())
+        area->syncPlotters(); // not inside use(): it emits signals, and the GUI thread is blocked
+}
+
+QOpenGLFramebufferObject *ChartRenderer::createFramebufferObject(const QSize &size)
+{
+    QOpenGLFramebufferObjectFormat format;
+    format.setAttachment(QOpenGLFramebufferObject::NoAttachment);
+    format.setSamples(0);
+    ShaderProgramRegistry &registry = ShaderProgramRegistry::instance();
+    if (!registry.hasPrograms())
+        registry.compileAllPrograms();
+    return new QOpenGLFramebufferObject(size, format);
+}
+
+void ChartRenderer::render()
+{
+    QOpenGLFunctions &gl = *QOpenGLContext::currentContext()->functions();
+    gl.glClearColor(0.0f, 0.0f, 0.0f, 0.0f);
+    gl.glClear(GL_COLOR_BUFFER_BIT);
+    gl.glEnable(GL_BLEND);
+    // Deliberate: the alpha channel follows the context's constant blend alpha, which nothing here sets.
+    gl.glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_CONSTANT_ALPHA, GL_ONE);
+    gl.glBlendEquation(GL_FUNC_ADD);
+    if (m_item)
+        m_item->use([](IChartArea &area) { area.renderPlotters(); });
+}

@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: MIT
+#include "chart/IChartArea.h"
+
+#include "chart/ChartRenderer.h"
+#include "common/Change.h"
+
+#include <QMetaObject>
+#include <QPointer>
+#include <QThread>
+
+IChartArea::IChartArea(QQuickItem *parent)
+    : QQuickFramebufferObject(parent), m_renderHandle(std::make_shared<RenderHandle<IChartArea>>(this))
+{
+}
+
+IChartArea::~IChartArea()
+{
+    withdraw();
+}
+
+void IChartArea::withdraw()
+{
+    m_renderHandle->revoke();
+    m_anchor.cut();
+}
+
+QQuickFramebufferObject::Renderer *IChartArea::createRenderer() const
+{
+    return new ChartRenderer;
+}
+
+// properties
+
+void IChartArea::setChartRect(const QRectF &chartRect)
+{
+    if (change(m_chartRect, chartRect))
+        emit chartRectChanged();
+}
+
+void IChartArea::setAdaptAreaToPlotters(bool adapt)
+{
+    if (change(m_adaptAreaToPlotters, adapt))
+        emit adaptAreaToPlottersChanged();
+}
+
+void IChartArea::setPlotter(const QList<IPlotter *> &plotters)
+{
+    if (plotters == m_plotters.items())
+        return;
+    const QList<IPlotter *> before = m_plotters.items();
+    m_plotters.assign(plotters);
+    if (m_plotters.items() == before) // only null or repeated entries differed
+        return;
+    const QPointer<IChartArea> alive(this);
+    emit plotterChanged();
+    if (alive)
+        requestUpdate();
+}
+
+void IChartArea::setShouldUpdate(bool shouldUpdate)
+{
+    if (change(m_shouldUpdate, shouldUpdate))
+        emit shouldUpdateChanged();
+}
+
+void IChartArea::setUpdateIntervalMs(uint milliseconds)
+{
+    m_updateIntervalMs = milliseconds;
+}
+
+// plotters
+
+void IChartArea::addPlotter(IPlotter *plotter)
+{
+    if (!m_plotters.append(plotter))
+        return;
+    const QPointer<IChartArea> alive(this);
+    plotter->setChartArea(this);
+    if (alive)
+        emit plotterChanged();
+    if (alive)
+        requestUpdate();
+}
+
+void IChartArea::removePlotter(IPlotter *plotter)
+{
+    if (!plotter)
+        return;
+    m_plotters.remove(plotter); // Deliberate: the plotter's chartArea stays, and an unlisted plotter is announced too.
+    const QPointer<IChartArea> alive(this);
+    emit plotterChanged();
+    if (alive)
+        requestUpdate();
+}
+
+// frames
+
+void IChartArea::requestUpdate()
+{
+    constexpr int deepestRequest = 4; // fitting requests again; a fit that never settles must not recurse for ever
+    if (m_requestDepth >= deepestRequest || dropsRequest())
+        return;
+    const QPointer<IChartArea> alive(this);
+    ++m_requestDepth;
+    updateChartRect();
+    if (!alive)
+        return;
+    --m_requestDepth;
+    scheduleFrame();
+}
+
+bool IChartArea::dropsRequest()
+{
+    if (m_updateLocked || !m_shouldUpdate)
+        return true;
+    if (m_updateIntervalMs == 0) {
+        if (!m_updateTimer.isValid())
+            m_updateTimer.start();
+        return false;
+    }
+    if (m_updateTimer.isValid() && m_updateTimer.elapsed() < qint64(m_updateIntervalMs))
+        return true;
+    m_updateTimer.start();
+    return false;
+}
+
+void IChartArea::scheduleFrame()
+{
+    // Qt refuses an update off the GUI thread and the item would never be updated again.
+    if (QThread::currentThread() == thread())
+        update();
+    else
+        QMetaObject::invokeMethod(this, &QQuickItem::update, Qt::QueuedConnection);
+}
+
+QRectF IChartArea::unitedPlotterAreas() const
+{
+    QRectF united;
+    for (const IPlotter *plotter : m_plotters.items())
+        united |= plotter->plotterArea();
+    return united;
+}
+
+void IChartArea::updateChartRect()
+{
+    constexpr double headroom = 1.05; // of the height, at the high end of the values
+    if (!m_adaptAreaToPlotters)
+        return;
+    QRectF fitted = unitedPlotterAreas();
+    if (fitted.isNull())
+        fitted = QRectF(0.0, 0.0, 1.0, 1.0);
+    if (fitted.height() == 0.0)
+        fitted.setHeight(1.0);
+    fitted.setHeight(fitted.height() * headroom);
+    setChartRect(fitted);
+}
+
+// coordinates
+
+const QRectF &IChartArea::viewRect() const
+{
+    return m_chartRect;
+}
+
+QPointF IChartArea::mapPointToChart(QPointF point)
+{
+    return mapPoint(point, m_chartRect);
+}
+
+QPointF IChartArea::mapPoint(const QPointF &point, const QRectF &rect) const
+{
+    const double x = width() * (point.x() - rect.x()) / rect.width();
+    const double y = height() - height() * (point.y() - rect.y()) / rect.height();
+    if (x < 0.0 || x > width() || y < 0.0 || y > height()) // Deliberate: written so that a NaN counts as inside.
+        return {-1.0, -1.0};
+    return {x, y};
+}

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#include "chart/IChartArea.h"
+
+#include <QPointer>
+
+#include <algorithm>
+
+// called by the renderer: render thread, GUI thread blocked
+
+void IChartArea::syncPlotters()
+{
+    for (IPlotter *plotter : m_plotters.items())
+        plotter->renderHandle()->use([](IPlotter &listed) { listed.synchronize(); });
+
+    // Fitting reads what belongs to the GUI thread and tells handlers, so it has its place here and not in the frame.
+    const QPointer<IChartArea> alive(this);
+    updateChartRect();
+    if (!alive)
+        return;
+    updateRenderLayers();
+    m_renderHandle->use([this](IChartArea &) { m_frameView = viewRect(); });
+}
+
+void IChartArea::updateRenderLayers()
+{
+    QVector<QVector<PlotterHandle>> layers(layerCount);
+    for (int layer = 0; layer < layerCount; ++layer) {
+        QVector<IPlotter *> members;
+        for (IPlotter *plotter : m_plotters.items()) {
+            if (plotter->drawLayer() & (1u << layer))
+                members.append(plotter);
+        }
+        std::sort(members.begin(), members.end(), [](const IPlotter *a, const IPlotter *b) { return a->zOrder() < b->zOrder(); });
+        for (const IPlotter *plotter : qAsConst(members))
+            layers[layer].append(plotter->renderHandle());
+    }
+    // Under the handle's lock: an item that changed windows may still be drawn by the other one's render thread.
+    m_renderHandle->use([&](IChartArea &) { m_layers.swap(layers); });
+}
+
+// called by the renderer: render thread, GUI thread running
+
+void IChartArea::renderPlotters()
+{
+    for (const QVector<PlotterHandle> &layer : qAsConst(m_layers)) {
+        for (const PlotterHandle &handle : layer)
+            handle->use([this](IPlotter &plotter) { plotter.drawFrame(m_frameView); });
+    }
+}

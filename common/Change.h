@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "common/Compare.h"
+
+#include <type_traits>
+
+/// Stores `value` when it differs from `stored` and says whether it did: the first line of every setter.
+/// Doubles and rectangles are compared by fuzzyEqual(), everything else by its own equality.
+template <class T>
+bool change(T &stored, const T &value)
+{
+    if constexpr (std::is_same_v<T, double> || std::is_same_v<T, QRectF>) {
+        if (fuzzyEqual(stored, value))
+            return false;
+    } else {
+        if (stored == value)
+            return false;
+    }
+    stored = value;
+    return true;
+}

@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: MIT
+#include "plotters/BarPlotter.h"
+
+#include "common/Index.h"
+#include "plotters/BarPlotter_p.h"
+#include "plotters/PerContext.h"
+
+#include <QOpenGLContext>
+#include <QOpenGLFunctions>
+#include <QSurfaceFormat>
+
+#include <algorithm>
+#include <atomic>
+#include <cmath>
+
+namespace {
+
+std::atomic<int> shaderMode{BarAttributes};
+
+/// The context could choose a newer variant; the mode is fixed on purpose: the oldest one runs everywhere.
+int chooseShaderMode(const QOpenGLContext &context)
+{
+    const QSurfaceFormat format = context.format();
+    Q_UNUSED(format.version())
+    Q_UNUSED(context.isOpenGLES())
+    return BarAttributes;
+}
+
+bool constructProgram(OwnProgram &program)
+{
+    shaderMode = chooseShaderMode(*QOpenGLContext::currentContext());
+    return program.ensureLinked(barShaderSources(shaderMode), "BarPlotter");
+}
+
+} // namespace
+
+int barShaderMode()
+{
+    return shaderMode;
+}
+
+OwnProgram &barProgram()
+{
+    static PerContext<OwnProgram> programs;
+    return programs.current();
+}
+
+// called by the chart area: render thread, GUI thread blocked
+
+void BarPlotter::sync_buffers()
+{
+    OwnProgram &shared = barProgram();
+    const bool linked = shared.isLinked() || constructProgram(shared);
+    if (!m_glReady) {
+        m_glReady = true;
+        buildArrays();
+        createBuffers();
+    } else if (!wasSynchronizedHere() || !m_pointBuffer.isCreated()) {
+        createBuffers();
+    }
+    if (!m_visible || !linked)
+        return;
+    shared.program().bind();
+    if (m_barDirty & vertexDataDirty)
+        uploadPoints();
+    if (m_barDirty & indexDataDirty)
+        uploadIndices();
+}
+
+void BarPlotter::createBuffers()
+{
+    m_barDirty |= vertexDataDirty | indexDataDirty;
+    m_pointBuffer = QOpenGLBuffer(QOpenGLBuffer::VertexBuffer);
+    m_pointBuffer.setUsagePattern(QOpenGLBuffer::DynamicDraw);
+    m_pointBuffer.create();
+    const int mode = barShaderMode();
+    if (barModeHasIndices(mode)) {
+        m_indexBuffer = QOpenGLBuffer(QOpenGLBuffer::IndexBuffer);
+        m_indexBuffer.setUsagePattern(QOpenGLBuffer::StaticDraw);
+        m_indexBuffer.create();
+    }
+    if (barModeHasVertexIds(mode)) {
+        m_vertexIdBuffer = QOpenGLBuffer(QOpenGLBuffer::VertexBuffer);
+        m_vertexIdBuffer.setUsagePattern(QOpenGLBuffer::StaticDraw);
+        m_vertexIdBuffer.create();
+    }
+}
+
+void BarPlotter::uploadPoints()
+{
+    m_barDirty &= ~vertexDataDirty;
+    const QMutexLocker lock(&m_dataMutex);
+    m_barCount = barModeHasIndices(barShaderMode()) ? m_points.size() / 4 : m_points.size();
+    m_pointBuffer.bind();
+    m_pointBuffer.allocate(m_points.constData(), m_points.size() * int(sizeof(float)));
+    m_pointBuffer.release();
+}
+
+void BarPlotter::uploadIndices()
+{
+    m_barDirty &= ~indexDataDirty;
+    m_indexBuffer.bind();
+    m_indexBuffer.allocate(m_indices.constData(), m_indices.size() * int(sizeof(uint)));
+    m_indexBuffer.release();
+    if (!barModeHasVertexIds(barShaderMode()))
+        return;
+    m_vertexIdBuffer.bind();
+    m_vertexIdBuffer.allocate(m_vertexIds.constData(), m_vertexIds.size() * int(sizeof(float)));
+    m_vertexIdBuffer.release();
+}
+
+// called by the chart area: render thread, GUI thread running
+
+void BarPlotter::draw(const QRectF &viewArea)
+{
+    Q_ASSERT(QOpenGLContext::currentContext());
+    const QRectF &extent = frame().modArea;
+    if (!frame().visible || m_barCount == 0 || !extent.intersects(viewArea))
+        return;
+    const double barWidth = extent.width() / m_barCount;
+    const QRectF shown = extent.intersected(viewArea);
+    const int first = std::max(toIndex(std::floor((shown.left() - extent.left()) / barWidth)), 0);
+    const int last = std::min(m_barCount, toIndex(std::ceil((shown.right() - extent.left()) / barWidth)));
+    OwnProgram &shared = barProgram();
+    if (last <= first || !shared.isLinked())
+        return;
+
+    QOpenGLShaderProgram &program = shared.program();
+    program.bind();
+    program.setUniformValue("bar_color", frame().color);
+    program.setUniformValue("screen_dx", float(2.0 * (barWidth / viewArea.width())));
+    program.setUniformValue("screen_x", float(2.0 * ((extent.left() - viewArea.left()) / viewArea.width()) - 1.0));
+    program.setUniformValue("screen_dy", float(viewArea.height() * 0.5));
+
+    QOpenGLFunctions &gl = *QOpenGLContext::currentContext()->functions();
+    const int mode = barShaderMode();
+    bindAttributes(program, mode);
+    if (barModeHasIndices(mode)) {
+        constexpr int indicesPerBar = 6;
+        m_indexBuffer.bind();
+        gl.glDrawElements(GL_TRIANGLES, (last - first) * indicesPerBar, GL_UNSIGNED_INT,
+                          reinterpret_cast<const void *>(quintptr(first) * indicesPerBar * sizeof(uint)));
+        m_indexBuffer.release();
+    } else {
+        gl.glDrawArrays(GL_POINTS, first, last - first);
+    }
+    reportGLError(gl);
+    releaseAttributes(program, mode);
+}
+
+void BarPlotter::bindAttributes(QOpenGLShaderProgram &program, int mode)
+{
+    m_pointBuffer.bind();
+    program.enableAttributeArray("point");
+    program.setAttributeBuffer("point", GL_FLOAT, 0, 1, 0);
+    if (!barModeHasVertexIds(mode))
+        return;
+    m_vertexIdBuffer.bind();
+    program.enableAttributeArray("vertexID");
+    program.setAttributeBuffer("vertexID", GL_FLOAT, 0, 1, 0);
+}
+
+void BarPlotter::releaseAttributes(QOpenGLShaderProgram &program, int mode)
+{
+    program.disableAttributeArray("point");
+    m_pointBuffer.release();
+    if (!barModeHasVertexIds(mode))
+        return;
+    program.disableAttributeArray("vertexID");
+    m_vertexIdBuffer.release();
+}

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "plotters/IPlotter.h"
+
+/// A plotter with one number per position: value k of n belongs to the k-th of n equal slots that divide modArea from
+/// left to right. Data nodes feed it. Queries are in data coordinates and belong to the GUI thread.
+class IPlotter1D : public IPlotter
+{
+    Q_OBJECT
+
+public:
+    using IPlotter::IPlotter;
+
+    /// The largest value of the slots that `area` touches, at least 0.0, in single precision.
+    double max_in(const QRectF &area) const override;
+    /// A hit at or below the value of the slot under `point`; above it a miss that still names the slot.
+    SInfoPoint mouse_hovering(const QPointF &point) const override;
+
+    /// The slot under x, -1 outside modArea (whose vertical range must include 0); n on the right edge.
+    virtual int _index_at(double x) const;
+    /// The first slot to draw for `area`.
+    virtual int __start_index(const QRectF &area) const;
+    /// One past the last slot to draw for `area`.
+    virtual int __end_index(const QRectF &area) const;
+};

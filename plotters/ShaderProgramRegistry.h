@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "plotters/PerContext.h"
+
+#include <QHash>
+#include <QString>
+
+#include <memory>
+
+class QOpenGLShaderProgram;
+class SProgramShaderDefinition;
+
+/// The process-wide table of shader programs, by name. Definitions are registered on the GUI thread before the first
+/// frame; programs are compiled, looked up and dropped per OpenGL context, on that context's render thread.
+class ShaderProgramRegistry
+{
+public:
+    static ShaderProgramRegistry &instance();
+
+    ShaderProgramRegistry() = default;
+    ~ShaderProgramRegistry();
+    ShaderProgramRegistry(const ShaderProgramRegistry &) = delete;
+    ShaderProgramRegistry &operator=(const ShaderProgramRegistry &) = delete;
+
+    /// Keeps `definition` for the life of the process; a second one of the same name is ignored, and not freed.
+    void registerProgram(SProgramShaderDefinition *definition);
+    /// Whether the current context has at least one linked program.
+    bool hasPrograms() const;
+    /// Compiles every definition for the current context and logs those that do not link.
+    void compileAllPrograms();
+    /// The current context's program of that name, null for none. Not owned by the caller.
+    QOpenGLShaderProgram *program(const QString &name) const;
+
+private:
+    using Programs = QHash<QString, std::shared_ptr<QOpenGLShaderProgram>>;
+
+    static void compile(const SProgramShaderDefinition &definition, Programs &programs);
+
+    QHash<QString, SProgramShaderDefinition *> m_definitions;
+    PerContext<Programs> m_programs;
+};
