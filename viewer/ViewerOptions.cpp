@@ -39,6 +39,8 @@ QString whyUnreadable(const QString &path)
         return QStringLiteral("no such file");
     if (file.isDir())
         return QStringLiteral("is a directory, not a file of numbers");
+    if (!file.isFile())
+        return QStringLiteral("is no regular file"); // a pipe, say: the reader wants to know where it ends
     if (!file.isReadable())
         return QStringLiteral("may not be read");
     return {};

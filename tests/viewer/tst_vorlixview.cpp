@@ -72,6 +72,8 @@ private slots:
     void twoRunsAndBothRenderLoopsGiveTheSamePicture();
     void aFileWithoutNumbersGivesAnEmptyChart_data();
     void aFileWithoutNumbersGivesAnEmptyChart();
+    void valuesBeyondMeasureGiveAPicture_data();
+    void valuesBeyondMeasureGiveAPicture();
     void aWindowStaysOpen();
 
 private:
@@ -169,6 +171,7 @@ void tst_vorlixview::badArgumentsAreRefused_data()
     row("a missing file after a good one", QStringLiteral("series.txt other/missing.txt"),
         QStringLiteral("other/missing.txt: no such file"));
     row("a folder", QStringLiteral("."), QStringLiteral(".: is a directory, not a file of numbers"));
+    row("a device", QStringLiteral("/dev/null"), QStringLiteral("/dev/null: is no regular file"));
     row("an unknown option", QStringLiteral("--colour series.txt"), QStringLiteral("Unknown option 'colour'."));
     row("an option without its value", QStringLiteral("series.txt --png"),
         QStringLiteral("Missing value after '--png'."));
@@ -407,6 +410,23 @@ void tst_vorlixview::aFileWithoutNumbersGivesAnEmptyChart()
         picture({fileOf(QStringLiteral("series.txt"), content)}, {QSize(400, 300), false, QStringLiteral("threaded")});
     QCOMPARE(image.size(), QSize(400, 300));
     QVERIFY(barBox(image).isEmpty());
+}
+
+void tst_vorlixview::valuesBeyondMeasureGiveAPicture_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("infinite") << QByteArray("1\ninf\n-inf\n3\n");
+    QTest::newRow("no number") << QByteArray("1\nnan\n3\n");
+    QTest::newRow("huge") << QByteArray("1e308\n1.7e308\n-1.7e308\n");
+    QTest::newRow("tiny") << QByteArray("1e-320\n2e-320\n");
+}
+
+void tst_vorlixview::valuesBeyondMeasureGiveAPicture()
+{
+    QFETCH(QByteArray, content);
+    const QString file = fileOf(QStringLiteral("series.txt"), content);
+    for (const QString &loop : {QStringLiteral("threaded"), QStringLiteral("basic")})
+        QCOMPARE(picture({file}, {QSize(400, 300), false, loop}).size(), QSize(400, 300));
 }
 
 void tst_vorlixview::aWindowStaysOpen()
