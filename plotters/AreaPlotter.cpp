@@ -2,7 +2,6 @@
 #include "plotters/AreaPlotter.h"
 
 #include "common/Change.h"
-#include "common/Series.h"
 
 #include <QDebug>
 
@@ -66,8 +65,10 @@ const QVector<SAttributeDefinition> AreaPlotter::declareArributeArray()
     // Deliberate: the same name twice. Each layer binds one of the two, and both programs call their input so.
     const QString name = QStringLiteral("vertex");
     return {
-        {name, vertexDataDirty, QOpenGLBuffer::DynamicDraw, QOpenGLBuffer::VertexBuffer, GL_FLOAT, 0, 2, 0, &m_dataMutex},
-        {name, borderDataDirty, QOpenGLBuffer::DynamicDraw, QOpenGLBuffer::VertexBuffer, GL_FLOAT, 0, 2, 0, &m_dataMutex},
+        {name, vertexDataDirty, QOpenGLBuffer::DynamicDraw, QOpenGLBuffer::VertexBuffer, GL_FLOAT, 0, 2, 0,
+         &m_dataMutex},
+        {name, borderDataDirty, QOpenGLBuffer::DynamicDraw, QOpenGLBuffer::VertexBuffer, GL_FLOAT, 0, 2, 0,
+         &m_dataMutex},
     };
 }
 
@@ -87,14 +88,16 @@ bool AreaPlotter::__update_vertex()
     const double *values = m_data.constData();
     QVector2D *fill = m_fillVertices.data();
     QVector2D *border = m_borderVertices.data();
+    double maximum = 0.0;
     for (int i = 0; i < count; ++i) {
         const float x = float(i);
         const float value = float(values[i]);
         fill[2 * i] = QVector2D(x, 0.0f);
         fill[2 * i + 1] = QVector2D(x, value);
         border[i] = QVector2D(x, value);
+        maximum = values[i] > maximum ? values[i] : maximum; // a NaN never is
     }
-    m_plotterArea.setHeight(maximumFromZero(values, m_data.size())); // Deliberate: without a signal.
+    m_plotterArea.setHeight(maximum); // Deliberate: without a signal.
     m_dirtyFlags |= borderDataDirty;
     return true;
 }

@@ -8,8 +8,8 @@
 /// The area between 0 and the line through the points (i, value i), with an optional border line and vertical gradient.
 ///
 /// Points share plotterArea's width equally: point i lies at the left edge of slot i, moved right by xOffset. Once the
-/// plotter was drawn for the first time, the height of plotterArea is the largest value of the series (at least 0.0) and
-/// no longer what was set. More than maximumPoints values are not drawn.
+/// plotter was drawn for the first time, the height of plotterArea is the largest value of the series (at least 0.0)
+/// and no longer what was set. More than maximumPoints values are not drawn.
 class AreaPlotter : public IPlotter1D
 {
     Q_OBJECT
@@ -76,6 +76,6 @@ private:
     bool m_borderEnable = true;
     bool m_enableGradient = false;
     QColor m_gradientColor{7, 203, 242, 255};
-    SAreaFrame m_shown;  ///< written by sync_buffers(), read by the drawing hooks
-    QRectF m_shownView;  ///< render thread
+    SAreaFrame m_shown; ///< written by sync_buffers(), read by the drawing hooks
+    QRectF m_shownView; ///< render thread
 };

@@ -14,8 +14,8 @@
 /// over the hovered elements, which fades when the mouse moves on. It has no series.
 ///
 /// The highlight is drawn in OpenGL ES and in desktop OpenGL up to 3.x, on whatever is opaque in the chart; desktop
-/// OpenGL 4 and later shows none. infoMap does not depend on that. The blend function that the highlight needs stays set
-/// for the plotters that are drawn after it.
+/// OpenGL 4 and later shows none. infoMap does not depend on that. The blend function that the highlight needs stays
+/// set for the plotters that are drawn after it.
 class BarDecorator : public IPlotter
 {
     Q_OBJECT
@@ -71,12 +71,12 @@ private:
     void uploadPoints(const QRectF &viewArea);
 
     HighlightTrail m_trail;
-    QVector<uint> m_indices;       ///< two triangles per highlight that can be drawn
+    QVector<uint> m_indices; ///< two triangles per highlight that can be drawn
     QOpenGLBuffer m_pointBuffer{QOpenGLBuffer::VertexBuffer};
     QOpenGLBuffer m_timeBuffer{QOpenGLBuffer::VertexBuffer};
     QOpenGLBuffer m_indexBuffer{QOpenGLBuffer::IndexBuffer};
     QTimer m_fadeTimer;
-    QElapsedTimer m_settling;      ///< runs since the last fading tick, until a frame has shown what it left
+    QElapsedTimer m_settling; ///< runs since the last fading tick, until a frame has shown what it left
     uint m_uploadFlags = 0;
     bool m_buffersCreated = false;
     double m_mouseX = 0.0;
@@ -85,6 +85,6 @@ private:
     QVariantList m_infoMap;
     LinkList<IPlotter, QList<IPlotter *>> m_plotters;
 
-    QVector<QRectF> m_shownRects;  ///< of the frame: written by sync_buffers(), read by draw()
-    QVector<QVector2D> m_points;   ///< render thread: the corners in the point buffer
+    QVector<QRectF> m_shownRects; ///< of the frame: written by sync_buffers(), read by draw()
+    QVector<QVector2D> m_points;  ///< render thread: the corners in the point buffer
 };

@@ -9,8 +9,6 @@
 #include <QOpenGLFunctions>
 #include <QSurfaceFormat>
 
-
-
 namespace {
 
 /// The highlight program of a context, shared by all decorators.
@@ -101,7 +99,8 @@ void BarDecorator::uploadPoints(const QRectF &viewArea)
     QVector<QVector2D> points;
     for (const QRectF &rect : qAsConst(m_shownRects)) {
         points << QVector2D(clipX(rect.left()), float(rect.top())) << QVector2D(clipX(rect.right()), float(rect.top()))
-               << QVector2D(clipX(rect.left()), float(rect.bottom())) << QVector2D(clipX(rect.right()), float(rect.bottom()));
+               << QVector2D(clipX(rect.left()), float(rect.bottom()))
+               << QVector2D(clipX(rect.right()), float(rect.bottom()));
     }
     m_pointBuffer.bind();
     if (points == m_points)

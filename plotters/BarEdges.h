@@ -20,7 +20,7 @@ public:
     BarEdges() = default;
 
     /// Takes flat pairs (width, value), a last one without partner left out, and calls
-    /// visit(bar, leftEdge, rightEdge, value) for each bar on the way.
+    /// visit(rightEdge, value) for each bar on the way.
     template <class Visit>
     static BarEdges of(const QVector<double> &pairs, Visit &&visit);
 
@@ -28,8 +28,8 @@ public:
     /// Edge barCount().
     double total() const { return m_total; }
 
-    /// The bars that lie in [left, right]: from the one that contains `left` to the one that contains `right`. What a scan
-    /// over all edges finds, and found in logarithmic time unless a width is negative or NaN.
+    /// The bars that lie in [left, right]: from the one that contains `left` to the one that contains `right`. What a
+    /// scan over all edges finds, and found in logarithmic time unless a width is negative or NaN.
     SBarRange barsBetween(double left, double right) const;
 
 private:
@@ -48,7 +48,7 @@ private:
     QVector<double> m_pairs;
     QVector<double> m_blockEdges; ///< every blockSize-th edge, from edge 0
     double m_total = 0.0;
-    bool m_ascending = true;      ///< no edge lies before an earlier one
+    bool m_ascending = true; ///< no edge lies before an earlier one
 };
 
 template <class Visit>
@@ -66,7 +66,7 @@ BarEdges BarEdges::of(const QVector<double> &pairs, Visit &&visit)
         const double left = edge;
         edge += pair[0];
         edges.m_ascending &= edge >= left; // false for a NaN
-        visit(bar, left, edge, pair[1]);
+        visit(edge, pair[1]);
     }
     edges.m_total = edge;
     return edges;

@@ -101,10 +101,10 @@ double BarPlotterDx::__dx_from_to(int from, int to) const
 const QVector<SAttributeDefinition> BarPlotterDx::declareArributeArray()
 {
     return {
-        {QStringLiteral("vertex"), vertexDataDirty, QOpenGLBuffer::DynamicDraw, QOpenGLBuffer::VertexBuffer, GL_FLOAT, 0, 3,
-         0, &m_dataMutex},
-        {QStringLiteral("index"), indexDataDirty, QOpenGLBuffer::StaticDraw, QOpenGLBuffer::IndexBuffer, GL_UNSIGNED_INT, 0,
-         1, 0, &m_dataMutex},
+        {QStringLiteral("vertex"), vertexDataDirty, QOpenGLBuffer::DynamicDraw, QOpenGLBuffer::VertexBuffer, GL_FLOAT,
+         0, 3, 0, &m_dataMutex},
+        {QStringLiteral("index"), indexDataDirty, QOpenGLBuffer::StaticDraw, QOpenGLBuffer::IndexBuffer,
+         GL_UNSIGNED_INT, 0, 1, 0, &m_dataMutex},
     };
 }
 
@@ -119,21 +119,17 @@ bool BarPlotterDx::__update_vertex()
         return false;
     if (m_data.size() > maximumNumbers)
         qWarning() << "BarPlotterDx draws at most" << maximumNumbers << "numbers, not" << m_data.size();
-    const int corners = 4 * drawableNumbers();
-    if (m_vertexArray.size() != corners) {
+    const int count = drawableNumbers();
+    if (m_vertexArray.size() != 4 * count) {
         m_vertexArray.clear();
-        m_vertexArray.resize(corners);
+        m_vertexArray.resize(4 * count);
     } // at equal length the half that is never drawn is zero already
 
-    double maximum = barCount() > 0 ? m_data.at(1) : 0.0; // the first value, not 0: all may be negative
+    double maximum = count > 1 ? m_data.at(1) : 0.0; // the first value, not 0: all may be negative
     SHResVertex *corner = m_vertexArray.data();
-    const bool drawable = corners > 0;
     float most = 0.0f; // the parts of the left edge, which is the right edge of the bar before
     float least = 0.0f;
-    m_edges = BarEdges::of(m_data, [&](int, double, double right, double value) {
-        maximum = value > maximum ? value : maximum;
-        if (!drawable)
-            return;
+    m_edges = BarEdges::of(count > 0 ? m_data : QVector<double>(), [&](double right, double value) {
         const float rightMost = float(right);
         const float rightLeast = float(right - double(rightMost));
         corner[0] = {most, least, 0.0f};
@@ -143,11 +139,10 @@ bool BarPlotterDx::__update_vertex()
         corner += 4;
         most = rightMost;
         least = rightLeast;
+        maximum = value > maximum ? value : maximum; // a NaN never is
     });
     m_plotterArea.setHeight(maximum); // Deliberate: without signals.
     m_plotterArea.setWidth(m_edges.total());
-    if (!drawable)
-        m_edges = BarEdges();
     return true;
 }
 

@@ -45,8 +45,8 @@ public:
     void _update_uniforms(QOpenGLShaderProgram &program, const SRenderLayerDefinition &layer) override;
     const SAttributePointer _fetch_attribute_data(const int &attribute) const override;
     void _fetch_render_layers(QVector<SRenderLayerDefinition> &layers, const QRectF &viewArea) override;
-    /// The bar whose right edge is the first at or beyond x; -1 outside plotterArea or without bars, their number on its
-    /// right edge. xOffset does not shift it.
+    /// The bar whose right edge is the first at or beyond x; -1 outside plotterArea or without bars, their number on
+    /// its right edge. xOffset does not shift it.
     int _index_at(double x) const override;
     int __start_index(const QRectF &area) const override;
     int __end_index(const QRectF &area) const override;

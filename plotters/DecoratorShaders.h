@@ -10,9 +10,9 @@
 
 /// How the highlight is drawn in a context.
 enum class DecoratorDialect {
-    NotDrawn = 0,      ///< desktop OpenGL 4 and later
-    ByLocation = 1,    ///< "#version 330", attributes by location
-    Legacy = 2,        ///< without a version, attributes by name
+    NotDrawn = 0,   ///< desktop OpenGL 4 and later
+    ByLocation = 1, ///< "#version 330", attributes by location
+    Legacy = 2,     ///< without a version, attributes by name
 };
 
 DecoratorDialect decoratorDialect(int majorVersion, int minorVersion, bool isOpenGLES);

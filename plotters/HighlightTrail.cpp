@@ -28,7 +28,8 @@ int msecsBetween(const QTime &from, const QTime &to)
 } // namespace
 
 HighlightTrail::HighlightTrail()
-    : m_highlights{newest(QRectF(), QTime::currentTime())}, m_fadeTimes(cornersPerHighlight, neverFades)
+    : m_highlights{newest(QRectF(), QTime::currentTime())},
+      m_fadeTimes(cornersPerHighlight, neverFades)
 {
 }
 

@@ -12,9 +12,9 @@ struct SHighlight
     QTime stamp; ///< when it was released; an hour ahead while it is the newest
 };
 
-/// The rectangles that were highlighted lately, newest first, and the moments at which each fades in the shader's clock.
-/// There is always a newest one, and it stays; the others live for lifeMs after they were released. At most `maximum` are
-/// kept. Times of day pass midnight. Needs no event loop: whoever uses it says what time it is.
+/// The rectangles that were highlighted lately, newest first, and the moments at which each fades in the shader's
+/// clock. There is always a newest one, and it stays; the others live for lifeMs after they were released. At most
+/// `maximum` are kept. Times of day pass midnight. Needs no event loop: whoever uses it says what time it is.
 class HighlightTrail
 {
 public:
@@ -26,7 +26,8 @@ public:
     HighlightTrail();
 
     const QVector<SHighlight> &highlights() const { return m_highlights; }
-    /// Per corner: when its highlight has faded, by clock(). In the order of highlights(), longer once one was released.
+    /// Per corner: when its highlight has faded, by clock(). In the order of highlights(), longer once one was
+    /// released.
     const QVector<float> &fadeTimes() const { return m_fadeTimes; }
     /// Whether anything beside the newest is left.
     bool isFading() const { return m_highlights.size() > 1; }
