@@ -159,9 +159,8 @@ void IPlotter::releaseAttributes(QOpenGLShaderProgram &program, const QVector<in
 void IPlotter::reportGLError(QOpenGLFunctions &gl)
 {
     const GLenum error = gl.glGetError();
-    if (error != GL_NO_ERROR && error != m_reportedGLError)
+    if (error != GL_NO_ERROR)
         qWarning() << "WE GOT AN OPENGL ERROR CODE: " << error;
-    m_reportedGLError = error;
 }
 
 void IPlotter::render_hook() {}
