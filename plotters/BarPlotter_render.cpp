@@ -50,8 +50,8 @@ int barShaderMode()
 
 OwnProgram &barProgram()
 {
-    static PerContext<OwnProgram> programs;
-    return programs.current();
+    static auto *const programs = new PerContext<OwnProgram>; // never destroyed: a render thread may outlive main()
+    return programs->current();
 }
 
 // called by the chart area: render thread, GUI thread blocked

@@ -186,6 +186,8 @@ private:
     void createBuffers();
     void uploadAttribute(int number);
     void drawLayerDefinition(const SRenderLayerDefinition &layer, QOpenGLFunctions &gl);
+    bool hasBuffer(int number) const;
+    /// Attributes that were not declared are left out.
     void bindAttributes(QOpenGLShaderProgram &program, const QVector<int> &numbers);
     void releaseAttributes(QOpenGLShaderProgram &program, const QVector<int> &numbers);
 
