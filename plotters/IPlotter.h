@@ -155,8 +155,8 @@ protected:
     void initialize();
     /// Whether the last synchronisation took place in the current context.
     bool wasSynchronizedHere() const;
-    /// Logs an OpenGL error when it differs from the last one reported.
-    void reportGLError(QOpenGLFunctions &gl);
+    /// Logs the OpenGL error, if there is one. Once per draw().
+    static void reportGLError(QOpenGLFunctions &gl);
 
     QString m_name;
     QColor m_color{7, 203, 242, 255};
@@ -186,11 +186,12 @@ private:
     void createBuffers();
     void uploadAttribute(int number);
     void drawLayerDefinition(const SRenderLayerDefinition &layer, QOpenGLFunctions &gl);
+    bool hasBuffer(int number) const;
+    /// Attributes that were not declared are left out.
     void bindAttributes(QOpenGLShaderProgram &program, const QVector<int> &numbers);
     void releaseAttributes(QOpenGLShaderProgram &program, const QVector<int> &numbers);
 
     SPlotterFrame m_frame; ///< written by synchronize(), read by draw()
-    GLenum m_reportedGLError = 0;
     std::shared_ptr<RenderHandle<IPlotter>> m_renderHandle;
     Anchor m_anchor;
 };
