@@ -8,6 +8,26 @@
 
 #include <algorithm>
 
+namespace {
+
+/// Per value v the heights 0, 0, v, v of a bar's corners, or v alone where a shader expands it.
+void writeBarPoints(const double *values, int count, float *points, int pointsPerBar)
+{
+    if (pointsPerBar == 1) {
+        std::transform(values, values + count, points, [](double value) { return float(value); });
+        return;
+    }
+    for (int i = 0; i < count; ++i, points += 4) {
+        const float height = float(values[i]);
+        points[0] = 0.0f;
+        points[1] = 0.0f;
+        points[2] = height;
+        points[3] = height;
+    }
+}
+
+} // namespace
+
 BarPlotter::BarPlotter(QObject *parent) : IPlotter1D(parent) {}
 
 BarPlotter::~BarPlotter()
@@ -60,25 +80,21 @@ void BarPlotter::buildArrays()
 
 void BarPlotter::buildVertices()
 {
+    constexpr int block = 2048; // values: still in the first-level cache when their maximum is taken
     const QMutexLocker lock(&m_dataMutex);
     m_barDirty |= vertexDataDirty;
+    const int pointsPerBar = barModeHasIndices(barShaderMode()) ? 4 : 1;
     const int count = drawableBars();
+    m_points.resize(pointsPerBar * count); // at equal length this touches nothing
     const double *values = m_data.constData();
-    if (barModeHasIndices(barShaderMode())) {
-        m_points.resize(4 * count); // at equal length this touches nothing
-        float *point = m_points.data();
-        for (int i = 0; i < count; ++i, point += 4) {
-            const float height = float(values[i]);
-            point[0] = 0.0f;
-            point[1] = 0.0f;
-            point[2] = height;
-            point[3] = height;
-        }
-    } else {
-        m_points.resize(count);
-        std::transform(values, values + count, m_points.data(), [](double value) { return float(value); });
+    float *points = m_points.data();
+    double maximum = 0.0;
+    for (int start = 0; start < count; start += block) {
+        const int length = std::min(block, count - start);
+        writeBarPoints(values + start, length, points + qptrdiff(pointsPerBar) * start, pointsPerBar);
+        maximum = std::max(maximum, maximumFromZero(values + start, length));
     }
-    m_plotterArea.setHeight(maximumFromZero(values, m_data.size())); // Deliberate: without a signal.
+    m_plotterArea.setHeight(maximum); // Deliberate: without a signal.
 }
 
 void BarPlotter::buildIndices()
