@@ -19,7 +19,7 @@ const QVector<QByteArray> &Cast::areaTypes()
 
 const QVector<QByteArray> &Cast::plotterTypes()
 {
-    static const QVector<QByteArray> types{"BarPlotter"};
+    static const QVector<QByteArray> types{"BarPlotter", "BarPlotterDx", "AreaPlotter", "BarDecorator"};
     return types;
 }
 

@@ -7,6 +7,8 @@
 #include <QMetaMethod>
 #include <QQmlContext>
 
+#include <atomic>
+
 namespace {
 
 constexpr char imports[] = "import QtQuick 2.15\nimport VorlixPlugin 1.0\n";
@@ -23,6 +25,15 @@ std::unique_ptr<QQmlEngine> newEngine()
 Stage::Stage(quint32 seed, Messages &log) : chance(seed), messages(log), m_engine(newEngine()) {}
 
 Stage::~Stage() = default;
+
+void Stage::judge(const QString &where, const QStringList &faults)
+{
+    constexpr int kept = 20;
+    for (const QString &fault : faults) {
+        if (m_faults.size() < kept)
+            m_faults.append(where + QStringLiteral(": ") + fault);
+    }
+}
 
 void Stage::replaceEngine()
 {
@@ -102,12 +113,12 @@ void Stage::spin(int milliseconds)
 
 void Stage::frames(QQuickWindow &window, int count)
 {
-    int left = count;
-    const QMetaObject::Connection counting =
-        QObject::connect(&window, &QQuickWindow::frameSwapped, &window, [&left] { --left; });
+    const auto left = std::make_shared<std::atomic<int>>(count); // the render thread may come late
+    const QMetaObject::Connection counting = QObject::connect(
+        &window, &QQuickWindow::frameSwapped, &window, [left] { --*left; }, Qt::DirectConnection);
     QElapsedTimer waited;
     waited.start();
-    while (left > 0 && waited.elapsed() < 2000) {
+    while (*left > 0 && waited.elapsed() < 2000) {
         window.update();
         spin(1);
     }

@@ -26,6 +26,10 @@ public:
     Chance chance;
     Messages &messages;
 
+    /// Notes what is wrong, if anything is, and where.
+    void judge(const QString &where, const QStringList &faults);
+    const QStringList &faults() const { return m_faults; }
+
     QQmlEngine &engine() { return *m_engine; }
     /// Deletes the engine, with everything that QML owns, and starts a new one.
     void replaceEngine();
@@ -51,6 +55,7 @@ private:
 
     std::unique_ptr<QQmlEngine> m_engine;
     QHash<QString, QQmlComponent *> m_components; ///< owned by the engine
+    QStringList m_faults;
 };
 
 /// Calls a function whenever the signal it is connected to is emitted.

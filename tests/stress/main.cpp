@@ -71,7 +71,7 @@ void judge(const SScenarioEntry &entry, const Stage &stage, SOutcome &outcome)
     const qint64 grown = outcome.after.resident - outcome.before.resident;
     if (memoryIsMeasurable() && grown > entry.residentGrowth)
         outcome.faults << QStringLiteral("the memory grew by %1 KiB, more than %2").arg(grown).arg(entry.residentGrowth);
-    outcome.faults << stage.messages.faults();
+    outcome.faults << stage.faults() << stage.messages.faults();
 }
 
 int run(const SScenarioEntry &entry, double seconds, quint32 seed)
@@ -85,7 +85,7 @@ int run(const SScenarioEntry &entry, double seconds, quint32 seed)
             play(*scenario, stage, seconds, outcome);
         }
         stage.spin();
-        outcome.faults << freshChartFaults(stage);
+        stage.judge(QStringLiteral("fresh chart"), freshChartFaults(stage));
         judge(entry, stage, outcome);
     }
     std::printf("%s: seed %u, %d rounds, resident %lld KiB (%+lld), heap %lld KiB (%+lld)\n", entry.name, seed, outcome.rounds,
