@@ -25,7 +25,8 @@ const QVector<QByteArray> &Cast::plotterTypes()
 
 const QVector<QByteArray> &Cast::nodeTypes()
 {
-    static const QVector<QByteArray> types{"Filter1D", "SCSVReader"};
+    static const QVector<QByteArray> types{"Filter1D", "IFIlterU64", "DecimatorU64", "RandomU64Data", "MovingAvarangeU64",
+                                           "FixedDecimatorU64", "FixedDecimator2D", "MinimalWidth2D", "SCSVReader"};
     return types;
 }
 

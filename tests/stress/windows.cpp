@@ -12,6 +12,14 @@ class ThreeWindows : public Scenario
 {
     void round(Stage &stage) override
     {
+        if (std::unique_ptr<QQuickWindow> &window = m_windows[stage.chance.below(3)]) {
+            switch (stage.chance.below(4)) {
+            case 0: window->hide(); stage.spin(); window->show(); break;
+            case 1: window->close(); window->show(); break;
+            case 2: window.reset(); break;
+            default: break;
+            }
+        }
         for (std::unique_ptr<QQuickWindow> &window : m_windows) {
             if (!window) {
                 window = stage.open({220, 120});
@@ -28,14 +36,7 @@ class ThreeWindows : public Scenario
             }
             stage.spin(stage.chance.below(4));
         }
-        std::unique_ptr<QQuickWindow> &window = m_windows[stage.chance.below(3)];
-        stage.judge("one of three windows", windowFaults(stage, *window));
-        switch (stage.chance.below(4)) {
-        case 0: window->hide(); stage.spin(); window->show(); break;
-        case 1: window->close(); window->show(); break;
-        case 2: window.reset(); break;
-        default: break;
-        }
+        stage.judge("one of three windows", windowFaults(stage, *m_windows[stage.chance.below(3)]));
     }
 
     std::unique_ptr<QQuickWindow> m_windows[3];
