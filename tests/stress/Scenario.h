@@ -13,6 +13,8 @@ class Scenario
 {
 public:
     virtual ~Scenario() = default;
+    /// Called once, before the first round.
+    virtual void prepare(Stage &) {}
     virtual void round(Stage &stage) = 0;
 };
 

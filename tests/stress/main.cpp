@@ -51,6 +51,7 @@ void play(Scenario &scenario, Stage &stage, double seconds, SOutcome &outcome)
     constexpr double warmUp = 0.5; // of the time
     constexpr int warmUpRounds = 3;
     bool warm = false;
+    scenario.prepare(stage);
     QElapsedTimer clock;
     clock.start();
     while (clock.elapsed() < seconds * 1000.0 || outcome.rounds <= warmUpRounds + 1) {
