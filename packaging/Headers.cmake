@@ -16,7 +16,7 @@ function(vorlix_collect_headers result header)
 endfunction()
 
 # vorlix_install_headers(DIR COMPONENT name ROOTS header...): the headers and all that they include, in their folders.
-# Installed, they include each other by relative paths: a program with a folder common/ of its own does not get in the way.
+# Installed, they include each other by relative paths: a program may have a folder common/ of its own.
 function(vorlix_install_headers dir)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "COMPONENT" "ROOTS")
   set(headers "")
