@@ -9,8 +9,6 @@ include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 include(${CMAKE_CURRENT_LIST_DIR}/Headers.cmake)
 
-set(VORLIX_INSTALL_QMLDIR ${VORLIX_QT_QMLDIR} CACHE STRING
-  "Where the module is installed: the QML import path, absolute or relative to the prefix")
 set(module_dir ${VORLIX_INSTALL_QMLDIR}/VorlixPlugin)
 set(include_dir ${CMAKE_INSTALL_INCLUDEDIR}/VorlixPlugin)
 set(cmake_dir ${CMAKE_INSTALL_LIBDIR}/cmake/VorlixPlugin)
