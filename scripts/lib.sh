@@ -18,10 +18,10 @@ die() {
 # The names in scripts/packages, without comments and reasons.
 needed_packages() { sed -e 's/#.*//' scripts/packages | awk 'NF { print $1 }'; }
 
-# configure_and_build PRESET: the build tree of a preset is build/PRESET.
+# configure_and_build PRESET [TARGET]: the build tree of a preset is build/PRESET.
 configure_and_build() {
     cmake --preset "$1"
-    cmake --build "build/$1"
+    cmake --build "build/$1" --target "${2:-all}"
 }
 
 has_display() { [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; }
