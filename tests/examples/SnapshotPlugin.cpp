@@ -54,12 +54,17 @@ void sendMouse(QQuickWindow *window, const QStringList &words)
 
 } // namespace
 
-Snapshot::Snapshot(QObject *parent) : QObject(parent)
+Snapshot::Snapshot()
 {
     previousHandler = qInstallMessageHandler(countWarnings);
     connect(&m_timer, &QTimer::timeout, this, &Snapshot::step);
     m_timer.start(0); // every pass of the event loop: SNAPSHOT_UNTIL is seen at the tick that makes it true
     m_elapsed.start();
+}
+
+Snapshot::~Snapshot()
+{
+    qInstallMessageHandler(nullptr);
 }
 
 void Snapshot::step()
@@ -139,5 +144,5 @@ void Snapshot::finish(const QImage &seen)
 
 QObject *SnapshotPlugin::create(const QString &, const QString &)
 {
-    return new Snapshot(qApp);
+    return new Snapshot; // the application deletes it
 }

@@ -25,7 +25,8 @@ class Snapshot : public QObject
     Q_OBJECT
 
 public:
-    explicit Snapshot(QObject *parent = nullptr);
+    Snapshot();
+    ~Snapshot() override;
 
 private:
     void step();
