@@ -3,9 +3,15 @@
 
 #include "chart/ChartArea.h"
 #include "chart/IChartArea.h"
+#include "filters/DecimatorU64.h"
 #include "filters/Filter1D.h"
+#include "filters/FixedDecimator2D.h"
+#include "filters/FixedDecimatorU64.h"
+#include "filters/MinimalWidth2D.h"
+#include "filters/MovingAvarangeU64.h"
 #include "plotters/BarPlotter.h"
 #include "plotters/ShaderProgramRegistry.h"
+#include "sources/RandomU64Data.h"
 #include "sources/SCSVReader.h"
 
 #include <qqml.h>
@@ -28,6 +34,12 @@ void VorlixExtensionPlugin::registerTypes(const char *)
     registerType<IChartArea>("IChartArea");
     registerType<BarPlotter>("BarPlotter");
     registerType<Filter1D>("IFIlterU64"); // Deliberate: a second name of Filter1D, spelled so.
+    registerType<DecimatorU64>("DecimatorU64");
+    registerType<RandomU64Data>("RandomU64Data");
+    registerType<MovingAvarangeU64>("MovingAvarangeU64");
+    registerType<FixedDecimatorU64>("FixedDecimatorU64");
     registerType<Filter1D>("Filter1D");
+    registerType<FixedDecimator2D>("FixedDecimator2D");
+    registerType<MinimalWidth2D>("MinimalWidth2D");
     registerType<SCSVReader>("SCSVReader");
 }
