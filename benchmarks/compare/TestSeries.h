@@ -31,6 +31,6 @@ constexpr double probeLeft = 0.205;
 constexpr double probeRight = 0.235;
 /// The height between which a high stretch leaves ink and a low one none, from 0.0 to 1.0 of the largest value.
 constexpr double probeBottom = 0.30;
-constexpr double probeTop = 0.98;
+constexpr double probeTop = 1.03;
 /// The axis from 0 to the top of the plot.
 constexpr double plotTop = 1.05;
