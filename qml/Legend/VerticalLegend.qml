@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+import QtQuick 2.14
+import QtQuick.Controls.Material 2.12
+
+/// A legend as a list under a title bar. Dragging the title bar moves it; drop areas see it.
+Rectangle {
+    id: root
+
+    property alias plotterList: list.model
+    /// Whose colour the dialog changes; -1 for none.
+    property int currColorSelected: -1
+
+    implicitWidth: 200
+    implicitHeight: titleBar.height + list.contentHeight
+    color: Material.background
+    Drag.active: titleArea.drag.active
+    Drag.hotSpot: Qt.point(titleArea.mouseX, titleArea.mouseY)
+
+    Rectangle {
+        id: titleBar
+
+        width: parent.width
+        height: 36
+        color: Material.primary
+
+        Text {
+            color: Material.toolTextColor
+            elide: Text.ElideRight
+            text: "Legend"
+            verticalAlignment: Text.AlignVCenter
+
+            anchors {
+                fill: parent
+                leftMargin: 12
+                rightMargin: 12
+            }
+
+        }
+
+        MouseArea {
+            id: titleArea
+
+            anchors.fill: parent
+            cursorShape: pressed ? Qt.ClosedHandCursor : Qt.OpenHandCursor
+            drag.target: root
+            preventStealing: true
+            onReleased: root.Drag.drop()
+        }
+
+    }
+
+    ListView {
+        id: list
+
+        width: parent.width
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+        interactive: contentHeight > height
+
+        anchors {
+            top: titleBar.bottom
+            bottom: parent.bottom
+        }
+
+        delegate: LegendElement {
+            required property int index
+
+            width: list.width
+            colorMA.onClicked: picker.choose(index)
+        }
+
+    }
+
+    // Made at the first click: most legends never need one.
+    Loader {
+        id: picker
+
+        function choose(index) {
+            active = true;
+            item.choose(index);
+        }
+
+        active: false
+
+        sourceComponent: LegendElement.ColorPicker {
+            legend: root
+        }
+
+    }
+
+}
