@@ -54,10 +54,10 @@ void Filter1D::_request_data_update()
     const QPointer<Filter1D> alive(this);
     ++m_publicationDepth;
     publish(QVector<double>(data()));
-    if (!alive)
-        return;
-    --m_publicationDepth;
-    emit dataChanged();
+    if (alive)
+        emit dataChanged();
+    if (alive)
+        --m_publicationDepth;
 }
 
 void Filter1D::publish(const QVector<double> &series)
@@ -106,21 +106,32 @@ void Filter1D::setArea(const QRectF &area)
     if (!change(m_area, spread))
         return;
     const QPointer<Filter1D> alive(this);
+    spreadArea(spread);
+    if (alive)
+        emit areaChanged();
+}
+
+void Filter1D::spreadArea(const QRectF &spread)
+{
+    // As in publish(): whatever handlers do, nobody gets an area that is older than the one it has.
+    const QPointer<Filter1D> alive(this);
+    const uint spreading = ++m_spreading;
+    const auto isCurrent = [&] { return alive && m_spreading == spreading; };
+
     const QVector<Filter1D *> filters = m_filters.items();
     for (Filter1D *filter : filters) {
         if (m_filters.contains(filter))
             filter->setArea(spread);
-        if (!alive)
+        if (!isCurrent())
             return;
     }
     const QVector<IPlotter1D *> plotters = m_plotters.items();
     for (IPlotter1D *plotter : plotters) {
         if (m_plotters.contains(plotter))
             plotter->setPlotterArea(spread);
-        if (!alive)
+        if (!isCurrent())
             return;
     }
-    emit areaChanged();
 }
 
 const QString &Filter1D::dataID() const
