@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/Scene.h"
+
+#include "plugin/VorlixExtensionPlugin.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QOpenGLContext>
+#include <QOpenGLFunctions>
+#include <QQmlComponent>
+#include <QtTest>
+
+namespace {
+
+constexpr int patience = 10000;  // ms: far more than any frame takes, also under a sanitizer
+constexpr int quietTime = 120;   // ms without a frame after which nothing is pending
+
+} // namespace
+
+void registerModule()
+{
+    static const bool registered = [] {
+        VorlixExtensionPlugin().registerTypes("VorlixPlugin");
+        return true;
+    }();
+    Q_UNUSED(registered)
+}
+
+bool isThreadedLoop()
+{
+    return qgetenv("QSG_RENDER_LOOP") != "basic";
+}
+
+Scene::Scene(const QSize &size, const QColor &ground) : m_window(std::make_unique<QQuickWindow>())
+{
+    registerModule();
+    m_window->resize(size);
+    m_window->setColor(ground);
+    // In this order: the chart items' own connections to beforeRendering come later.
+    QObject::connect(m_window.get(), &QQuickWindow::beforeRendering, m_window.get(), [this] { prepareFrame(); },
+                     Qt::DirectConnection);
+    QObject::connect(m_window.get(), &QQuickWindow::frameSwapped, m_window.get(), [this] { ++m_frames; },
+                     Qt::DirectConnection);
+}
+
+Scene::~Scene()
+{
+    close();
+}
+
+void Scene::prepareFrame()
+{
+    QOpenGLContext::currentContext()->functions()->glBlendColor(0.0f, 0.0f, 0.0f, m_blendAlpha);
+}
+
+QQuickItem *Scene::load(const QByteArray &source)
+{
+    QQmlComponent component(&m_engine);
+    component.setData("import QtQuick 2.15\nimport VorlixPlugin 1.0\n" + source, QUrl());
+    std::unique_ptr<QObject> object(component.create());
+    auto *item = qobject_cast<QQuickItem *>(object.get());
+    if (!item) {
+        qWarning() << "the scene does not load:" << component.errors();
+        return nullptr;
+    }
+    object.release();
+    item->setParentItem(root());
+    item->setParent(root());
+    return item;
+}
+
+bool Scene::show()
+{
+    m_window->show();
+    if (!QTest::qWaitForWindowExposed(m_window.get(), patience))
+        return false;
+    return frames(2);
+}
+
+void Scene::settle()
+{
+    QElapsedTimer total;
+    total.start();
+    int seen = -1;
+    while (seen != m_frames && !total.hasExpired(patience)) {
+        seen = m_frames;
+        QTest::qWait(quietTime);
+    }
+}
+
+bool Scene::frames(int count)
+{
+    for (int i = 0; i < count; ++i) {
+        const int before = m_frames;
+        m_window->update();
+        if (!QTest::qWaitFor([&] { return m_frames > before; }, patience))
+            return false;
+    }
+    return true;
+}
+
+QImage Scene::grab()
+{
+    settle();
+    return m_window->grabWindow();
+}
+
+void Scene::close()
+{
+    m_window.reset();
+}
