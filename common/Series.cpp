@@ -5,10 +5,8 @@
 
 namespace {
 
-constexpr int compareBlock = 1024; // values: two blocks stay in the first-level cache
-
-/// No early exit inside a block, so that the compiler may use vector instructions.
-bool sameBlock(const double *a, const double *b, int count)
+/// No early exit inside a portion, so that the compiler may use vector instructions.
+bool samePortion(const double *a, const double *b, int count)
 {
     bool same = true;
     for (int i = 0; i < count; ++i)
@@ -27,19 +25,26 @@ bool sameSeries(const QVector<double> &a, const QVector<double> &b)
     const int size = a.size();
     if (size != b.size())
         return false;
-    for (int start = 0; start < size; start += compareBlock) {
-        if (!sameBlock(left + start, right + start, std::min(compareBlock, size - start)))
+    for (int start = 0; start < size; start += seriesPortion) {
+        if (!samePortion(left + start, right + start, std::min(seriesPortion, size - start)))
             return false;
     }
     return true;
 }
 
-double maximumFromZero(const double *values, int count)
+void restart(QVector<double> &series, int capacity)
 {
-    double maximum = 0.0;
-    for (int i = 0; i < count; ++i) {
-        if (values[i] > maximum)
-            maximum = values[i];
+    if (series.isDetached() && series.capacity() >= capacity) {
+        series.resize(0);
+        return;
     }
-    return maximum;
+    series = QVector<double>(); // frees the old storage before the new one is made
+    series.reserve(capacity);
+}
+
+double *extend(QVector<double> &series, int count)
+{
+    const int size = series.size();
+    series.resize(size + count);
+    return series.data() + size;
 }

@@ -3,11 +3,32 @@
 
 #include <QVector>
 
-// Long series of numbers. Nothing here detaches a shared vector.
+// Long series of numbers. Nothing here copies the values of a shared vector.
+
+/// The most values that a series can hold: the storage of a QVector is limited to 2 GiB.
+constexpr int longestSeries = (1 << 28) - 16;
+
+/// Values that stay in the first-level cache, in two or three series at once: the portion in which long work is done.
+constexpr int seriesPortion = 1024;
 
 /// True when both have the same storage, or the same length and every pair equal under `==`.
 /// A NaN is equal to nothing, so a series that holds one equals only its own storage.
 bool sameSeries(const QVector<double> &a, const QVector<double> &b);
 
-/// The largest of `count` values and 0.0; a value replaces the maximum only when strictly greater, so a NaN never does.
+/// Empties `series` and reserves `capacity` values. The storage is kept when it is large enough and not shared.
+void restart(QVector<double> &series, int capacity);
+
+/// Appends `count` zeros and returns where they begin. Within the reserved capacity nothing moves. Filling a series in
+/// portions writes every page once while it is in the cache; resizing the whole of it would be a pass of its own.
+double *extend(QVector<double> &series, int count);
+
+// Largest values. A value replaces the maximum only when it is strictly greater, so a NaN never does.
+
+/// The largest of `count` values and 0.0.
 double maximumFromZero(const double *values, int count);
+
+/// The first of the largest of `count` values, 0.0 for none. A NaN in front stays, because nothing is greater.
+double firstMaximum(const double *values, int count);
+
+/// maxima[i] = the largest of values[2i], values[2i + 1] and 0.0, for `count` pairs.
+void pairMaxima(const double *values, int count, double *maxima);

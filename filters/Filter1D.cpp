@@ -11,6 +11,26 @@
 #include <algorithm>
 #include <cmath>
 
+namespace {
+
+thread_local int deliveries = 0; ///< publications in progress, of all nodes
+thread_local int reentries = 0;  ///< publications of nodes that were publishing, since the first of `deliveries` began
+
+class DeliveryScope
+{
+public:
+    DeliveryScope() { ++deliveries; }
+    ~DeliveryScope()
+    {
+        if (--deliveries == 0)
+            reentries = 0;
+    }
+    DeliveryScope(const DeliveryScope &) = delete;
+    DeliveryScope &operator=(const DeliveryScope &) = delete;
+};
+
+} // namespace
+
 Filter1D::Filter1D(QObject *parent) : QObject(parent), m_dataID(QUuid::createUuid().toString()) {}
 
 Filter1D::~Filter1D()
@@ -44,20 +64,33 @@ bool Filter1D::_filter_func(const QVector<double> &data)
     return true;
 }
 
+bool Filter1D::mayPublish()
+{
+    if (m_publicationDepth == 0)
+        return true;
+    // A node publishes while it is publishing: a handler changed its data, or it feeds itself. The depth bounds the stack;
+    // the number of times bounds the work, which doubles with every round of a cycle that delivers twice.
+    constexpr int deepestPublication = 64;
+    constexpr int mostReentries = 1024; // of all nodes, until the delivery that came first is done
+    if (m_publicationDepth < deepestPublication && ++reentries <= mostReentries)
+        return true;
+    if (change(m_cycleReported, true))
+        qWarning() << "Filter1D: the tree of nodes has a cycle, or a handler changes the data again and again";
+    return false;
+}
+
 void Filter1D::_request_data_update()
 {
-    constexpr int deepestPublication = 64; // handlers may publish again from within; a cycle would never end
-    if (m_publicationDepth >= deepestPublication) {
-        qWarning() << "Filter1D: the tree of nodes has a cycle, or a handler changes the data again and again";
+    if (!mayPublish())
         return;
-    }
+    const DeliveryScope scope;
     const QPointer<Filter1D> alive(this);
     ++m_publicationDepth;
     publish(QVector<double>(data()));
-    if (!alive)
-        return;
-    --m_publicationDepth;
-    emit dataChanged();
+    if (alive)
+        emit dataChanged();
+    if (alive)
+        --m_publicationDepth;
 }
 
 void Filter1D::publish(const QVector<double> &series)
@@ -106,21 +139,32 @@ void Filter1D::setArea(const QRectF &area)
     if (!change(m_area, spread))
         return;
     const QPointer<Filter1D> alive(this);
+    spreadArea(spread);
+    if (alive)
+        emit areaChanged();
+}
+
+void Filter1D::spreadArea(const QRectF &spread)
+{
+    // As in publish(): whatever handlers do, nobody gets an area that is older than the one it has.
+    const QPointer<Filter1D> alive(this);
+    const uint spreading = ++m_spreading;
+    const auto isCurrent = [&] { return alive && m_spreading == spreading; };
+
     const QVector<Filter1D *> filters = m_filters.items();
     for (Filter1D *filter : filters) {
         if (m_filters.contains(filter))
             filter->setArea(spread);
-        if (!alive)
+        if (!isCurrent())
             return;
     }
     const QVector<IPlotter1D *> plotters = m_plotters.items();
     for (IPlotter1D *plotter : plotters) {
         if (m_plotters.contains(plotter))
             plotter->setPlotterArea(spread);
-        if (!alive)
+        if (!isCurrent())
             return;
     }
-    emit areaChanged();
 }
 
 const QString &Filter1D::dataID() const

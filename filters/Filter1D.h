@@ -95,12 +95,16 @@ protected:
 
 private:
     void setParentFilter(const Filter1D *parentFilter);
+    bool mayPublish();
     void publish(const QVector<double> &series);
+    void spreadArea(const QRectF &spread);
 
     LinkList<Filter1D, QVector<Filter1D *>> m_filters;
     LinkList<IPlotter1D, QVector<IPlotter1D *>> m_plotters;
     QPointer<const Filter1D> m_parentFilter;
     uint m_publication = 0; ///< counts; a publication that finds a newer one stops delivering
+    uint m_spreading = 0;   ///< the same for areas
     int m_publicationDepth = 0;
+    bool m_cycleReported = false; ///< once per node: a source would report it at every tick
     Anchor m_anchor;
 };

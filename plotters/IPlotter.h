@@ -155,8 +155,8 @@ protected:
     void initialize();
     /// Whether the last synchronisation took place in the current context.
     bool wasSynchronizedHere() const;
-    /// Logs the OpenGL error, if there is one. Once per draw().
-    static void reportGLError(QOpenGLFunctions &gl);
+    /// Logs the OpenGL error, if there is one. Once per draw(); the same error in draw after draw is logged once.
+    void reportGLError(QOpenGLFunctions &gl);
 
     QString m_name;
     QColor m_color{7, 203, 242, 255};
@@ -191,6 +191,7 @@ private:
     void bindAttributes(QOpenGLShaderProgram &program, const QVector<int> &numbers);
     void releaseAttributes(QOpenGLShaderProgram &program, const QVector<int> &numbers);
 
+    GLenum m_reportedGLError = 0;
     SPlotterFrame m_frame; ///< written by synchronize(), read by draw()
     std::shared_ptr<RenderHandle<IPlotter>> m_renderHandle;
     Anchor m_anchor;

@@ -168,8 +168,9 @@ void IPlotter::releaseAttributes(QOpenGLShaderProgram &program, const QVector<in
 void IPlotter::reportGLError(QOpenGLFunctions &gl)
 {
     const GLenum error = gl.glGetError();
-    if (error != GL_NO_ERROR)
+    if (error != GL_NO_ERROR && error != m_reportedGLError)
         qWarning() << "WE GOT AN OPENGL ERROR CODE: " << error;
+    m_reportedGLError = error;
 }
 
 void IPlotter::render_hook() {}

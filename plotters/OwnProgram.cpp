@@ -59,16 +59,18 @@ bool OwnProgram::ensureLinked(const Sources &sources, const char *owner)
     Q_ASSERT(QOpenGLContext::currentContext());
     if (m_program.isLinked())
         return true;
-    if (!m_failedBefore || linksSilently(sources)) {
-        m_program.removeAllShaders();
-        for (const auto &stage : sources)
-            m_program.addCacheableShaderFromSourceCode(stage.first, stage.second);
-        if (m_program.link())
-            return true;
-        m_failedBefore = true;
-        m_failureLog = m_program.log();
+    if (m_failedBefore && !linksSilently(sources))
+        return false; // Qt would say the same again, at length
+    m_program.removeAllShaders();
+    for (const auto &stage : sources)
+        m_program.addCacheableShaderFromSourceCode(stage.first, stage.second);
+    if (m_program.link())
+        return true;
+    if (!m_failedBefore || m_program.log() != m_reportedLog) {
+        m_reportedLog = m_program.log();
+        qCritical() << qPrintable(QStringLiteral("Link shader program for %1 failed with log:\n").arg(QLatin1String(owner)))
+                    << m_reportedLog;
     }
-    qCritical() << qPrintable(QStringLiteral("Link shader program for %1 failed with log:\n").arg(QLatin1String(owner)))
-                << m_failureLog;
+    m_failedBefore = true;
     return false;
 }

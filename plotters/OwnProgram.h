@@ -14,8 +14,8 @@ class OwnProgram
 public:
     using Sources = QVector<QPair<QOpenGLShader::ShaderType, QString>>;
 
-    /// Links `sources` unless that is done. Every call that fails says so as "Link shader program for <owner> failed ..."
-    /// with the log, and the next one tries again, without adding up sources or Qt's own messages.
+    /// Links `sources` unless that is done. A failure is reported as "Link shader program for <owner> failed ..." with the
+    /// log. Every further call tries again, without adding up sources; it reports a failure when the log is another one.
     bool ensureLinked(const Sources &sources, const char *owner);
     bool isLinked() const { return m_program.isLinked(); }
     QOpenGLShaderProgram &program() { return m_program; }
@@ -23,5 +23,5 @@ public:
 private:
     QOpenGLShaderProgram m_program;
     bool m_failedBefore = false;
-    QString m_failureLog; ///< of the last attempt through Qt
+    QString m_reportedLog;
 };

@@ -1,13 +1,222 @@
 // SPDX-License-Identifier: MIT
 #include "sources/NumberLines.h"
 
+#include <QByteArray>
 #include <QIODevice>
-#include <QString>
 
-QVector<double> readNumberLines(QIODevice &device)
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+#include <utility>
+
+namespace {
+
+constexpr int blockSize = 1 << 20;   // bytes
+constexpr int longestLine = 1 << 29; // bytes; twice that as QString
+
+bool isDigit(char c)
 {
-    QVector<double> values;
-    while (!device.atEnd())
-        values.append(QString::fromUtf8(device.readLine()).toDouble());
-    return values;
+    return c >= '0' && c <= '9';
+}
+
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t' || c == '\r';
+}
+
+/// Takes the decimal number at `*text`, if all readers of numbers agree on what it is, and moves `*text` behind it.
+bool takeNumber(const char **text, const char *end, double &value)
+{
+    constexpr int longestNumber = 64; // characters; printed doubles have at most 24
+    const char *begin = *text;
+    const char *digits = begin != end && *begin == '-' ? begin + 1 : begin;
+    if (digits == end || !(isDigit(*digits) || *digits == '.')) // not infinities and the like, which have many spellings
+        return false;
+    const auto [behind, error] = std::from_chars(begin, end, value);
+    *text = behind;
+    return error == std::errc() && behind - begin <= longestNumber;
+}
+
+/// What Qt makes of a line, line end included.
+double plainValue(const char *line, int length)
+{
+    return QString::fromUtf8(QByteArray(line, length)).toDouble();
+}
+
+/// Whether there is a carriage return that is not at the end of the line, where it is white space. What becomes of one
+/// in text mode depends on how the device's buffer happens to be filled.
+bool needsTextMode(const char *line, const char *end)
+{
+    while (end != line && (isBlank(end[-1]) || end[-1] == '\n'))
+        --end;
+    return std::memchr(line, '\r', size_t(end - line)) != nullptr;
+}
+
+/// Collects values up to a limit.
+class Values
+{
+public:
+    explicit Values(int limit) : m_limit(limit) {}
+
+    bool append(double value)
+    {
+        if (m_values.size() == m_values.capacity() && !grow())
+            return false;
+        m_values.append(value);
+        return true;
+    }
+    QVector<double> take() { return std::move(m_values); }
+
+private:
+    bool grow()
+    {
+        constexpr int first = 4096;
+        if (m_values.size() >= m_limit)
+            return false;
+        m_values.reserve(int(std::min(std::max(2 * qint64(m_values.size()), qint64(first)), qint64(m_limit))));
+        return true;
+    }
+
+    int m_limit;
+    QVector<double> m_values;
+};
+
+enum class Outcome { Done, NeedsTextMode, TooManyLines, LineTooLong, ReadError };
+
+/// Reads a device in blocks of whole lines.
+class BlockReader
+{
+public:
+    BlockReader(QIODevice &device, Values &values) : m_device(device), m_values(values) {}
+
+    Outcome read()
+    {
+        while (makeRoom()) {
+            const qint64 count = m_device.read(m_buffer.data() + m_held, m_buffer.size() - m_held);
+            if (count < 0)
+                return Outcome::ReadError;
+            if (count == 0)
+                return m_held == 0 ? Outcome::Done : takeLine(m_buffer.constData(), m_buffer.constData() + m_held);
+            const Outcome outcome = takeLines(m_held + int(count));
+            if (outcome != Outcome::Done)
+                return outcome;
+        }
+        return Outcome::LineTooLong;
+    }
+
+private:
+    bool makeRoom()
+    {
+        if (m_held < m_buffer.size())
+            return true;
+        if (m_buffer.size() >= longestLine)
+            return false;
+        m_buffer.resize(2 * m_buffer.size());
+        return true;
+    }
+
+    /// Takes the lines that end within the first `filled` bytes of the buffer and keeps the rest at its front.
+    Outcome takeLines(int filled)
+    {
+        const char *line = m_buffer.constData();
+        const char *end = line + filled;
+        const char *behindLast = end; // behind the last line end
+        while (behindLast != line + m_held && behindLast[-1] != '\n')
+            --behindLast;
+        if (behindLast == line + m_held)
+            behindLast = line; // nothing of what is new ends a line
+        Outcome outcome = Outcome::Done;
+        while (line != behindLast && outcome == Outcome::Done) {
+            const char *next = takeSimpleLine(line, behindLast - 1, outcome);
+            if (!next) {
+                next = static_cast<const char *>(std::memchr(line, '\n', size_t(behindLast - line))) + 1;
+                outcome = takeLine(line, next);
+            }
+            line = next;
+        }
+        m_held = int(end - line);
+        std::memmove(m_buffer.data(), line, size_t(m_held));
+        return outcome;
+    }
+
+    /// Takes a line of a number and blanks and returns the next line; null when it is none. `*lastEnd` is a line end.
+    const char *takeSimpleLine(const char *text, const char *lastEnd, Outcome &outcome)
+    {
+        double value;
+        while (*text == ' ' || *text == '\t')
+            ++text;
+        if (!takeNumber(&text, lastEnd, value))
+            return nullptr;
+        while (isBlank(*text))
+            ++text;
+        if (*text != '\n')
+            return nullptr;
+        outcome = append(value);
+        return text + 1;
+    }
+
+    Outcome takeLine(const char *line, const char *end)
+    {
+        return needsTextMode(line, end) ? Outcome::NeedsTextMode : append(plainValue(line, int(end - line)));
+    }
+
+    Outcome append(double value) { return m_values.append(value) ? Outcome::Done : Outcome::TooManyLines; }
+
+    QIODevice &m_device;
+    Values &m_values;
+    QByteArray m_buffer{blockSize, Qt::Uninitialized};
+    int m_held = 0; ///< bytes of an unfinished line at the front of the buffer
+};
+
+/// The plain way, from the beginning.
+Outcome readInTextMode(QIODevice &device, Values &values)
+{
+    if (!device.seek(0))
+        return Outcome::ReadError;
+    device.setTextModeEnabled(true);
+    while (!device.atEnd()) {
+        const qint64 position = device.pos();
+        const QByteArray line = device.readLine();
+        char byte;
+        if (line.isEmpty() && device.pos() == position) // the size promised more than there is
+            return device.read(&byte, 1) < 0 ? Outcome::ReadError : Outcome::Done;
+        if (line.size() > longestLine)
+            return Outcome::LineTooLong;
+        if (!values.append(QString::fromUtf8(line).toDouble()))
+            return Outcome::TooManyLines;
+    }
+    return Outcome::Done;
+}
+
+QString errorText(Outcome outcome, const QIODevice &device, int limit)
+{
+    switch (outcome) {
+    case Outcome::TooManyLines:
+        return QStringLiteral("it has more than %1 lines").arg(limit);
+    case Outcome::LineTooLong:
+        return QStringLiteral("it has a line of more than %1 bytes").arg(longestLine);
+    case Outcome::ReadError:
+        return device.errorString();
+    case Outcome::Done:
+    case Outcome::NeedsTextMode:
+        break;
+    }
+    return {};
+}
+
+} // namespace
+
+SNumberLines readNumberLines(QIODevice &device, int limit)
+{
+    if (device.size() <= 0)
+        return {};
+    Values values(limit);
+    Outcome outcome = BlockReader(device, values).read();
+    if (outcome == Outcome::NeedsTextMode) {
+        values = Values(limit);
+        outcome = readInTextMode(device, values);
+    }
+    if (outcome != Outcome::Done)
+        return {{}, errorText(outcome, device, limit)};
+    return {values.take(), {}};
 }

@@ -1,10 +1,25 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QVector>
+#include "common/Series.h"
+
+#include <QString>
 
 class QIODevice;
 
-/// One value per line of an open text device, in order; 0.0 for a line that QString::toDouble() does not take.
-/// A last line without a line end counts.
-QVector<double> readNumberLines(QIODevice &device);
+/// The values of a text, one per line, or why it could not be read to its end.
+struct SNumberLines
+{
+    QVector<double> values;
+    QString error; ///< empty when everything was read; for people
+};
+
+/// Reads one value per line, in order. A line that is no number yields 0.0; a last line without a line end counts.
+///
+/// The values are, bit by bit and for any bytes, those that reading the device in text mode with readLine(),
+/// QString::fromUtf8() and QString::toDouble() gives. Lines that hold just a number take a shorter way.
+///
+/// `device` has random access, is open for reading without text mode and stands at its beginning; it is read in blocks,
+/// so one that gets shorter meanwhile just ends earlier. Fails on a read error, on more than `limit` lines and on a line
+/// of more than 512 MiB.
+SNumberLines readNumberLines(QIODevice &device, int limit = longestSeries);

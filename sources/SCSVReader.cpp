@@ -4,7 +4,20 @@
 #include "common/Change.h"
 #include "sources/NumberLines.h"
 
+#include <QDebug>
 #include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+
+namespace {
+
+/// Opening a pipe waits for its other end, and a device may never end. The null device is an empty file.
+bool isWorthOpening(const QString &path)
+{
+    return QFileInfo(path).isFile() || path == QProcess::nullDevice();
+}
+
+} // namespace
 
 SCSVReader::SCSVReader(QObject *parent) : Filter1D(parent) {}
 
@@ -22,12 +35,16 @@ void SCSVReader::setFile(const QString &file)
     if (!alive)
         return;
     QFile input(m_file);
-    if (!input.open(QIODevice::ReadOnly | QIODevice::Text))
+    if (!isWorthOpening(m_file) || !input.open(QIODevice::ReadOnly))
         return;
-    const QVector<double> values = readNumberLines(input);
-    setArea(QRectF(0.0, 0.0, values.size() * m_binWidth, 0.0));
+    const SNumberLines lines = readNumberLines(input);
+    if (!lines.error.isEmpty()) {
+        qWarning() << "SCSVReader: cannot read" << m_file << lines.error;
+        return;
+    }
+    setArea(QRectF(0.0, 0.0, lines.values.size() * m_binWidth, 0.0));
     if (alive)
-        setData(values);
+        setData(lines.values);
 }
 
 void SCSVReader::setBinWidth(double binWidth)

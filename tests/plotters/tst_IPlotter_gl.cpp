@@ -157,7 +157,7 @@ private slots:
     void outsideTheViewNoLayersAreFetched();
     void theViewIsComparedWithPlotterAreaNotWithModArea();
     void theBaseKeepsTheLayersItHas();
-    void anErrorIsReportedOncePerDraw();
+    void anErrorIsReportedOnceUntilItChanges();
 
     void notBeforeTheFirstSynchronisationAndNotInAnotherContext();
     void anotherContextBuildsTheBuffersAgain();
@@ -441,7 +441,7 @@ void tst_IPlotter_gl::theBaseKeepsTheLayersItHas()
     plain.drawFrame(unit);
 }
 
-void tst_IPlotter_gl::anErrorIsReportedOncePerDraw()
+void tst_IPlotter_gl::anErrorIsReportedOnceUntilItChanges()
 {
     m_plotter->next = {layer(1, 0, 6), layer(2, 0, 6)};
     m_plotter->synchronize();
@@ -449,7 +449,7 @@ void tst_IPlotter_gl::anErrorIsReportedOncePerDraw()
         m_gl->gl().glEnable(0x1234);
         m_plotter->drawFrame(unit);
     }
-    QCOMPARE(m_log->messages(), QStringList(QVector<QString>(2, "WE GOT AN OPENGL ERROR CODE:  1280").toList()));
+    QCOMPARE(m_log->messages(), QStringList{"WE GOT AN OPENGL ERROR CODE:  1280"});
     m_log->clear();
 }
 

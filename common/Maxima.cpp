@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#include "common/Series.h"
+
+#include <cstring>
+
+// The compiler turns a loop with one running maximum into no vector code, because the order of comparisons decides which
+// zero or NaN remains. With one maximum per lane, replaced on strictly greater, every lane obeys the rule by itself, and
+// lanes that started from the same value differ at the end only in what is greater, or in the sign of a zero.
+
+namespace {
+
+constexpr int lanes = 2;
+constexpr int stride = 4 * lanes; // values per round: four independent chains hide the latency
+
+using Lanes = double __attribute__((vector_size(lanes * sizeof(double))));
+using LaneNumbers = long long __attribute__((vector_size(lanes * sizeof(long long))));
+
+inline Lanes load(const double *values)
+{
+    Lanes loaded;
+    std::memcpy(&loaded, values, sizeof loaded);
+    return loaded;
+}
+
+inline void store(double *values, Lanes stored)
+{
+    std::memcpy(values, &stored, sizeof stored);
+}
+
+template <class Number>
+inline Number greater(Number candidate, Number maximum)
+{
+    return candidate > maximum ? candidate : maximum;
+}
+
+/// The largest of `start` and the values. When it is a zero, its sign is that of any zero among them.
+double maximumFrom(double start, const double *values, int count)
+{
+    const Lanes first{start, start};
+    Lanes maxima[4] = {first, first, first, first};
+    int i = 0;
+    for (; i <= count - stride; i += stride) {
+        maxima[0] = greater(load(values + i), maxima[0]);
+        maxima[1] = greater(load(values + i + lanes), maxima[1]);
+        maxima[2] = greater(load(values + i + 2 * lanes), maxima[2]);
+        maxima[3] = greater(load(values + i + 3 * lanes), maxima[3]);
+    }
+    const Lanes joined = greater(greater(maxima[3], maxima[2]), greater(maxima[1], maxima[0]));
+    double maximum = greater(joined[1], joined[0]);
+    for (; i < count; ++i)
+        maximum = greater(values[i], maximum);
+    return maximum;
+}
+
+} // namespace
+
+double maximumFromZero(const double *values, int count)
+{
+    return maximumFrom(0.0, values, count);
+}
+
+double firstMaximum(const double *values, int count)
+{
+    if (count <= 0)
+        return 0.0;
+    const double maximum = maximumFrom(values[0], values, count);
+    if (maximum != 0.0)
+        return maximum;
+    const double *zero = values; // the first one decides the sign
+    while (*zero != 0.0)
+        ++zero;
+    return *zero;
+}
+
+void pairMaxima(const double *values, int count, double *maxima)
+{
+    const Lanes zero{};
+    int i = 0;
+    for (; i <= count - lanes; i += lanes) {
+        const Lanes left = load(values + 2 * i);
+        const Lanes right = load(values + 2 * i + lanes);
+        const Lanes even = __builtin_shuffle(left, right, LaneNumbers{0, 2});
+        const Lanes odd = __builtin_shuffle(left, right, LaneNumbers{1, 3});
+        store(maxima + i, greater(odd, greater(even, zero)));
+    }
+    for (; i < count; ++i)
+        maxima[i] = greater(values[2 * i + 1], greater(values[2 * i], 0.0));
+}

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#include "filters/DecimatorU64.h"
+
+#include "chart/ChartArea.h"
+
+DecimatorU64::DecimatorU64(QObject *parent) : Filter1D(parent) {}
+
+DecimatorU64::~DecimatorU64()
+{
+    withdraw();
+}
+
+void DecimatorU64::setChartArea(IChartArea *chartArea)
+{
+    if (chartArea == m_chartArea.get())
+        return;
+    // Deliberate: a former chart area stays connected; its changes then update the level for the present one.
+    m_chartArea.set(chartArea);
+    constexpr auto onceOnly = Qt::ConnectionType(Qt::AutoConnection | Qt::UniqueConnection);
+    if (chartArea)
+        connect(chartArea, &QQuickItem::widthChanged, this, &DecimatorU64::updateLevel, onceOnly);
+    if (auto *zoomable = qobject_cast<ChartArea *>(chartArea))
+        connect(zoomable, &ChartArea::zoomRectChanged, this, &DecimatorU64::updateLevel, onceOnly);
+    emit chartAreaChanged();
+}
+
+const QVector<double> &DecimatorU64::data() const
+{
+    return selectedLevel();
+}
+
+bool DecimatorU64::_filter_func(const QVector<double> &data)
+{
+    if (isInput(data))
+        return false;
+    setInput(QVector<double>(data)); // `data` may be one of the levels
+    const QPointer<DecimatorU64> alive(this);
+    updateLevel();
+    return alive;
+}
+
+void DecimatorU64::updateLevel()
+{
+    if (!m_chartArea || m_chartArea->width() < 1.0 || m_levels.at(0).isEmpty())
+        return;
+    const int level = levelFor(m_chartArea->viewRect().width() / m_chartArea->width(), m_area);
+    if (level == m_level)
+        return;
+    m_level = level;
+    _request_data_update();
+}

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#include "filters/MovingAvarangeU64.h"
+
+#include "common/Change.h"
+#include "common/Series.h"
+
+#include <QDebug>
+
+#include <algorithm>
+
+namespace {
+
+/// Appends the `size` averages of `input` over `depth` values to `averages`.
+void appendAverages(const QVector<double> &input, int depth, int size, QVector<double> &averages)
+{
+    const double *values = input.constData();
+    const int last = input.size() - 1;
+    double sum = depth * values[0];
+    for (int done = 0; done < size; done += seriesPortion) {
+        const int portion = std::min(seriesPortion, size - done);
+        double *average = extend(averages, portion);
+        for (int i = done; i < done + portion; ++i) {
+            const int leaving = std::min(std::max(i - depth, 0), last);
+            const int entering = std::min(i + 1, last);
+            sum = sum - values[leaving] + values[entering];
+            *average++ = sum / depth;
+        }
+    }
+}
+
+} // namespace
+
+MovingAvarangeU64::MovingAvarangeU64(QObject *parent) : Filter1D(parent) {}
+
+MovingAvarangeU64::~MovingAvarangeU64()
+{
+    withdraw();
+}
+
+void MovingAvarangeU64::setDepth(int depth)
+{
+    if (change(m_depth, std::max(depth, 1)))
+        emit depthChanged();
+}
+
+bool MovingAvarangeU64::_filter_func(const QVector<double> &data)
+{
+    if (data.isEmpty())
+        return false;
+    const qint64 size = data.size() + 2 * (qint64(m_depth) - 1);
+    if (m_depth > maximumDepth || size > longestSeries) {
+        qWarning() << "MovingAvarangeU64: no average of" << data.size() << "values over" << m_depth
+                   << "values; the depth may be" << maximumDepth;
+        return false;
+    }
+    const QVector<double> input = data; // `data` may be m_data
+    restart(m_data, int(size));
+    appendAverages(input, m_depth, int(size), m_data);
+    return true;
+}

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "common/Export.h"
+#include "plotters/BarEdges.h"
+#include "plotters/IPlotter1D.h"
+
+/// A corner of a high-resolution bar. Its x position, from plotterArea.left, is the sum of the two parts.
+struct SHResVertex
+{
+    float xMost = 0.0f;  ///< the position rounded to single precision
+    float xLeast = 0.0f; ///< what rounding left over
+    float value = 0.0f;
+};
+static_assert(sizeof(SHResVertex) == 12, "three floats");
+Q_DECLARE_TYPEINFO(SHResVertex, Q_PRIMITIVE_TYPE);
+
+/// Bars of individual widths that follow each other without gaps, exact far from the origin.
+///
+/// The series holds pairs (width, value); a last number without partner is no bar. The bars begin at plotterArea.left;
+/// width and height of plotterArea belong to the data, only its position can be set. xOffset is not used. More than
+/// maximumNumbers numbers are not drawn. Queries scan the bars from the left.
+class VORLIX_EXPORT BarPlotterDx : public IPlotter1D
+{
+    Q_OBJECT
+
+public:
+    /// The vertices of a longer series would pass the 2 GiB that a container holds.
+    static constexpr int maximumNumbers = 40'000'000;
+
+    explicit BarPlotterDx(QObject *parent = nullptr);
+    ~BarPlotterDx() override;
+
+    void sync_buffers() override;
+    /// The largest value of the bars that `area` touches, at least 0.0.
+    double max_in(const QRectF &area) const override;
+    /// Deliberate: a slot of uniform width, numbered as the bar under `point`; mouse_hovering() gives the true extent.
+    const QRectF area_at(const QPointF &point) const override;
+    /// Takes the position and keeps width and height.
+    void setPlotterArea(const QRectF &area) override;
+    SInfoPoint mouse_hovering(const QPointF &point) const override;
+    const QVector<SAttributeDefinition> declareArributeArray() override;
+    bool __update_vertex() override;
+    bool __update_index() override;
+    void _update_uniforms(QOpenGLShaderProgram &program, const SRenderLayerDefinition &layer) override;
+    const SAttributePointer _fetch_attribute_data(const int &attribute) const override;
+    void _fetch_render_layers(QVector<SRenderLayerDefinition> &layers, const QRectF &viewArea) override;
+    /// The bar whose right edge is the first at or beyond x; -1 outside plotterArea or without bars, their number on
+    /// its right edge. xOffset does not shift it.
+    int _index_at(double x) const override;
+    int __start_index(const QRectF &area) const override;
+    int __end_index(const QRectF &area) const override;
+
+private:
+    int barCount() const { return m_data.size() / 2; }
+    double __dx_from_to(int from, int to) const;
+    void __update_draw_index(const QRectF &viewArea);
+
+    QVector<SHResVertex> m_vertexArray; ///< four per number, that is twice what the bars use; the rest is zero
+    QVector<uint> m_indexArray;         ///< six per number; never shrinks
+    int m_drawStart = 0;                ///< render thread
+    int m_drawEnd = 0;                  ///< render thread
+    BarEdges m_edges;                   ///< of the bars in the vertex array
+    BarEdges m_shownEdges;              ///< of the bars in the buffers: written by sync_buffers(), read while drawing
+    QRectF m_shownView;                 ///< render thread
+};

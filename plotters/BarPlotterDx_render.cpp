@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#include "plotters/BarPlotterDx.h"
+
+#include <QOpenGLShaderProgram>
+
+// called by the chart area: render thread, GUI thread blocked
+
+void BarPlotterDx::sync_buffers()
+{
+    IPlotter::sync_buffers();
+    m_shownEdges = m_data.isEmpty() ? BarEdges() : m_edges;
+}
+
+// called by draw(): render thread, GUI thread running
+
+void BarPlotterDx::__update_draw_index(const QRectF &viewArea)
+{
+    const QRectF &extent = frame().plotterArea;
+    const QRectF shown = extent.intersected(viewArea);
+    // From the plotter's left edge, where the corners are exact too, however far that lies from the origin.
+    const SBarRange range = m_shownEdges.barsBetween(shown.left() - extent.left(), shown.right() - extent.left());
+    m_drawStart = range.first;
+    m_drawEnd = range.end;
+}
+
+void BarPlotterDx::_fetch_render_layers(QVector<SRenderLayerDefinition> &layers, const QRectF &viewArea)
+{
+    constexpr int indicesPerBar = 6;
+    m_shownView = viewArea;
+    __update_draw_index(viewArea);
+    if (layers.isEmpty()) {
+        SRenderLayerDefinition bars;
+        bars.programName = QStringLiteral("hresbar");
+        bars.mode = GL_TRIANGLES | drawWithElements;
+        bars.attributes = {0};
+        bars.indexBuffer = 1;
+        layers.append(bars);
+    }
+    layers[0].first = m_drawStart * indicesPerBar * int(sizeof(uint));
+    layers[0].count = frame().attached ? (m_drawEnd - m_drawStart) * indicesPerBar : 0;
+}
+
+void BarPlotterDx::_update_uniforms(QOpenGLShaderProgram &program, const SRenderLayerDefinition &)
+{
+    const double left = m_shownView.left() - frame().plotterArea.left();
+    const float leftMost = float(left);
+    program.setUniformValue("x_msb", leftMost);
+    program.setUniformValue("x_lsb", float(left - double(leftMost)));
+    program.setUniformValue("screen_dx", float(2.0 / m_shownView.width()));
+    program.setUniformValue("screen_dy", float(m_shownView.height() * 0.5));
+    program.setUniformValue("color", frame().color);
+}

@@ -1,0 +1,443 @@
+// SPDX-License-Identifier: MIT
+// The viewer as a process: what it says, how it exits, and what stands in its pictures.
+
+#include <QColor>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QImage>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QRect>
+#include <QRegularExpression>
+#include <QScopedPointer>
+#include <QSize>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QVector>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+// The scene's layout, in pixels from the window's edges.
+constexpr int chartTop = 40;
+constexpr int chartSide = 12;
+
+const QColor barColor(7, 203, 242);
+const QColor lightGround(255, 255, 255);
+const QColor darkGround(20, 24, 29);
+
+struct SOutcome
+{
+    int exitCode = -1;
+    QString output;
+    QString errors;
+};
+
+struct SScene
+{
+    QSize size;
+    bool dark;
+    QString renderLoop;
+};
+
+} // namespace
+
+Q_DECLARE_METATYPE(SScene)
+
+class tst_vorlixview : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void helpNamesEveryOption();
+    void versionIsOneLine();
+    void badArgumentsAreRefused_data();
+    void badArgumentsAreRefused();
+    void anUnreadableFileIsRefused();
+    void aMissingDisplayIsSaid();
+    void aPictureThatCannotBeWrittenIsSaid_data();
+    void aPictureThatCannotBeWrittenIsSaid();
+
+    void barsStandWhereTheFileHasThem_data();
+    void barsStandWhereTheFileHasThem();
+    void peaksOfASpectrumStandWhereTheFileHasThem_data();
+    void peaksOfASpectrumStandWhereTheFileHasThem();
+    void theSecondFileLiesOverTheFirst();
+    void theBinWidthChangesTheLabelsAndNoBar();
+    void twoRunsAndBothRenderLoopsGiveTheSamePicture();
+    void aFileWithoutNumbersGivesAnEmptyChart_data();
+    void aFileWithoutNumbersGivesAnEmptyChart();
+    void valuesBeyondMeasureGiveAPicture_data();
+    void valuesBeyondMeasureGiveAPicture();
+    void aWindowStaysOpen();
+
+private:
+    QString path(const QString &name) const { return m_folder->filePath(name); }
+    QString fileOf(const QString &name, const QByteArray &content) const;
+    SOutcome view(const QStringList &arguments, const QProcessEnvironment &environment = {}) const;
+    QImage picture(const QStringList &arguments, const SScene &scene);
+
+    QScopedPointer<QTemporaryDir> m_folder;
+    int m_pictures = 0;
+};
+
+void tst_vorlixview::init()
+{
+    m_folder.reset(new QTemporaryDir);
+    QVERIFY(m_folder->isValid());
+}
+
+QString tst_vorlixview::fileOf(const QString &name, const QByteArray &content) const
+{
+    QFile file(path(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("no test file");
+    return file.fileName();
+}
+
+/// Runs the viewer in the test's folder, in this process's environment where none is given.
+SOutcome tst_vorlixview::view(const QStringList &arguments, const QProcessEnvironment &environment) const
+{
+    QProcess process;
+    process.setWorkingDirectory(m_folder->path());
+    process.setProcessEnvironment(environment.isEmpty() ? QProcessEnvironment::systemEnvironment() : environment);
+    process.start(QStringLiteral(VIEWER), arguments);
+    if (!process.waitForFinished(120000) || process.exitStatus() != QProcess::NormalExit)
+        return {};
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+/// The picture of a scene; a null one, and a message, when the viewer fails or says anything.
+QImage tst_vorlixview::picture(const QStringList &arguments, const SScene &scene)
+{
+    const QString file = path(QStringLiteral("picture%1.png").arg(++m_pictures));
+    QStringList all{QStringLiteral("--png"), file, QStringLiteral("--size"),
+                    QStringLiteral("%1x%2").arg(scene.size.width()).arg(scene.size.height())};
+    if (scene.dark)
+        all.append(QStringLiteral("--dark"));
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QSG_RENDER_LOOP"), scene.renderLoop);
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_folder->path());
+    const SOutcome outcome = view(all + arguments, environment);
+    if (outcome.exitCode != 0 || !outcome.errors.isEmpty() || !outcome.output.isEmpty()) {
+        qWarning() << "exit" << outcome.exitCode << outcome.output << outcome.errors;
+        return {};
+    }
+    return QImage(file);
+}
+
+void tst_vorlixview::helpNamesEveryOption()
+{
+    // Nothing of this needs a display.
+    QProcessEnvironment noDisplay = QProcessEnvironment::systemEnvironment();
+    noDisplay.remove(QStringLiteral("DISPLAY"));
+    const SOutcome outcome = view({QStringLiteral("--help")}, noDisplay);
+    QCOMPARE(outcome.exitCode, 0);
+    QCOMPARE(outcome.errors, QString());
+    for (const char *word :
+         {"vorlixview", "FILE...", "--png <OUT>", "--size <WxH>", "--bin-width <W>", "--dark", "--help", "--version"})
+        QVERIFY2(outcome.output.contains(QLatin1String(word)), word);
+}
+
+void tst_vorlixview::versionIsOneLine()
+{
+    const SOutcome outcome = view({QStringLiteral("--version")});
+    QCOMPARE(outcome.exitCode, 0);
+    QCOMPARE(outcome.errors, QString());
+    QVERIFY(QRegularExpression(QStringLiteral("\\Avorlixview [0-9]+\\.[0-9]+\\.[0-9]+\n\\z"))
+                .match(outcome.output)
+                .hasMatch());
+}
+
+void tst_vorlixview::badArgumentsAreRefused_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("message");
+
+    const auto row = [](const char *name, const QString &arguments, const QString &message) {
+        QTest::newRow(name) << arguments.split(QLatin1Char(' '), Qt::SkipEmptyParts) << message;
+    };
+    const QString limits = QStringLiteral(": not WIDTHxHEIGHT with sides from 64 to 8192 pixels");
+    const QString number = QStringLiteral(": not a number above 0");
+
+    row("nothing", {}, QStringLiteral("no file given; --help tells how"));
+    row("a missing file", QStringLiteral("missing.txt"), QStringLiteral("missing.txt: no such file"));
+    row("a missing file after a good one", QStringLiteral("series.txt other/missing.txt"),
+        QStringLiteral("other/missing.txt: no such file"));
+    row("a folder", QStringLiteral("."), QStringLiteral(".: is a directory, not a file of numbers"));
+    row("a device", QStringLiteral("/dev/null"), QStringLiteral("/dev/null: is no regular file"));
+    row("an unknown option", QStringLiteral("--colour series.txt"), QStringLiteral("Unknown option 'colour'."));
+    row("an option without its value", QStringLiteral("series.txt --png"),
+        QStringLiteral("Missing value after '--png'."));
+    row("an empty name for the picture", QStringLiteral("--png= series.txt"), QStringLiteral("--png: no file name"));
+    for (const char *size : {"100", "100x", "x100", "axb", "-100x100", "100x-100", "63x64", "64x63", "8193x64",
+                             "64x8193", "100x100x100", "1e3x100", "100X100", "4294967396x100"})
+        row(size, QStringLiteral("--size %1 series.txt").arg(QLatin1String(size)),
+            QStringLiteral("--size ") + QLatin1String(size) + limits);
+    for (const char *width : {"0", "-1", "nan", "inf", "1e400", "wide", "1,5", "0x10"})
+        row(width, QStringLiteral("--bin-width %1 series.txt").arg(QLatin1String(width)),
+            QStringLiteral("--bin-width ") + QLatin1String(width) + number);
+}
+
+void tst_vorlixview::badArgumentsAreRefused()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, message);
+    fileOf(QStringLiteral("series.txt"), "1\n2\n");
+
+    const SOutcome outcome = view(arguments);
+    QCOMPARE(outcome.exitCode, 2);
+    QCOMPARE(outcome.errors, QStringLiteral("vorlixview: %1\n").arg(message));
+    QCOMPARE(outcome.output, QString());
+}
+
+void tst_vorlixview::anUnreadableFileIsRefused()
+{
+    const QString file = fileOf(QStringLiteral("secret.txt"), "1\n");
+    QVERIFY(QFile::setPermissions(file, QFileDevice::WriteOwner));
+    if (QFileInfo(file).isReadable())
+        QSKIP("the superuser may read everything");
+    const SOutcome outcome = view({file});
+    QCOMPARE(outcome.exitCode, 2);
+    QCOMPARE(outcome.errors, QStringLiteral("vorlixview: %1: may not be read\n").arg(file));
+}
+
+void tst_vorlixview::aMissingDisplayIsSaid()
+{
+    QProcessEnvironment noDisplay = QProcessEnvironment::systemEnvironment();
+    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        noDisplay.remove(QLatin1String(name));
+    const SOutcome outcome = view({fileOf(QStringLiteral("series.txt"), "1\n")}, noDisplay);
+    QCOMPARE(outcome.exitCode, 1);
+    QCOMPARE(outcome.errors, QStringLiteral("vorlixview: there is no display; xvfb-run provides one\n"));
+}
+
+void tst_vorlixview::aPictureThatCannotBeWrittenIsSaid_data()
+{
+    QTest::addColumn<QString>("picture");
+    QTest::newRow("into a missing folder") << QStringLiteral("missing/picture.png");
+    QTest::newRow("over a folder") << QStringLiteral(".");
+    QTest::newRow("onto a full device") << QStringLiteral("/dev/full");
+}
+
+void tst_vorlixview::aPictureThatCannotBeWrittenIsSaid()
+{
+    QFETCH(QString, picture);
+    const QString series = fileOf(QStringLiteral("series.txt"), "1\n");
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_folder->path());
+    const SOutcome outcome = view({QStringLiteral("--png"), picture, series}, environment);
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.errors.startsWith(QStringLiteral("vorlixview: %1: ").arg(picture)), qPrintable(outcome.errors));
+    QCOMPARE(outcome.errors.count(QLatin1Char('\n')), 1);
+}
+
+void tst_vorlixview::barsStandWhereTheFileHasThem_data()
+{
+    QTest::addColumn<SScene>("scene");
+    for (const char *loop : {"threaded", "basic"}) {
+        for (const QSize size : {QSize(320, 240), QSize(1001, 703)}) {
+            for (const bool dark : {false, true}) {
+                QTest::addRow("%s, %dx%d, %s", loop, size.width(), size.height(), dark ? "dark" : "light")
+                    << SScene{size, dark, QLatin1String(loop)};
+            }
+        }
+    }
+}
+
+/// The bars' height in pixels in a column, measured from the bottom of the chart.
+static int columnHeight(const QImage &image, int x, int bottom)
+{
+    int y = bottom;
+    while (y >= chartTop && image.pixelColor(x, y) == barColor)
+        --y;
+    return bottom - y;
+}
+
+/// What the bars cover. The dot beside the file's name has their colour, too, and stands above the chart.
+static QRect barBox(const QImage &image)
+{
+    QRect box;
+    for (int y = chartTop; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixelColor(x, y) == barColor)
+                box |= QRect(x, y, 1, 1);
+        }
+    }
+    return box;
+}
+
+void tst_vorlixview::barsStandWhereTheFileHasThem()
+{
+    QFETCH(SScene, scene);
+    const QString file =
+        fileOf(QStringLiteral("zwölf Werte.txt"), "4\n0\n9\r\nno number\n\n2.5\n7\n1e0\n+3\n 6 \n5\n0.5");
+    const QVector<double> values{4, 0, 9, 0, 0, 2.5, 7, 1, 3, 6, 5, 0.5};
+    const double highest = 9.0;
+
+    const QImage image = picture({file}, scene);
+    QCOMPARE(image.size(), scene.size);
+    const QRect box = barBox(image);
+
+    // Fitted: from margin to margin, and the highest bar leaves 5 % of its height above it.
+    QCOMPARE(box.left(), chartSide);
+    QCOMPARE(box.right(), scene.size.width() - chartSide - 1);
+    const double chartHeight = box.bottom() + 1 - chartTop;
+    QVERIFY(std::abs(box.height() - chartHeight / 1.05) <= 1.0);
+
+    const double barWidth = double(box.width()) / values.size();
+    for (int i = 0; i < values.size(); ++i) {
+        const double expected = chartHeight / 1.05 * values[i] / highest;
+        // The first and the last pixel whose centres lie in the bar, but for a pixel that rounding may take.
+        const int first = int(std::ceil(box.left() + i * barWidth - 0.5 + 0.1));
+        const int last = int(std::floor(box.left() + (i + 1) * barWidth - 0.5 - 0.1));
+        for (const int x : {first, (first + last) / 2, last}) {
+            const int height = columnHeight(image, x, box.bottom());
+            QVERIFY2(
+                std::abs(height - expected) <= 1.0,
+                qPrintable(QStringLiteral("bar %1, column %2: %3 for %4").arg(i).arg(x).arg(height).arg(expected)));
+        }
+        const QPoint above((first + last) / 2, box.bottom() - int(expected) - 3);
+        QCOMPARE(image.pixelColor(above), scene.dark ? darkGround : lightGround);
+    }
+}
+
+void tst_vorlixview::peaksOfASpectrumStandWhereTheFileHasThem_data()
+{
+    QTest::addColumn<SScene>("scene");
+    QTest::newRow("threaded, 1280x720") << SScene{QSize(1280, 720), false, QStringLiteral("threaded")};
+    QTest::newRow("basic, 1000x600") << SScene{QSize(1000, 600), true, QStringLiteral("basic")};
+}
+
+void tst_vorlixview::peaksOfASpectrumStandWhereTheFileHasThem()
+{
+    QFETCH(SScene, scene);
+    QProcess generator;
+    generator.start(QStringLiteral(PYTHON), {QStringLiteral(SAMPLE_SPECTRUM)});
+    QVERIFY(generator.waitForFinished(60000));
+    const QByteArray text = generator.readAllStandardOutput();
+    const QList<QByteArray> lines = text.trimmed().split('\n');
+    QCOMPARE(lines.size(), 16384);
+    QVector<double> counts;
+    for (const QByteArray &line : lines)
+        counts.append(line.toInt());
+    const double highest = *std::max_element(counts.cbegin(), counts.cend());
+
+    const QImage image = picture({fileOf(QStringLiteral("spectrum.txt"), text)}, scene);
+    QCOMPARE(image.size(), scene.size);
+    // A pixel shows the bar in which its centre lies; at a border of two bars it is either.
+    const int chartWidth = scene.size.width() - 2 * chartSide;
+    const int bottom = barBox(image).bottom();
+    const double chartHeight = bottom + 1 - chartTop;
+    int columnsWithPeaks = 0;
+    for (int column = 0; column < chartWidth; ++column) {
+        const int bar = int((column + 0.5) / chartWidth * counts.size());
+        const int height = columnHeight(image, chartSide + column, bottom);
+        const auto fits = [&](int index) {
+            const double count = counts[qBound(0, index, int(counts.size()) - 1)];
+            return std::abs(height - chartHeight / 1.05 * count / highest) <= 1.0;
+        };
+        QVERIFY2(fits(bar) || fits(bar - 1) || fits(bar + 1), qPrintable(QStringLiteral("column %1").arg(column)));
+        columnsWithPeaks += height > chartHeight / 5.0;
+    }
+    QVERIFY(columnsWithPeaks >= 5);
+}
+
+void tst_vorlixview::theSecondFileLiesOverTheFirst()
+{
+    const QStringList files{fileOf(QStringLiteral("a.txt"), "10\n0\n"), fileOf(QStringLiteral("b.txt"), "5\n5\n")};
+    const QImage image = picture(files, {QSize(400, 300), false, QStringLiteral("threaded")});
+    QCOMPARE(image.size(), QSize(400, 300));
+    const int low = 240;
+    const int high = 100;
+    const auto mixed = [](const QColor &over, const QColor &under) {
+        const auto channel = [](int o, int u) { return int(std::lround(0.6 * o + 0.4 * u)); };
+        return QColor(channel(over.red(), under.red()), channel(over.green(), under.green()),
+                      channel(over.blue(), under.blue()));
+    };
+    const auto near = [](const QColor &a, const QColor &b) {
+        return std::abs(a.red() - b.red()) <= 2 && std::abs(a.green() - b.green()) <= 2
+            && std::abs(a.blue() - b.blue()) <= 2;
+    };
+    const QColor second(242, 135, 42);
+    QCOMPARE(image.pixelColor(100, high), barColor);
+    QVERIFY(near(image.pixelColor(100, low), mixed(second, barColor)));
+    QVERIFY(near(image.pixelColor(300, low), mixed(second, lightGround)));
+    QCOMPARE(image.pixelColor(300, high), lightGround);
+}
+
+void tst_vorlixview::theBinWidthChangesTheLabelsAndNoBar()
+{
+    const SScene scene{QSize(400, 300), false, QStringLiteral("threaded")};
+    const QString file = fileOf(QStringLiteral("series.txt"), "3\n1\n2\n");
+    const QImage one = picture({file}, scene);
+    const QImage tiny = picture({QStringLiteral("--bin-width"), QStringLiteral("9.375e-12"), file}, scene);
+    QCOMPARE(one.size(), scene.size);
+    const int bottom = barBox(one).bottom();
+    const QRect bars(0, 0, 400, bottom + 1);
+    const QRect labels(0, bottom + 1, 400, 299 - bottom);
+    QCOMPARE(tiny.copy(bars), one.copy(bars));
+    QVERIFY(tiny.copy(labels) != one.copy(labels));
+}
+
+void tst_vorlixview::twoRunsAndBothRenderLoopsGiveTheSamePicture()
+{
+    const QString file = fileOf(QStringLiteral("series.txt"), "3\n1\n4\n1\n5\n9\n2\n6\n");
+    const QImage first = picture({file}, {QSize(500, 300), false, QStringLiteral("threaded")});
+    QVERIFY(!first.isNull());
+    QCOMPARE(picture({file}, {QSize(500, 300), false, QStringLiteral("threaded")}), first);
+    QCOMPARE(picture({file}, {QSize(500, 300), false, QStringLiteral("basic")}), first);
+}
+
+void tst_vorlixview::aFileWithoutNumbersGivesAnEmptyChart_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("a line of text") << QByteArray("counts\n");
+    QTest::newRow("a zero") << QByteArray("0\n");
+}
+
+void tst_vorlixview::aFileWithoutNumbersGivesAnEmptyChart()
+{
+    QFETCH(QByteArray, content);
+    const QImage image =
+        picture({fileOf(QStringLiteral("series.txt"), content)}, {QSize(400, 300), false, QStringLiteral("threaded")});
+    QCOMPARE(image.size(), QSize(400, 300));
+    QVERIFY(barBox(image).isEmpty());
+}
+
+void tst_vorlixview::valuesBeyondMeasureGiveAPicture_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("infinite") << QByteArray("1\ninf\n-inf\n3\n");
+    QTest::newRow("no number") << QByteArray("1\nnan\n3\n");
+    QTest::newRow("huge") << QByteArray("1e308\n1.7e308\n-1.7e308\n");
+    QTest::newRow("tiny") << QByteArray("1e-320\n2e-320\n");
+}
+
+void tst_vorlixview::valuesBeyondMeasureGiveAPicture()
+{
+    QFETCH(QByteArray, content);
+    const QString file = fileOf(QStringLiteral("series.txt"), content);
+    for (const QString &loop : {QStringLiteral("threaded"), QStringLiteral("basic")})
+        QCOMPARE(picture({file}, {QSize(400, 300), false, loop}).size(), QSize(400, 300));
+}
+
+void tst_vorlixview::aWindowStaysOpen()
+{
+    QProcess process;
+    process.start(QStringLiteral(VIEWER), {fileOf(QStringLiteral("series.txt"), "1\n2\n3\n")});
+    QVERIFY(process.waitForStarted());
+    QVERIFY(!process.waitForFinished(1500));
+    process.terminate();
+    QVERIFY(process.waitForFinished(20000));
+}
+
+QTEST_GUILESS_MAIN(tst_vorlixview)
+#include "tst_vorlixview.moc"

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#include "viewer/PictureWriter.h"
+
+#include <QFile>
+#include <QImage>
+#include <QImageWriter>
+#include <QQuickItem>
+#include <QQuickWindow>
+
+#include <chrono>
+#include <cstring>
+
+namespace {
+
+constexpr int stillFramesNeeded = 4;
+constexpr std::chrono::seconds patience{60};
+
+/// Bit by bit: infinities and NaN stand still, too.
+bool sameRect(const QRectF &a, const QRectF &b)
+{
+    return std::memcmp(&a, &b, sizeof(QRectF)) == 0;
+}
+
+/// An empty string once the picture is in the file.
+QString write(const QImage &image, const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return path + QStringLiteral(": ") + file.errorString();
+    QImageWriter writer(&file, "png");
+    if (!writer.write(image))
+        return path + QStringLiteral(": ") + writer.errorString();
+    if (!file.flush())
+        return path + QStringLiteral(": ") + file.errorString();
+    return {};
+}
+
+} // namespace
+
+PictureWriter::PictureWriter(QQuickWindow *window, QQuickItem *chart, const QString &path, QObject *parent)
+    : QObject(parent),
+      m_window(window),
+      m_chart(chart),
+      m_path(path)
+{
+    // Queued: the render thread emits it.
+    connect(window, &QQuickWindow::frameSwapped, this, &PictureWriter::frameShown, Qt::QueuedConnection);
+    connect(&m_patience, &QTimer::timeout, this, [this] {
+        finish(QStringLiteral("%1: the picture did not come to rest within %2 s").arg(m_path).arg(patience.count()));
+    });
+    m_patience.setSingleShot(true);
+    m_patience.start(patience);
+}
+
+void PictureWriter::askForFrame()
+{
+    m_chart->update();
+    m_window->update();
+}
+
+void PictureWriter::frameShown()
+{
+    if (m_finished)
+        return;
+    const QRectF chartRect = m_chart->property("chartRect").toRectF();
+    const QRectF zoomRect = m_chart->property("zoomRect").toRectF();
+    const bool still = sameRect(chartRect, m_chartRect) && sameRect(zoomRect, m_zoomRect);
+    m_stillFrames = still ? m_stillFrames + 1 : 0;
+    m_chartRect = chartRect;
+    m_zoomRect = zoomRect;
+    if (m_stillFrames < stillFramesNeeded) {
+        askForFrame();
+        return;
+    }
+    const QImage image = m_window->grabWindow();
+    if (image.size() != m_window->size())
+        finish(QStringLiteral("%1: the window could not be grabbed").arg(m_path));
+    else
+        finish(write(image.convertToFormat(QImage::Format_RGB32), m_path));
+}
+
+void PictureWriter::finish(const QString &error)
+{
+    if (m_finished)
+        return;
+    m_finished = true;
+    emit finished(error);
+}
