@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Bars of individual widths, far from the origin: the series holds pairs of (width, value). The bars are thousandths wide
-// and begin at ten million, where single precision knows whole numbers only; their edges stay exact.
+// Bars of individual widths, far from the origin: the series holds pairs of (width, value). The bars are thousandths
+// wide and begin at ten million, where single precision knows whole numbers only; their edges stay exact.
 import QtQuick 2.14
 import QtQuick.Window 2.14
 import VorlixPlugin 1.0

@@ -52,7 +52,10 @@ Window {
 
     Filter1D {
         area: Qt.rect(0, 0, year, 1)
-        data: Array.from({length: year}, (_, day) => 900 + 500 * Math.sin(day / 58) + 120 * Math.sin(day * 2 * Math.PI / 7))
+        data: Array.from({length: year}, (_, day) => {
+            const week = day * 2 * Math.PI / 7;
+            return 900 + 500 * Math.sin(day / 58) + 120 * Math.sin(week);
+        })
         Component.onCompleted: addPlotter(takings)
     }
 }
