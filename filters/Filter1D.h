@@ -95,6 +95,7 @@ protected:
 
 private:
     void setParentFilter(const Filter1D *parentFilter);
+    bool mayPublish();
     void publish(const QVector<double> &series);
     void spreadArea(const QRectF &spread);
 
@@ -104,5 +105,6 @@ private:
     uint m_publication = 0; ///< counts; a publication that finds a newer one stops delivering
     uint m_spreading = 0;   ///< the same for areas
     int m_publicationDepth = 0;
+    bool m_cycleReported = false; ///< once per node: a source would report it at every tick
     Anchor m_anchor;
 };

@@ -6,6 +6,7 @@
 #include "tests/support/LogCatcher.h"
 #include "tests/support/MetaTable.h"
 
+#include <QElapsedTimer>
 #include <QPointer>
 #include <QtTest>
 
@@ -81,6 +82,16 @@ struct SHovered
     }
     QRectF rect(int entry = 0) const { return decorator.infoMap().at(entry).toMap().value("rect").toRectF(); }
 };
+
+/// Waits until nothing has asked for a frame for a while.
+void waitForQuiet(const CountingArea &area)
+{
+    int seen = -1;
+    for (int round = 0; round < 50 && seen != area.requests; ++round) {
+        seen = area.requests;
+        QTest::qWait(250);
+    }
+}
 
 QString lines(const QStringList &texts)
 {
@@ -516,7 +527,7 @@ void tst_BarDecorator::handlersMayDestroyTheDecorator()
 void tst_BarDecorator::aNewHighlightAsksForAFrame()
 {
     SHovered scene;
-    QTest::qWait(300); // the answer to the first mouse position has faded
+    waitForQuiet(scene.area); // the answer to the first mouse position has faded
     scene.area.requests = 0;
     scene.decorator.setMouseX(35.0);
     QCOMPARE(scene.area.requests, 1);
@@ -529,12 +540,12 @@ void tst_BarDecorator::aNewHighlightAsksForAFrame()
 void tst_BarDecorator::framesAreAskedForWhileSomethingFadesAndNotLonger()
 {
     SHovered scene;
-    QTest::qWait(300);
+    waitForQuiet(scene.area); // one highlight stands and nothing fades
     const int before = scene.area.requests;
     QTest::qWait(200);
-    QCOMPARE(scene.area.requests, before); // one highlight stands and nothing fades
+    QCOMPARE(scene.area.requests, before);
     scene.decorator.setMouseX(35.0);
-    QTest::qWait(400);
+    waitForQuiet(scene.area);
     const int during = scene.area.requests - before;
     QVERIFY2(during >= 3, qPrintable(QString::number(during)));
     QVERIFY2(during <= 12, qPrintable(QString::number(during))); // ticks of 20 ms for 100 ms, and the last frame
@@ -545,17 +556,18 @@ void tst_BarDecorator::framesAreAskedForWhileSomethingFadesAndNotLonger()
 void tst_BarDecorator::framesAreAskedForUntilOneIsAccepted()
 {
     SHovered scene;
-    QTest::qWait(300);
+    waitForQuiet(scene.area);
     scene.area.setUpdateIntervalMs(700); // the ticks of the fading all come too soon
     scene.area.requestUpdate();
+    QElapsedTimer sinceAccepted;
+    sinceAccepted.start();
     scene.decorator.setMouseX(35.0);
-    QTest::qWait(600);
+    QTRY_VERIFY(sinceAccepted.elapsed() > 710);
     const int before = scene.area.requests;
-    QTest::qWait(200);
-    QVERIFY(scene.area.requests > before);
-    QTest::qWait(500);
+    QTRY_VERIFY(scene.area.requests > before); // one that is accepted
+    waitForQuiet(scene.area);
     const int after = scene.area.requests;
-    QTest::qWait(300);
+    QTest::qWait(200);
     QCOMPARE(scene.area.requests, after);
 }
 

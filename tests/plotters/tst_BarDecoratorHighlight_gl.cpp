@@ -172,12 +172,10 @@ void tst_BarDecoratorHighlight_gl::theReleasedHighlightFadesOnItsOwn()
     hover.chart.setUpdateIntervalMs(25);
     QVERIFY(hover.scene.show());
     hover.decorator.setMouseX(35.0);
-    QTest::qWait(400);
-    hover.decorator.setMouseX(75.0);
-    QTest::qWait(400); // nobody but the decorator asks for frames meanwhile
-    const QImage image = hover.now();
-    QVERIFY(isClose(hover.footOfBar(image, 3), barColor));
-    QVERIFY(isClose(hover.footOfBar(image, 7), lit()));
+    QTRY_VERIFY(isClose(hover.footOfBar(hover.now(), 3), lit()));
+    hover.decorator.setMouseX(75.0); // nobody but the decorator asks for frames from here on
+    QTRY_VERIFY(isClose(hover.footOfBar(hover.now(), 3), barColor));
+    QVERIFY(isClose(hover.footOfBar(hover.now(), 7), lit()));
 }
 
 void tst_BarDecoratorHighlight_gl::itFadesInFramesThatComeRarely()
@@ -187,12 +185,12 @@ void tst_BarDecoratorHighlight_gl::itFadesInFramesThatComeRarely()
     QVERIFY(hover.scene.show());
     for (const int pause : {300, 330, 360, 390}) {
         hover.decorator.setMouseX(35.0);
+        QTRY_VERIFY(isClose(hover.footOfBar(hover.now(), 3), lit()));
         QTest::qWait(pause);
         hover.decorator.setMouseX(75.0);
+        QTRY_VERIFY(isClose(hover.footOfBar(hover.now(), 3), barColor));
+        QVERIFY(isClose(hover.footOfBar(hover.now(), 7), lit()));
         QTest::qWait(pause);
-        const QImage image = hover.now();
-        QVERIFY(isClose(hover.footOfBar(image, 3), barColor));
-        QVERIFY(isClose(hover.footOfBar(image, 7), lit()));
     }
 }
 
@@ -230,7 +228,7 @@ void tst_BarDecoratorHighlight_gl::switchedOffTheLastHighlightFades()
     hover.decorator.setMouseX(35.0);
     QVERIFY(isClose(hover.footOfBar(hover.scene.grab(), 3), lit()));
     hover.decorator.setActive(false);
-    QTest::qWait(300);
+    QTRY_VERIFY(isClose(hover.footOfBar(hover.now(), 3), barColor));
     const QImage image = hover.now();
     for (int bar = 0; bar < 10; ++bar)
         QVERIFY(isClose(hover.footOfBar(image, bar), barColor));

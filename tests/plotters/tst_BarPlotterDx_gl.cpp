@@ -140,6 +140,7 @@ private slots:
 
     void barsStandWhereTheSumsInDoubleSay_data();
     void barsStandWhereTheSumsInDoubleSay();
+    void smallBarsFarOutAreAllThere();
     void aHalfUnitFarOutIsExact();
     void theZoomRectangleIsWhatIsSeen();
     void onlyVisibleBarsAreDrawn_data();
@@ -195,6 +196,20 @@ void tst_BarPlotterDx_gl::barsStandWhereTheSumsInDoubleSay()
         const QString fault = difference(image, expectedColumns(pairs, left, bars.chart.viewRect()), 300);
         QVERIFY2(fault.isEmpty(), qPrintable(QStringLiteral("from bar %1: %2").arg(bar).arg(fault)));
     }
+}
+
+void tst_BarPlotterDx_gl::smallBarsFarOutAreAllThere()
+{
+    // A sum that starts at 1e12 rounds each of these widths by 2 percent: after 1500 bars it is 36 bars behind.
+    QVector<double> pairs;
+    for (int i = 0; i < 2000; ++i)
+        pairs << 0.001 << double(i % 9 + 1);
+    SBarScene bars(pairs, 1e12);
+    bars.look(1e12 + 1.5, 0.0205);
+    QVERIFY(bars.scene.show());
+    const QRectF view = bars.chart.viewRect();
+    const QString fault = difference(bars.scene.grab(), expectedColumns(pairs, 1e12, view), 300);
+    QVERIFY2(fault.isEmpty(), qPrintable(fault));
 }
 
 void tst_BarPlotterDx_gl::aHalfUnitFarOutIsExact()
