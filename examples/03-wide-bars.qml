@@ -6,8 +6,6 @@ import QtQuick.Window 2.14
 import VorlixPlugin 1.0
 
 Window {
-    readonly property real begin: 1e7
-
     width: 640
     height: 360
     visible: true
@@ -28,7 +26,7 @@ Window {
     }
 
     Filter1D {
-        area: Qt.rect(begin, 0, 1, 1)
+        area: Qt.rect(1e7, 0, 1, 1)
         Component.onCompleted: {
             const pairs = [];
             for (let i = 0; i < 24; ++i)
