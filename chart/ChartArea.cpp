@@ -2,14 +2,16 @@
 #include "chart/ChartArea.h"
 
 #include "common/Change.h"
+#include "common/Index.h"
 
-#include <QPointer>
+#include <memory>
 
 ChartArea::ChartArea(QQuickItem *parent) : IChartArea(parent) {}
 
 ChartArea::~ChartArea()
 {
     withdraw();
+    releaseGrab();
 }
 
 void ChartArea::setZoomRect(const QRectF &zoomRect)
@@ -75,11 +77,37 @@ void ChartArea::updateChartRect()
     setZoomRect(shown);
 }
 
+// grabbing
+
 void ChartArea::exportImage(QString path)
 {
-    m_pendingGrab = grabToImage(QSize(int(width() * 2.0), int(height() * 2.0)));
+    if (m_grabbedWindow && m_grabbedWindow == window())
+        return; // under way, and there is nobody to see whether it is one picture or two
+    releaseGrab();
+    m_pendingGrab = grabToImage(QSize(toIndex(width() * 2.0), toIndex(height() * 2.0)));
     if (!m_pendingGrab)
         return;
+    m_grabbedWindow = window();
     // Deliberate: the path is accepted and held, and no file is written.
-    connect(m_pendingGrab.data(), &QQuickItemGrabResult::ready, this, [path] { Q_UNUSED(path) });
+    connect(m_pendingGrab.data(), &QQuickItemGrabResult::ready, this, [this, path] {
+        Q_UNUSED(path)
+        m_grabbedWindow.clear();
+    });
+}
+
+void ChartArea::releaseGrab()
+{
+    // The render thread works with a grab until it is ready. Until then, or until the window goes, the window's
+    // connection holds it.
+    if (m_pendingGrab && m_grabbedWindow) {
+        const QSharedPointer<QQuickItemGrabResult> grab = m_pendingGrab;
+        QQuickWindow *window = m_grabbedWindow;
+        const auto connection = std::make_shared<QMetaObject::Connection>();
+        *connection = connect(grab.data(), &QQuickItemGrabResult::ready, window, [grab, connection, window] {
+            QMetaObject::invokeMethod(window, [grab] { Q_UNUSED(grab) }, Qt::QueuedConnection); // not inside its own signal
+            disconnect(*connection);
+        });
+    }
+    m_grabbedWindow.clear();
+    m_pendingGrab.reset();
 }
