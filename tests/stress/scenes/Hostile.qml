@@ -30,7 +30,7 @@ Item {
             const subject = subjects[position % subjects.length]
             const value = all[Math.floor(position / subjects.length) % all.length]
             for (const name of ours) {
-                if (subject[name] === undefined && name !== "data")
+                if (subject[name] === undefined || (name === "data" && subject instanceof Item)) // an item's data are its children
                     continue
                 try { subject[name] = value } catch (refused) {}
             }
