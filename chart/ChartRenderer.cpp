@@ -11,11 +11,12 @@
 void ChartRenderer::synchronize(QQuickFramebufferObject *item)
 {
     Q_ASSERT(QOpenGLContext::currentContext());
-    auto *area = static_cast<IChartArea *>(item);
     if (!m_item)
-        m_item = area->renderHandle();
-    if (m_item == area->renderHandle())
-        area->syncPlotters(); // not inside use(): it emits signals, and the GUI thread is blocked
+        m_item = static_cast<IChartArea *>(item)->renderHandle();
+    IChartArea *stored = nullptr;
+    m_item->use([&](IChartArea &area) { stored = &area; });
+    if (stored)
+        stored->syncPlotters(); // not inside use(), for it emits signals; the blocked GUI thread keeps the item alive
 }
 
 QOpenGLFramebufferObject *ChartRenderer::createFramebufferObject(const QSize &size)

@@ -57,7 +57,7 @@ void IChartArea::setPlotter(const QList<IPlotter *> &plotters)
         return;
     const QList<IPlotter *> before = m_plotters.items();
     m_plotters.assign(plotters);
-    if (m_plotters.items() == before) // only null or repeated entries differed
+    if (m_plotters.items() == before) // only null entries differed
         return;
     const QPointer<IChartArea> alive(this);
     emit plotterChanged();

@@ -49,15 +49,22 @@ public:
     uint updateIntervalMs() const { return m_updateIntervalMs; }
     void setUpdateIntervalMs(uint milliseconds);
 
-    // the virtual interface; its order is fixed
+    // the virtual interface and the invokables; the order of each is fixed
 
     Renderer *createRenderer() const override;
     /// Asks for a frame: dropped, not deferred, when updates are locked, off, or too frequent.
     virtual void requestUpdate();
     /// The part of data space against which plotters draw and fetch their data.
     virtual const QRectF &viewRect() const;
+    /// Appends the plotter and becomes its chart area. Null and a listed plotter are ignored.
+    Q_INVOKABLE void addPlotter(IPlotter *plotter);
+    /// Takes the plotter off the list, once; its chartArea stays. Null is ignored.
+    Q_INVOKABLE void removePlotter(IPlotter *plotter);
     /// From data coordinates to item pixels, y downwards; (-1, -1) outside the item. A NaN is returned as it is.
     Q_INVOKABLE virtual QPointF mapPointToChart(QPointF point);
+    Q_INVOKABLE void lock_update() { m_updateLocked = true; }
+    /// Accepts requests again. Those made meanwhile are lost.
+    Q_INVOKABLE void unlock_update() { m_updateLocked = false; }
     /// Uploads the plotters' data, fits the rectangles and fixes what the next frame draws.
     virtual void syncPlotters();
     /// Draws the frame. Render thread, current context.
@@ -67,15 +74,7 @@ public:
     /// Sorts the plotters into the draw layers of the next frame.
     virtual void updateRenderLayers();
 
-    // called by QML and plotters: GUI thread
-
-    /// Appends the plotter and becomes its chart area. Null and a listed plotter are ignored.
-    Q_INVOKABLE void addPlotter(IPlotter *plotter);
-    /// Takes the plotter off the list; its chartArea stays. Null is ignored.
-    Q_INVOKABLE void removePlotter(IPlotter *plotter);
-    Q_INVOKABLE void lock_update() { m_updateLocked = true; }
-    /// Accepts requests again. Those made meanwhile are lost.
-    Q_INVOKABLE void unlock_update() { m_updateLocked = false; }
+    // called by plotters: GUI thread
 
     /// The mutex held while a plotter replaces what it draws. Taken before the plotter's own.
     void lockRender() { m_renderMutex.lock(); }

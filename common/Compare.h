@@ -9,12 +9,13 @@
 // Equality as the setters of this module understand it. Thread-safe, like everything in this folder.
 
 /// Equal when |a - b| * 1e12 <= min(|a|, |b|), so an exact zero equals only a zero.
-/// Bit-identical values are equal too: two infinities or the same NaN are no change.
+/// Bit-identical values are equal too: the same infinity or the same NaN is no change. Opposite infinities differ.
 inline bool fuzzyEqual(double a, double b)
 {
     if (std::memcmp(&a, &b, sizeof a) == 0)
         return true;
-    return std::abs(a - b) * 1e12 <= std::fmin(std::abs(a), std::abs(b));
+    const double distance = std::abs(a - b);
+    return !std::isinf(distance) && distance * 1e12 <= std::fmin(std::abs(a), std::abs(b));
 }
 
 /// Equal in each of x, y, width and height.

@@ -98,7 +98,8 @@ private:
     Anchor *m_anchor = nullptr;
 };
 
-/// A list of pointers without null and without duplicates that owns nothing and drops a target that is destroyed.
+/// A list of pointers without null that owns nothing and drops a target that is destroyed. Only assign() puts a target
+/// into it more than once.
 /// `List` is the Qt container in which others see it.
 template <class T, class List>
 class LinkList final : public LinkEnd
@@ -121,12 +122,13 @@ public:
         return true;
     }
 
+    /// Takes the first occurrence of `target` off the list. False when there is none.
     bool remove(T *target)
     {
-        if (!target || !contains(target))
+        if (!target || !m_items.removeOne(target))
             return false;
-        m_items.removeOne(target);
-        untie(target->anchor());
+        if (!contains(target))
+            untie(target->anchor());
         return true;
     }
 
@@ -137,12 +139,14 @@ public:
         m_items.clear();
     }
 
-    /// Replaces the list; null and repeated entries of `targets` are left out.
+    /// Replaces the list; null entries of `targets` are left out.
     void assign(const List &targets)
     {
         clear();
-        for (T *target : targets)
-            append(target);
+        for (T *target : targets) {
+            if (!append(target) && target)
+                m_items.append(target); // a repeated entry is tied already
+        }
     }
 
     /// Sorts in place.
@@ -155,9 +159,8 @@ public:
 private:
     void targetGone(Anchor &anchor) override
     {
-        const auto gone = std::find_if(m_items.begin(), m_items.end(), [&](T *target) { return &target->anchor() == &anchor; });
-        if (gone != m_items.end())
-            m_items.erase(gone);
+        const auto isGone = [&](T *target) { return &target->anchor() == &anchor; };
+        m_items.erase(std::remove_if(m_items.begin(), m_items.end(), isGone), m_items.end());
     }
 
     List m_items;

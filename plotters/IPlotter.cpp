@@ -106,10 +106,12 @@ void IPlotter::setChartArea(IChartArea *chartArea)
         return;
     const QPointer<IPlotter> alive(this);
     const QPointer<IChartArea> target(chartArea);
-    if (m_chartArea)
+    if (m_chartArea) {
+        const IChartArea *left = m_chartArea.get();
         m_chartArea->removePlotter(this);
-    if (!alive)
-        return;
+        if (!alive || (m_chartArea && m_chartArea.get() != left))
+            return; // a handler moved the plotter elsewhere: the newer wish counts
+    }
     m_chartArea.set(target);
     if (target)
         target->addPlotter(this);

@@ -18,10 +18,10 @@ die() {
 # The names in scripts/packages, without comments and reasons.
 needed_packages() { sed -e 's/#.*//' scripts/packages | awk 'NF { print $1 }'; }
 
-# configure_and_build PRESET: the build tree of a preset is build/PRESET.
+# configure_and_build PRESET [TARGET]: the build tree of a preset is build/PRESET.
 configure_and_build() {
     cmake --preset "$1"
-    cmake --build "build/$1"
+    cmake --build "build/$1" --target "${2:-all}"
 }
 
 has_display() { [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; }
@@ -29,7 +29,8 @@ has_display() { [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; }
 # Runs a command on a virtual display of its own, whatever display there is. UTF-8, so that any file name can be passed.
 # Qt wants a private folder for a session's sockets; a machine without a login has none.
 on_virtual_display() {
-    mkdir -p -m 700 build/session
+    mkdir -p build/session
+    chmod 700 build/session
     env -u WAYLAND_DISPLAY QT_QPA_PLATFORM=xcb LC_ALL=C.UTF-8 XDG_RUNTIME_DIR="$root/build/session" \
         xvfb-run -a -s "-screen 0 1920x1200x24" "$@"
 }

@@ -25,8 +25,9 @@ private slots:
     void init() { m_log = std::make_unique<LogCatcher>(); }
     void cleanup()
     {
-        QCOMPARE(m_log->messages(), QStringList());
+        const QStringList messages = m_log->messages();
         m_log.reset();
+        QCOMPARE(messages, QStringList());
     }
 
     void itsMetaObjectIsExactlyAsDescribed();

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#include "benchmarks/Rows.h"
+
+#include "sources/SCSVReader.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <charconv>
+#include <memory>
+
+namespace {
+
+/// A file of `count` lines and a second name of it, in memory-backed storage while it is measured.
+class NumberFile
+{
+public:
+    explicit NumberFile(int count)
+    {
+        QFile file(name(0));
+        if (!file.open(QIODevice::WriteOnly))
+            qFatal("%s cannot be written", qPrintable(name(0)));
+        QByteArray text;
+        for (const double value : randomSeries(count, 1))
+            text += QByteArray::number(value * 1000.0, 'g', 6) + '\n';
+        file.write(text);
+        file.close();
+        QFile::link(name(0), name(1));
+    }
+    QString name(int index) const { return m_folder.filePath(QStringLiteral("numbers%1.txt").arg(index)); }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+const NumberFile &numberFile(int count)
+{
+    static std::unique_ptr<NumberFile> kept; // one at a time
+    static int keptCount = 0;
+    if (keptCount != count) {
+        kept.reset();
+        kept = std::make_unique<NumberFile>(count);
+        keptCount = count;
+    }
+    return *kept;
+}
+
+void readFile(benchmark::State &state)
+{
+    const NumberFile &file = numberFile(int(state.range(0)));
+    SCSVReader reader;
+    int turn = 0;
+    for ([[maybe_unused]] auto _ : state) {
+        reader.setFile(file.name(turn)); // the same name again would not be read
+        turn = 1 - turn;
+    }
+}
+
+void mapAndConvert(benchmark::State &state)
+{
+    const NumberFile &file = numberFile(int(state.range(0)));
+    for ([[maybe_unused]] auto _ : state) {
+        QFile mapped(file.name(0));
+        if (!mapped.open(QIODevice::ReadOnly))
+            qFatal("%s cannot be read", qPrintable(file.name(0)));
+        const char *text = reinterpret_cast<const char *>(mapped.map(0, mapped.size()));
+        const char *end = text + mapped.size();
+        QVector<double> values;
+        double value = 0.0;
+        while (text != end) {
+            const char *behind = std::from_chars(text, end, value).ptr;
+            values.append(value);
+            text = behind + 1; // the line end
+        }
+        benchmark::DoNotOptimize(values.constData());
+    }
+}
+
+/// The way that one writes first.
+void readLines(benchmark::State &state)
+{
+    const NumberFile &file = numberFile(int(state.range(0)));
+    for ([[maybe_unused]] auto _ : state) {
+        QFile text(file.name(0));
+        if (!text.open(QIODevice::ReadOnly | QIODevice::Text))
+            qFatal("%s cannot be read", qPrintable(file.name(0)));
+        QVector<double> values;
+        while (!text.atEnd())
+            values.append(QString::fromUtf8(text.readLine()).toDouble());
+        benchmark::DoNotOptimize(values.constData());
+    }
+}
+
+} // namespace
+
+void addReadingRows()
+{
+    addRow("reading of SCSVReader", readFile);
+    addRow("reading of SCSVReader|memory map and from_chars", mapAndConvert);
+    addRow("readLine and QString::toDouble", readLines);
+    addRow("readLine and QString::toDouble|memory map and from_chars", mapAndConvert);
+}

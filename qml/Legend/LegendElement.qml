@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+import QtQuick 2.14
+import QtQuick.Controls.Material 2.12
+import QtQuick.Dialogs 1.3
+
+/// One plotter in a legend: a dot in its colour and its name. A click on the name shows or hides the plotter.
+Item {
+    id: root
+
+    required property QtObject modelData
+    property alias colorMA: colorArea
+    readonly property bool shown: modelData !== null && modelData.visible
+
+    implicitWidth: 125
+    implicitHeight: 30
+    visible: modelData !== null
+
+    Row {
+        id: row
+
+        spacing: 8
+
+        anchors {
+            fill: parent
+            leftMargin: 12
+        }
+
+        Rectangle {
+            id: dot
+
+            width: root.height / 3
+            height: width
+            radius: width / 2
+            color: root.shown ? root.modelData.color : Material.color(Material.Grey, Material.Shade400)
+            anchors.verticalCenter: parent.verticalCenter
+
+            MouseArea {
+                id: colorArea
+
+                enabled: root.shown
+                cursorShape: Qt.PointingHandCursor
+
+                // A dot is small: the gap beside it and the row above and below belong to it too.
+                anchors {
+                    fill: parent
+                    margins: -row.spacing / 2
+                }
+
+            }
+
+        }
+
+        Text {
+            width: Math.max(0, row.width - dot.width - 2 * row.spacing)
+            height: row.height
+            color: Material.color(Material.Grey, root.shown ? Material.Shade700 : Material.Shade400)
+            elide: Text.ElideRight
+            text: root.modelData ? root.modelData.name : ""
+            textFormat: Text.PlainText
+            verticalAlignment: Text.AlignVCenter
+
+            MouseArea {
+                anchors.fill: parent
+                cursorShape: Qt.PointingHandCursor
+                onClicked: root.modelData.visible = !root.modelData.visible
+            }
+
+        }
+
+    }
+
+    /// The colour dialog of a legend.
+    component ColorPicker: ColorDialog {
+        /// What has plotterList and currColorSelected.
+        property Item legend
+
+        function choose(index) {
+            legend.currColorSelected = index;
+            title = legend.plotterList[index].name;
+            color = legend.plotterList[index].color;
+            open();
+        }
+
+        function applyColor() {
+            if (legend.currColorSelected >= 0 && legend.currColorSelected < legend.plotterList.length)
+                legend.plotterList[legend.currColorSelected].color = color;
+
+        }
+
+        showAlphaChannel: true
+        onAccepted: {
+            applyColor();
+            close();
+        }
+        onRejected: close()
+    }
+
+}

@@ -1,0 +1,263 @@
+// SPDX-License-Identifier: MIT
+import QtQuick 2.14
+import QtQuick.Controls.Material 2.12
+import VorlixPlugin 1.0
+import "utils.js" as Utils
+
+/// An overview strip: shows which part of it the main chart shows, and lets the user move and stretch that part.
+/// Its own chart is empty until plotters are added to it.
+Item {
+    id: root
+
+    property ChartArea mainChartArea: null
+    property alias navChart: navigator
+    property real flickRatio: mainChartArea ? width / mainChartArea.chartRect.width : 0
+
+    /// Fits what the strip shows to what the main chart shows, so that its band can be taken with a mouse.
+    function recalcWidth() {
+        const main = mainChartArea ? mainChartArea.zoomRect : Qt.rect(0, 0, 0, 0);
+        if (!(main.width > 0 && isFinite(main.width) && isFinite(main.x) && width > 0))
+            return ;
+
+        if (!(main.width / mainChartArea.chartRect.width * width < navigator.minWidth)) {
+            navigator.resetZoomView();
+            return ;
+        }
+        const chart = navigator.chartRect;
+        const shown = navigator.zoomRect;
+        const w = main.width * width / navigator.minWidth;
+        let left = shown.left;
+        if (!(main.left < left + w && main.right > left))
+            left = Math.min(Math.max(main.left + main.width / 2 - w / 2, chart.left), chart.right - w);
+
+        navigator.zoomRect = Qt.rect(left, shown.y, w, shown.height);
+    }
+
+    clip: true
+    onWidthChanged: recalcWidth()
+
+    FittedChart {
+        id: navigator
+
+        property real minWidth: 75
+
+        /// Moves what is shown so that it begins at left, without leaving the chart.
+        function showFrom(left) {
+            const x = Utils.bound(left, chartRect.left, chartRect.right - zoomRect.width);
+            zoomRect = Qt.rect(x, zoomRect.y, zoomRect.width, zoomRect.height);
+        }
+
+        /// Moves what is shown so that the middle of the thumb lies under a pixel of an item.
+        function scrollTo(item, pixel) {
+            const ratio = item.mapToItem(root, pixel - thumb.width / 2, 0).x / root.width;
+            showFrom(ratio * chartRect.width + chartRect.left);
+        }
+
+        /// From a place in data coordinates to pixels; 0 where nothing is shown.
+        function pixelAt(value) {
+            const x = (value - zoomRect.x) / zoomRect.width * width;
+            return isFinite(x) ? x : 0;
+        }
+
+        anchors.fill: parent
+        adaptChartHeight: false
+    }
+
+    Rectangle {
+        id: band
+
+        readonly property real x1: root.mainChartArea ? navigator.pixelAt(root.mainChartArea.zoomRect.x) : 0
+        readonly property real x2: root.mainChartArea ? navigator.pixelAt(root.mainChartArea.zoomRect.right) : 0
+
+        x: Utils.bound(x1, -100, navigator.width + 100)
+        width: Math.max(0, Math.min(x2 - x, navigator.width))
+        height: parent.height
+        color: "#4d4dc2e6"
+    }
+
+    EdgeLine {
+        anchors.top: parent.top
+    }
+
+    EdgeLine {
+        anchors.bottom: parent.bottom
+    }
+
+    MouseArea {
+        id: pointer
+
+        readonly property int tolerance: 10
+
+        /// What a drag that begins at x does.
+        function gestureAt(x) {
+            if (Math.abs(x - band.x) <= tolerance)
+                return "stretchLeft";
+
+            return Math.abs(x - band.x - band.width) <= tolerance ? "stretchRight" : "dragging";
+        }
+
+        function moveTo(pixel) {
+            const x = pixel / root.width * navigator.zoomRect.width + navigator.zoomRect.left;
+            if (!isFinite(x))
+                return ;
+
+            const main = root.mainChartArea;
+            const zoom = main.zoomRect;
+            if (state === "dragging")
+                main.zoomRect = Qt.rect(Utils.bound(x - zoom.width / 2, main.chartRect.left, main.chartRect.right - zoom.width), zoom.y, zoom.width, zoom.height);
+            else if (state === "stretchLeft")
+                main.zoomRect = Qt.rect(x, 0, zoom.right - x, zoom.height);
+            else if (state === "stretchRight")
+                main.zoomRect = Qt.rect(zoom.left, 0, x - zoom.left, zoom.height);
+        }
+
+        function finish() {
+            state = "";
+            root.recalcWidth();
+        }
+
+        anchors.fill: parent
+        cursorShape: (pressed ? state : gestureAt(mouseX)) !== "dragging" ? Qt.SizeHorCursor : Qt.ArrowCursor
+        enabled: root.mainChartArea !== null
+        hoverEnabled: true
+        preventStealing: true
+        onPressed: state = gestureAt(mouse.x)
+        onPositionChanged: moveTo(mouse.x)
+        onReleased: finish()
+        onCanceled: finish()
+        onWheel: {
+            wheel.accepted = thumb.visible;
+            if (thumb.visible)
+                navigator.showFrom(navigator.zoomRect.left + wheel.angleDelta.y / root.width * navigator.zoomRect.width);
+
+        }
+        states: [
+            State {
+                name: "dragging"
+            },
+            State {
+                name: "stretchLeft"
+            },
+            State {
+                name: "stretchRight"
+            }
+        ]
+    }
+
+    Rectangle {
+        id: track
+
+        readonly property color grey: Material.color(Material.Grey, Material.Shade400)
+
+        z: 900
+        width: parent.width
+        height: thumb.height
+        anchors.bottom: parent.bottom
+        color: Qt.rgba(grey.r, grey.g, grey.b, 0.5)
+        radius: thumb.radius
+        visible: thumb.visible
+
+        MouseArea {
+            id: trackArea
+
+            anchors.fill: parent
+            preventStealing: true
+            onPressed: navigator.scrollTo(trackArea, mouse.x)
+            onPositionChanged: navigator.scrollTo(trackArea, mouse.x)
+        }
+
+    }
+
+    Rectangle {
+        id: thumb
+
+        readonly property real way: navigator.chartRect.width - navigator.zoomRect.width
+
+        z: 1000
+        x: way > 0 ? (navigator.zoomRect.x - navigator.chartRect.x) / way * (root.width - width) : 0
+        width: Math.max(root.width * navigator.zoomRect.width / navigator.chartRect.width, 40)
+        height: 6
+        anchors.bottom: parent.bottom
+        color: Material.primary
+        radius: 3
+        visible: width < 0.999 * root.width
+
+        MouseArea {
+            id: thumbArea
+
+            anchors.fill: parent
+            preventStealing: true
+            onPositionChanged: navigator.scrollTo(thumbArea, mouse.x)
+        }
+
+    }
+
+    LastFrame {
+        chart: navigator
+    }
+
+    LastFrame {
+        chart: root.mainChartArea
+    }
+
+    component EdgeLine: Rectangle {
+        width: parent.width
+        height: 1
+        color: Material.color(Material.Grey, Material.Shade300)
+    }
+
+    /// A chart area starts with the first unit of its data. This one shows all of it, once: when it gets another
+    /// rectangle than the one it starts with, and nobody has chosen a zoom before.
+    component FittedChart: ChartArea {
+        property bool fitPending: true
+
+        function isUnit(x, width) {
+            return x === 0 && width === 1;
+        }
+
+        function fit() {
+            if (!fitPending || isUnit(chartRect.x, chartRect.width))
+                return ;
+
+            // The chart may have cut the zoom it starts with before this is called.
+            if (isUnit(zoomRect.x, zoomRect.width) || zoomIsCutUnit())
+                resetZoomView();
+
+            fitPending = false;
+        }
+
+        function zoomIsCutUnit() {
+            return zoomRect.x === Math.max(chartRect.left, 0) && zoomRect.right === Math.min(chartRect.right, 1);
+        }
+
+        onChartRectChanged: fit()
+    }
+
+    /// Draws a chart once more after its zoom came to rest: requests inside its interval are dropped.
+    component LastFrame: Item {
+        id: lastFrame
+
+        property ChartArea chart: null
+
+        Connections {
+            function onZoomRectChanged() {
+                timer.interval = lastFrame.chart.updateIntervalMs;
+                timer.restart();
+            }
+
+            target: lastFrame.chart
+        }
+
+        Timer {
+            id: timer
+
+            onTriggered: {
+                if (lastFrame.chart && lastFrame.chart.shouldUpdate)
+                    lastFrame.chart.update();
+
+            }
+        }
+
+    }
+
+}

@@ -1,0 +1,347 @@
+// SPDX-License-Identifier: MIT
+import "Legend"
+import QtQuick 2.14
+import QtQuick.Controls 2.12
+import QtQuick.Controls.Material 2.12
+import QtQuick.Shapes 1.12
+import VorlixPlugin 1.0
+import "utils.js" as Utils
+
+/// A plot: a chart area with axes, zoom (left button), pan (middle or right button), overview strip and legend.
+/// Applications add plotters to refChartArea, and to refNavigator what the strip shall show.
+Item {
+    id: root
+
+    property alias refChartArea: chartArea
+    property alias refNavigator: navBar.navChart
+    property alias refChartMouse: zoomArea
+    property alias refLegend: legend
+    property alias isYAxisLog: verticalAxis.isLogScale
+    property alias updateIntervalMs: chartArea.updateIntervalMs
+    readonly property alias xAxis: horizontalAxis
+    readonly property alias yAxis: verticalAxis
+    property bool enableNavigatorBar: true
+    property bool enableLegend: true
+
+    /// The picture was taken and given to the file, written or not.
+    signal exportComplete(string path)
+
+    /// Seconds with two decimals and a unit from as to s.
+    function format_time(num, decimals = 2) {
+        return horizontalAxis.withSuffix(num, decimals, [" as", " fs", " ps", " ns", " us", " ms", " s"]);
+    }
+
+    /// Saves a picture of upsize times the plot's size in pixels, with a background. Takes a path or a file URL.
+    function exportImage(path, upsize = 1) {
+        const size = Qt.size(Math.round(width * upsize), Math.round(height * upsize));
+        capture.textureSize = size;
+        capture.scheduleUpdate();
+        const scheduled = size.width > 0 && size.height > 0 && capture.grabToImage((result) => {
+            if (!result.saveToFile(localPath(path)))
+                console.warn("SPlotQML: cannot write " + path);
+
+            root.exportComplete(path);
+        }, size);
+        if (!scheduled)
+            console.warn("SPlotQML: cannot take a picture for " + path);
+
+    }
+
+    function localPath(path) {
+        const url = String(path);
+        if (!url.startsWith("file://"))
+            return url;
+
+        const encoded = url.slice("file://".length).replace(/^\/(?=[A-Za-z]:)/, "");
+        try {
+            return decodeURIComponent(encoded);
+        } catch (error) {
+            // A path with a bare % sign that somebody put behind "file://".
+            return encoded;
+        }
+    }
+
+    implicitWidth: 200
+    implicitHeight: 200
+
+    // Where everything goes. A small plot first gives up legend rows, then the navigator, then its margins.
+    QtObject {
+        id: place
+
+        readonly property real leastChartHeight: 40
+        readonly property real above: 12
+        readonly property real belowChart: horizontalAxis.visible ? 36 : 12
+        readonly property real belowNavigator: 6
+        readonly property real below: root.enableLegend ? 12 : 6
+        readonly property real left: verticalAxis.visible ? 60 : 12
+        readonly property real right: 12
+        readonly property real fixedHeight: above + belowChart + belowNavigator + below
+        readonly property real room: root.height - fixedHeight - leastChartHeight
+        readonly property real navigator: root.enableNavigatorBar && room >= 58 ? 58 : 0
+        readonly property real legend: root.enableLegend ? Math.min(legend.implicitHeight, wholeRows(room - navigator)) : 0
+        readonly property real shrinkX: Math.max(0, Math.min(root.width / (left + right), 1))
+        readonly property real shrinkY: Math.max(0, Math.min(root.height / fixedHeight, 1))
+
+        function wholeRows(height) {
+            const row = 30;
+            return Math.max(0, Math.floor(height / row)) * row;
+        }
+
+    }
+
+    Item {
+        id: content
+
+        anchors.fill: parent
+
+        NavigatorBar.FittedChart {
+            id: chartArea
+
+            /// Shows the part between two pixels.
+            function zoomTo(pixel1, pixel2) {
+                const x1 = Math.min(pixel1, pixel2) / width * zoomRect.width + zoomRect.left;
+                const x2 = Math.max(pixel1, pixel2) / width * zoomRect.width + zoomRect.left;
+                zoomRect = Qt.rect(x1, zoomRect.y, x2 - x1, zoomRect.height);
+            }
+
+            onFitPendingChanged: navBar.recalcWidth()
+
+            anchors {
+                top: parent.top
+                topMargin: place.above * place.shrinkY
+                left: parent.left
+                leftMargin: place.left * place.shrinkX
+                right: parent.right
+                rightMargin: place.right * place.shrinkX
+                bottom: navBar.top
+                bottomMargin: place.belowChart * place.shrinkY
+            }
+
+        }
+
+        LinearYAxis {
+            id: verticalAxis
+
+            anchors.fill: chartArea
+            axisTextFunc: Utils.format_event
+            opacity: place.shrinkX < 1 ? 0 : 1
+            rectArea: chartArea.zoomRect
+        }
+
+        LinearXAxis {
+            id: horizontalAxis
+
+            axisTextFunc: root.format_time
+            opacity: place.shrinkY < 1 ? 0 : 1
+            rectArea: chartArea.zoomRect
+
+            anchors {
+                top: chartArea.bottom
+                left: chartArea.left
+                right: chartArea.right
+            }
+
+        }
+
+        NavigatorBar {
+            id: navBar
+
+            height: place.navigator
+            enabled: root.enableNavigatorBar
+            mainChartArea: chartArea
+            visible: root.enableNavigatorBar
+
+            anchors {
+                left: chartArea.left
+                right: chartArea.right
+                bottom: legend.top
+                bottomMargin: place.belowNavigator * place.shrinkY
+            }
+
+        }
+
+        RangeLabel {
+            anchors.left: navBar.left
+            axis: horizontalAxis
+            bar: navBar
+            value: navBar.navChart.zoomRect.left
+        }
+
+        RangeLabel {
+            anchors.right: navBar.right
+            axis: horizontalAxis
+            bar: navBar
+            horizontalAlignment: Text.AlignRight
+            value: navBar.navChart.zoomRect.right
+        }
+
+        HorizontalLegend {
+            id: legend
+
+            height: place.legend
+            enabled: root.enableLegend
+            plotterList: chartArea.plotter.filter((plotter) => {
+                return plotter.drawLayer === 1;
+            })
+            visible: root.enableLegend
+
+            anchors {
+                left: parent.left
+                right: parent.right
+                bottom: parent.bottom
+                bottomMargin: place.below * place.shrinkY
+            }
+
+        }
+
+        MouseArea {
+            id: panArea
+
+            property real oldFrameX: -1
+
+            function pan(delta) {
+                const zoom = chartArea.zoomRect;
+                const chart = chartArea.chartRect;
+                const left = Utils.bound(zoom.left + delta / width * zoom.width, chart.left, chart.right - zoom.width);
+                chartArea.zoomRect = Qt.rect(left, zoom.y, zoom.width, zoom.height);
+            }
+
+            acceptedButtons: Qt.MiddleButton | Qt.RightButton
+            anchors.fill: chartArea
+            cursorShape: pressed ? Qt.ClosedHandCursor : Qt.ArrowCursor
+            preventStealing: true
+            propagateComposedEvents: true
+            onPressed: oldFrameX = mouse.x
+            onPositionChanged: {
+                const delta = oldFrameX - mouse.x;
+                if (delta === 0)
+                    return ;
+
+                oldFrameX = mouse.x;
+                pan(delta);
+            }
+        }
+
+        MouseArea {
+            id: zoomArea
+
+            property real p1: 0
+            property real p2: 0
+            property point start
+
+            anchors.fill: chartArea
+            hoverEnabled: true
+            preventStealing: true
+            onPressed: {
+                p1 = p2 = mouse.x;
+                start = Qt.point(mouse.x, mouse.y);
+            }
+            onPositionChanged: {
+                if (pressed)
+                    p2 = Utils.bound(mouse.x, 0, width);
+
+            }
+            onReleased: {
+                if (mouse.y < start.y)
+                    chartArea.resetZoomView();
+                else
+                    chartArea.zoomTo(p1, p2);
+                navBar.recalcWidth();
+            }
+
+            Item {
+                id: rubberBand
+
+                anchors.fill: parent
+                visible: zoomArea.pressed
+
+                Rectangle {
+                    x: Math.min(zoomArea.p1, zoomArea.p2)
+                    width: Math.abs(zoomArea.p1 - zoomArea.p2)
+                    height: parent.height
+                    color: "#4d4dc2e6"
+                }
+
+                Rectangle {
+                    x: zoomArea.start.x - width / 2
+                    y: zoomArea.start.y - height / 2
+                    width: 20
+                    height: 20
+                    border.color: "red"
+                    border.width: 4
+                    color: "transparent"
+                }
+
+                Shape {
+                    anchors.fill: parent
+
+                    ShapePath {
+                        startX: zoomArea.start.x
+                        startY: zoomArea.start.y
+                        strokeColor: "red"
+                        strokeStyle: ShapePath.SolidLine
+                        strokeWidth: 4
+
+                        PathLine {
+                            x: zoomArea.mouseX
+                            y: zoomArea.mouseY
+                        }
+
+                    }
+
+                }
+
+                Text {
+                    // Above the pointer, but never outside the plot.
+                    x: Utils.bound(zoomArea.mouseX - width / 2, -zoomArea.x, root.width - zoomArea.x - width)
+                    y: Utils.bound(zoomArea.mouseY - height, -zoomArea.y, root.height - zoomArea.y - height)
+                    color: Material.foreground
+                    style: Text.Outline
+                    styleColor: Material.background
+                    text: zoomArea.mouseY < zoomArea.start.y ? "Zoom Fit" : "Zoom In"
+                }
+
+            }
+
+        }
+
+    }
+
+    ShaderEffectSource {
+        id: capture
+
+        width: root.width
+        height: root.height
+        live: false
+        samples: 18
+        sourceItem: content
+        visible: false
+
+        Rectangle {
+            z: -0.5
+            anchors.fill: parent
+            color: Material.background
+        }
+
+    }
+
+    /// One end of what a navigator bar shows, under the bar.
+    component RangeLabel: Text {
+        property LinearXAxis axis
+        property NavigatorBar bar
+        property real value
+
+        z: 1
+        width: bar.width / 2
+        anchors.top: bar.bottom
+        color: axis.axisTextColor
+        enabled: bar.enabled
+        font.pixelSize: 10
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: 6
+        text: axis.labelText(value)
+        textFormat: Text.PlainText
+        visible: bar.visible && bar.height > 0
+    }
+
+}
