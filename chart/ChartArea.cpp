@@ -17,7 +17,7 @@ void ChartArea::setZoomRect(const QRectF &zoomRect)
     if (!change(m_zoomRect, zoomRect))
         return;
     const QPointer<ChartArea> alive(this);
-    emit zoomRectChanged();
+    announce(static_cast<Signal>(&ChartArea::zoomRectChanged));
     if (alive)
         requestUpdate();
 }

@@ -29,12 +29,20 @@ QQuickFramebufferObject::Renderer *IChartArea::createRenderer() const
     return new ChartRenderer;
 }
 
+void IChartArea::announce(Signal changed)
+{
+    if (m_synchronizing)
+        QMetaObject::invokeMethod(this, [this, changed] { (this->*changed)(); }, Qt::QueuedConnection);
+    else
+        (this->*changed)();
+}
+
 // properties
 
 void IChartArea::setChartRect(const QRectF &chartRect)
 {
     if (change(m_chartRect, chartRect))
-        emit chartRectChanged();
+        announce(&IChartArea::chartRectChanged);
 }
 
 void IChartArea::setAdaptAreaToPlotters(bool adapt)
@@ -127,7 +135,7 @@ bool IChartArea::dropsRequest()
 void IChartArea::scheduleFrame()
 {
     // Qt refuses an update off the GUI thread and the item would never be updated again.
-    if (QThread::currentThread() == thread())
+    if (!m_synchronizing && QThread::currentThread() == thread())
         update();
     else
         QMetaObject::invokeMethod(this, &QQuickItem::update, Qt::QueuedConnection);

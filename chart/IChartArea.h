@@ -92,8 +92,13 @@ signals:
     void adaptAreaToPlottersChanged();
 
 protected:
+    using Signal = void (IChartArea::*)();
+
     /// Takes the item out of everybody's reach, the render thread's too. First statement of every derived destructor.
     void withdraw();
+    /// Emits `changed`: at once, or, while the plotters are synchronised, from the GUI thread's event loop. The scene graph
+    /// is at work on the item then, and a handler may do away with the item, its window or its plotters.
+    void announce(Signal changed);
     /// The formula of mapPointToChart() against `rect`.
     QPointF mapPoint(const QPointF &point, const QRectF &rect) const;
 
@@ -116,6 +121,7 @@ private:
     QElapsedTimer m_updateTimer; ///< since the last accepted request
     uint m_updateIntervalMs = 25;
     int m_requestDepth = 0;
+    bool m_synchronizing = false; ///< the scene graph is inside syncPlotters()
     QRectF m_frameView; ///< render thread: the view rectangle of the frame
     std::shared_ptr<RenderHandle<IChartArea>> m_renderHandle;
     Anchor m_anchor;

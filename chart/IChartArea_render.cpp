@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "chart/IChartArea.h"
 
-#include <QPointer>
-
 #include <algorithm>
 
 // called by the renderer: render thread, GUI thread blocked
@@ -12,11 +10,10 @@ void IChartArea::syncPlotters()
     for (IPlotter *plotter : m_plotters.items())
         plotter->renderHandle()->use([](IPlotter &listed) { listed.synchronize(); });
 
-    // Fitting reads what belongs to the GUI thread and tells handlers, so it has its place here and not in the frame.
-    const QPointer<IChartArea> alive(this);
+    // Fitting reads what belongs to the GUI thread, so it has its place here and not in the frame.
+    m_synchronizing = true;
     updateChartRect();
-    if (!alive)
-        return;
+    m_synchronizing = false;
     updateRenderLayers();
     m_renderHandle->use([this](IChartArea &) { m_frameView = viewRect(); });
 }

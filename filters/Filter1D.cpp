@@ -11,6 +11,26 @@
 #include <algorithm>
 #include <cmath>
 
+namespace {
+
+thread_local int deliveries = 0; ///< publications in progress, of all nodes
+thread_local int reentries = 0;  ///< publications of nodes that were publishing, since the first of `deliveries` began
+
+class DeliveryScope
+{
+public:
+    DeliveryScope() { ++deliveries; }
+    ~DeliveryScope()
+    {
+        if (--deliveries == 0)
+            reentries = 0;
+    }
+    DeliveryScope(const DeliveryScope &) = delete;
+    DeliveryScope &operator=(const DeliveryScope &) = delete;
+};
+
+} // namespace
+
 Filter1D::Filter1D(QObject *parent) : QObject(parent), m_dataID(QUuid::createUuid().toString()) {}
 
 Filter1D::~Filter1D()
@@ -44,13 +64,26 @@ bool Filter1D::_filter_func(const QVector<double> &data)
     return true;
 }
 
+bool Filter1D::mayPublish()
+{
+    if (m_publicationDepth == 0)
+        return true;
+    // A node publishes while it is publishing: a handler changed its data, or it feeds itself. The depth bounds the stack;
+    // the number of times bounds the work, which doubles with every round of a cycle that delivers twice.
+    constexpr int deepestPublication = 64;
+    constexpr int mostReentries = 1024; // of all nodes, until the delivery that came first is done
+    if (m_publicationDepth < deepestPublication && ++reentries <= mostReentries)
+        return true;
+    if (change(m_cycleReported, true))
+        qWarning() << "Filter1D: the tree of nodes has a cycle, or a handler changes the data again and again";
+    return false;
+}
+
 void Filter1D::_request_data_update()
 {
-    constexpr int deepestPublication = 64; // handlers may publish again from within; a cycle would never end
-    if (m_publicationDepth >= deepestPublication) {
-        qWarning() << "Filter1D: the tree of nodes has a cycle, or a handler changes the data again and again";
+    if (!mayPublish())
         return;
-    }
+    const DeliveryScope scope;
     const QPointer<Filter1D> alive(this);
     ++m_publicationDepth;
     publish(QVector<double>(data()));

@@ -45,8 +45,8 @@ public:
     virtual double max_in(const QRectF &rect);
     /// The sample that index_at() names for x; 0.0 where it names none.
     virtual double value_at(double x) const;
-    /// The sample nearest to x, or -1. Deliberate: rounds, so the right half of a bin belongs to the next sample; and an
-    /// area that does not contain (x, 0), such as one of height 0, has no samples.
+    /// The sample nearest to x, or -1. Deliberate: rounds, so the right half of a bin belongs to the next sample; and
+    /// an area that does not contain (x, 0), such as one of height 0, has no samples.
     virtual int index_at(double x) const;
     /// The bar of sample index_at(point.x) standing on 0; null for none.
     virtual const QRectF area_at(const QPointF &point) const;
@@ -95,6 +95,7 @@ protected:
 
 private:
     void setParentFilter(const Filter1D *parentFilter);
+    bool mayPublish();
     void publish(const QVector<double> &series);
     void spreadArea(const QRectF &spread);
 
@@ -104,5 +105,6 @@ private:
     uint m_publication = 0; ///< counts; a publication that finds a newer one stops delivering
     uint m_spreading = 0;   ///< the same for areas
     int m_publicationDepth = 0;
+    bool m_cycleReported = false; ///< once per node: a source would report it at every tick
     Anchor m_anchor;
 };

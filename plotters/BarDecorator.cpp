@@ -73,7 +73,9 @@ void BarDecorator::setActive(bool active)
 void BarDecorator::setPlotters(const QList<IPlotter *> &plotters)
 {
     const QList<IPlotter *> before = m_plotters.items();
-    m_plotters.assign(plotters);
+    m_plotters.clear();
+    for (IPlotter *plotter : plotters)
+        m_plotters.append(plotter);
     if (m_plotters.items() != before)
         announcePlotters();
 }

@@ -8,6 +8,16 @@
 
 #include <algorithm>
 
+namespace {
+
+/// How much of a series has room in the vertex array: all of it or nothing.
+int drawableNumbers(const QVector<double> &data)
+{
+    return data.size() <= BarPlotterDx::maximumNumbers ? data.size() : 0;
+}
+
+} // namespace
+
 BarPlotterDx::BarPlotterDx(QObject *parent) : IPlotter1D(parent) {}
 
 BarPlotterDx::~BarPlotterDx()
@@ -108,18 +118,13 @@ const QVector<SAttributeDefinition> BarPlotterDx::declareArributeArray()
     };
 }
 
-int BarPlotterDx::drawableNumbers() const
-{
-    return m_data.size() <= maximumNumbers ? m_data.size() : 0;
-}
-
 bool BarPlotterDx::__update_vertex()
 {
     if (m_data.isEmpty())
         return false;
     if (m_data.size() > maximumNumbers)
         qWarning() << "BarPlotterDx draws at most" << maximumNumbers << "numbers, not" << m_data.size();
-    const int count = drawableNumbers();
+    const int count = drawableNumbers(m_data);
     if (m_vertexArray.size() != 4 * count) {
         m_vertexArray.clear();
         m_vertexArray.resize(4 * count);
@@ -148,7 +153,7 @@ bool BarPlotterDx::__update_vertex()
 
 bool BarPlotterDx::__update_index()
 {
-    const int count = drawableNumbers();
+    const int count = drawableNumbers(m_data);
     if (m_indexArray.size() > 6 * count)
         return false;
     const int present = m_indexArray.size() / 6; // their indices do not depend on the values

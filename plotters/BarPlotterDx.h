@@ -53,7 +53,6 @@ public:
 
 private:
     int barCount() const { return m_data.size() / 2; }
-    int drawableNumbers() const;
     double __dx_from_to(int from, int to) const;
     void __update_draw_index(const QRectF &viewArea);
 

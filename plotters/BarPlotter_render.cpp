@@ -26,6 +26,15 @@ int chooseShaderMode(const QOpenGLContext &context)
     return BarAttributes;
 }
 
+/// The bars' extent as far as a view can tell: a series without a positive value has an area of height 0, which a
+/// rectangle test finds empty, and bars below it.
+QRectF drawnExtent(const QRectF &modArea, const QRectF &view)
+{
+    if (modArea.height() != 0.0)
+        return modArea;
+    return {modArea.x(), view.y(), modArea.width(), view.height()};
+}
+
 bool constructProgram(OwnProgram &program)
 {
     shaderMode = chooseShaderMode(*QOpenGLContext::currentContext());
@@ -41,8 +50,8 @@ int barShaderMode()
 
 OwnProgram &barProgram()
 {
-    static PerContext<OwnProgram> programs;
-    return programs.current();
+    static auto *const programs = new PerContext<OwnProgram>; // never destroyed: a render thread may outlive main()
+    return programs->current();
 }
 
 // called by the chart area: render thread, GUI thread blocked
@@ -114,7 +123,7 @@ void BarPlotter::uploadIndices()
 void BarPlotter::draw(const QRectF &viewArea)
 {
     Q_ASSERT(QOpenGLContext::currentContext());
-    const QRectF &extent = frame().modArea;
+    const QRectF extent = drawnExtent(frame().modArea, viewArea);
     if (!frame().visible || m_barCount == 0 || !extent.intersects(viewArea))
         return;
     const double barWidth = extent.width() / m_barCount;

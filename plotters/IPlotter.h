@@ -155,7 +155,7 @@ protected:
     void initialize();
     /// Whether the last synchronisation took place in the current context.
     bool wasSynchronizedHere() const;
-    /// Logs an OpenGL error when it differs from the last one reported.
+    /// Logs the OpenGL error, if there is one. Once per draw(); the same error in draw after draw is logged once.
     void reportGLError(QOpenGLFunctions &gl);
 
     QString m_name;
@@ -186,11 +186,13 @@ private:
     void createBuffers();
     void uploadAttribute(int number);
     void drawLayerDefinition(const SRenderLayerDefinition &layer, QOpenGLFunctions &gl);
+    bool hasBuffer(int number) const;
+    /// Attributes that were not declared are left out.
     void bindAttributes(QOpenGLShaderProgram &program, const QVector<int> &numbers);
     void releaseAttributes(QOpenGLShaderProgram &program, const QVector<int> &numbers);
 
-    SPlotterFrame m_frame; ///< written by synchronize(), read by draw()
     GLenum m_reportedGLError = 0;
+    SPlotterFrame m_frame; ///< written by synchronize(), read by draw()
     std::shared_ptr<RenderHandle<IPlotter>> m_renderHandle;
     Anchor m_anchor;
 };

@@ -114,7 +114,7 @@ void IPlotter::drawLayerDefinition(const SRenderLayerDefinition &layer, QOpenGLF
     if (layer.count < 1 || layer.mode == 0)
         return;
     const bool withElements = !(layer.mode & drawWithArrays) && (layer.mode & drawWithElements);
-    const bool hasIndexBuffer = layer.indexBuffer >= 0 && layer.indexBuffer < m_buffers.size();
+    const bool hasIndexBuffer = hasBuffer(layer.indexBuffer);
     if (withElements && !hasIndexBuffer)
         return; // an element layer without indices has no index type
     QOpenGLShaderProgram *program = ShaderProgramRegistry::instance().program(layer.programName);
@@ -137,9 +137,16 @@ void IPlotter::drawLayerDefinition(const SRenderLayerDefinition &layer, QOpenGLF
     releaseAttributes(*program, layer.attributes);
 }
 
+bool IPlotter::hasBuffer(int number) const
+{
+    return number >= 0 && number < m_buffers.size();
+}
+
 void IPlotter::bindAttributes(QOpenGLShaderProgram &program, const QVector<int> &numbers)
 {
     for (const int number : numbers) {
+        if (!hasBuffer(number))
+            continue;
         const SAttributeDefinition &attribute = m_attributes.at(number);
         const QByteArray name = attribute.name.toUtf8();
         m_buffers[number].bind();
@@ -151,6 +158,8 @@ void IPlotter::bindAttributes(QOpenGLShaderProgram &program, const QVector<int> 
 void IPlotter::releaseAttributes(QOpenGLShaderProgram &program, const QVector<int> &numbers)
 {
     for (const int number : numbers) {
+        if (!hasBuffer(number))
+            continue;
         program.disableAttributeArray(m_attributes.at(number).name.toUtf8().constData());
         m_buffers[number].release();
     }

@@ -19,7 +19,8 @@ GLenum glType(QOpenGLShader::ShaderType type)
     }
 }
 
-bool stageCompiles(QOpenGLFunctions &gl, QOpenGLShader::ShaderType type, const QByteArray &source)
+/// Compiles one stage into `program`. Without Qt, which would log a failure at length.
+bool attachStage(QOpenGLFunctions &gl, GLuint program, QOpenGLShader::ShaderType type, const QByteArray &source)
 {
     const GLuint shader = gl.glCreateShader(glType(type));
     if (!shader)
@@ -29,8 +30,26 @@ bool stageCompiles(QOpenGLFunctions &gl, QOpenGLShader::ShaderType type, const Q
     gl.glShaderSource(shader, 1, &text, nullptr);
     gl.glCompileShader(shader);
     gl.glGetShaderiv(shader, GL_COMPILE_STATUS, &compiled);
-    gl.glDeleteShader(shader);
+    gl.glAttachShader(program, shader);
+    gl.glDeleteShader(shader); // goes with the program
     return compiled != 0;
+}
+
+/// Whether the sources link, said by nobody.
+bool linksSilently(const OwnProgram::Sources &sources)
+{
+    QOpenGLFunctions &gl = *QOpenGLContext::currentContext()->functions();
+    const GLuint program = gl.glCreateProgram();
+    bool compiled = program != 0;
+    for (const auto &stage : sources)
+        compiled = compiled && attachStage(gl, program, stage.first, stage.second.toUtf8());
+    GLint linked = 0;
+    if (compiled) {
+        gl.glLinkProgram(program);
+        gl.glGetProgramiv(program, GL_LINK_STATUS, &linked);
+    }
+    gl.glDeleteProgram(program);
+    return linked != 0;
 }
 
 } // namespace
@@ -40,7 +59,7 @@ bool OwnProgram::ensureLinked(const Sources &sources, const char *owner)
     Q_ASSERT(QOpenGLContext::currentContext());
     if (m_program.isLinked())
         return true;
-    if (m_failedBefore && !stagesCompile(sources))
+    if (m_failedBefore && !linksSilently(sources))
         return false; // Qt would say the same again, at length
     m_program.removeAllShaders();
     for (const auto &stage : sources)
@@ -49,19 +68,9 @@ bool OwnProgram::ensureLinked(const Sources &sources, const char *owner)
         return true;
     if (!m_failedBefore || m_program.log() != m_reportedLog) {
         m_reportedLog = m_program.log();
-        qCritical().noquote() << QStringLiteral("Link shader program for %1 failed with log:\n").arg(QLatin1String(owner))
-                              << m_reportedLog;
+        qCritical() << qPrintable(QStringLiteral("Link shader program for %1 failed with log:\n").arg(QLatin1String(owner)))
+                    << m_reportedLog;
     }
     m_failedBefore = true;
     return false;
-}
-
-bool OwnProgram::stagesCompile(const Sources &sources)
-{
-    QOpenGLFunctions &gl = *QOpenGLContext::currentContext()->functions();
-    for (const auto &stage : sources) {
-        if (!stageCompiles(gl, stage.first, stage.second.toUtf8()))
-            return false;
-    }
-    return true;
 }

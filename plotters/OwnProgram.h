@@ -14,15 +14,13 @@ class OwnProgram
 public:
     using Sources = QVector<QPair<QOpenGLShader::ShaderType, QString>>;
 
-    /// Links `sources` unless that is done. A failure is reported once as "Link shader program for <owner> failed ...",
-    /// and again when its log changes; every further call tries again, without adding up sources or Qt messages.
+    /// Links `sources` unless that is done. A failure is reported as "Link shader program for <owner> failed ..." with the
+    /// log. Every further call tries again, without adding up sources; it reports a failure when the log is another one.
     bool ensureLinked(const Sources &sources, const char *owner);
     bool isLinked() const { return m_program.isLinked(); }
     QOpenGLShaderProgram &program() { return m_program; }
 
 private:
-    static bool stagesCompile(const Sources &sources);
-
     QOpenGLShaderProgram m_program;
     bool m_failedBefore = false;
     QString m_reportedLog;

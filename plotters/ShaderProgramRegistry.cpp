@@ -24,7 +24,7 @@ void ShaderProgramRegistry::registerProgram(SProgramShaderDefinition *definition
 bool ShaderProgramRegistry::hasPrograms() const
 {
     const Programs *programs = m_programs.find();
-    return programs && !programs->isEmpty();
+    return programs && !programs->byName.isEmpty();
 }
 
 void ShaderProgramRegistry::compileAllPrograms()
@@ -38,21 +38,23 @@ void ShaderProgramRegistry::compileAllPrograms()
 void ShaderProgramRegistry::compile(const SProgramShaderDefinition &definition, Programs &programs)
 {
     const QString name = definition.name();
-    if (programs.contains(name)) // Deliberate: it says "Skipping" and compiles all the same.
+    if (programs.byName.contains(name)) // Deliberate: it says "Skipping" and compiles all the same.
         qWarning() << "Skipping" << name << "program shader because already exist another program with that name.";
     // Without the application as parent: it lives on another thread. The context's table owns the program.
-    auto program = std::make_shared<QOpenGLShaderProgram>();
+    auto program = std::make_unique<QOpenGLShaderProgram>();
     const auto stages = definition.sources();
     for (const auto &stage : stages)
         program->addCacheableShaderFromSourceCode(stage.first, stage.second);
-    if (program->link())
-        programs.insert(name, program);
-    else
+    if (!program->link()) {
         qWarning() << "Cannot compile" << name << "program shader.\nLOG:\n" << program->log();
+        return;
+    }
+    programs.byName.insert(name, program.get());
+    programs.owned.push_back(std::move(program));
 }
 
 QOpenGLShaderProgram *ShaderProgramRegistry::program(const QString &name) const
 {
     const Programs *programs = m_programs.find();
-    return programs ? programs->value(name).get() : nullptr;
+    return programs ? programs->byName.value(name) : nullptr;
 }

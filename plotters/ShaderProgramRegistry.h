@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <memory>
+#include <vector>
 
 class QOpenGLShaderProgram;
 class SProgramShaderDefinition;
@@ -29,11 +30,15 @@ public:
     bool hasPrograms() const;
     /// Compiles every definition for the current context and logs those that do not link.
     void compileAllPrograms();
-    /// The current context's program of that name, null for none. Not owned by the caller.
+    /// The current context's program of that name, null for none. Lives as long as the context.
     QOpenGLShaderProgram *program(const QString &name) const;
 
 private:
-    using Programs = QHash<QString, std::shared_ptr<QOpenGLShaderProgram>>;
+    struct Programs
+    {
+        QHash<QString, QOpenGLShaderProgram *> byName;
+        std::vector<std::unique_ptr<QOpenGLShaderProgram>> owned; ///< also those that a later one replaced
+    };
 
     static void compile(const SProgramShaderDefinition &definition, Programs &programs);
 

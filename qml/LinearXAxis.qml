@@ -61,8 +61,9 @@ Item {
 
     /// Where the label of a tick begins: centred, but inside the axis or what it lies in.
     function labelX(index, labelWidth) {
-        const left = Math.min(0, -x);
-        const right = parent ? Math.max(width, parent.width - x) : width;
+        const edge = 4;
+        const left = Math.min(0, edge - x);
+        const right = parent ? Math.max(width, parent.width - x - edge) : width;
         return Math.max(Math.min(tickX(index) - labelWidth / 2, right - labelWidth), left);
     }
 

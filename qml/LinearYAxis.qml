@@ -52,7 +52,7 @@ Item {
 
             Text {
                 // Where the axis has room on its left, the label stays inside it.
-                readonly property real room: root.x > 16 ? root.x - implicitWidth : 16
+                readonly property real room: root.x > 16 ? root.x - 4 - implicitWidth : 16
 
                 color: root.axisTextColor
                 font.pointSize: 9

@@ -296,6 +296,8 @@ Item {
                     x: Utils.bound(zoomArea.mouseX - width / 2, -zoomArea.x, root.width - zoomArea.x - width)
                     y: Utils.bound(zoomArea.mouseY - height, -zoomArea.y, root.height - zoomArea.y - height)
                     color: Material.foreground
+                    style: Text.Outline
+                    styleColor: Material.background
                     text: zoomArea.mouseY < zoomArea.start.y ? "Zoom Fit" : "Zoom In"
                 }
 

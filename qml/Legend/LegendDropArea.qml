@@ -41,12 +41,26 @@ Item {
         }
 
         function farewell() {
-            if (guest) {
-                docked.destroy();
-                guest.opacity = 1;
-            }
-            guest = null;
+            if (!guest)
+                return ;
+
+            docked.destroy();
             docked = null;
+            guest.opacity = 1;
+            guest = null;
+        }
+
+        /// Lets the docked legend go once it was dragged off the edge: it then lies among the neighbours of this item.
+        function watch() {
+            if (guest || !docked.Drag.active || edge.contains(docked.mapToItem(edge, docked.Drag.hotSpot)))
+                return ;
+
+            const corner = mapToItem(root.parent, docked.x, docked.y);
+            const legend = docked;
+            docked = null;
+            legend.parent = root.parent;
+            legend.x = corner.x;
+            legend.y = corner.y;
         }
 
         function keep() {
@@ -71,6 +85,18 @@ Item {
         height: root.hDirection ? depth : root.height
     }
 
+    Connections {
+        function onXChanged() {
+            container.watch();
+        }
+
+        function onYChanged() {
+            container.watch();
+        }
+
+        target: container.docked
+    }
+
     DropArea {
         id: edge
 
@@ -91,20 +117,18 @@ Item {
 
             width: root.width
             height: Math.abs(root.extendLength)
+            z: handle.drag.active ? 1000 : 0
             color: Material.background
             Drag.active: handle.drag.active
             Drag.hotSpot: Qt.point(handle.mouseX, handle.mouseY)
 
-            MouseArea {
+            VerticalLegend.DragHandle {
                 id: handle
 
                 width: 21
                 height: parent.height
-                cursorShape: pressed ? Qt.ClosedHandCursor : Qt.OpenHandCursor
-                drag.target: barRoot
                 hoverEnabled: true
-                preventStealing: true
-                onReleased: barRoot.Drag.drop()
+                legend: barRoot
 
                 HandleBar {
                     x: 12
@@ -119,7 +143,8 @@ Item {
             HorizontalLegend {
                 x: 21
                 width: parent.width - x
-                height: parent.height
+                height: Math.min(implicitHeight, parent.height)
+                anchors.verticalCenter: parent.verticalCenter
                 plotterList: root.plotterList
             }
 

@@ -76,6 +76,7 @@ Item {
 
         function choose(index) {
             legend.currColorSelected = index;
+            title = legend.plotterList[index].name;
             color = legend.plotterList[index].color;
             open();
         }

@@ -13,6 +13,7 @@ Rectangle {
     implicitWidth: 200
     implicitHeight: titleBar.height + list.contentHeight
     color: Material.background
+    z: titleArea.drag.active ? 1000 : 0
     Drag.active: titleArea.drag.active
     Drag.hotSpot: Qt.point(titleArea.mouseX, titleArea.mouseY)
 
@@ -37,14 +38,11 @@ Rectangle {
 
         }
 
-        MouseArea {
+        DragHandle {
             id: titleArea
 
             anchors.fill: parent
-            cursorShape: pressed ? Qt.ClosedHandCursor : Qt.OpenHandCursor
-            drag.target: root
-            preventStealing: true
-            onReleased: root.Drag.drop()
+            legend: root
         }
 
     }
@@ -86,6 +84,27 @@ Rectangle {
             legend: root
         }
 
+    }
+
+    /// Where a legend can be taken and dragged. Released, it stays within reach.
+    component DragHandle: MouseArea {
+        id: dragHandle
+
+        property Item legend
+
+        function bringBack(corner) {
+            legend.x += Math.min(Math.max(corner.x, 20 - width), legend.parent.width - 20) - corner.x;
+            legend.y += Math.min(Math.max(corner.y, 0), legend.parent.height - 20) - corner.y;
+        }
+
+        cursorShape: pressed ? Qt.ClosedHandCursor : Qt.OpenHandCursor
+        drag.target: legend
+        preventStealing: true
+        onReleased: {
+            if (legend.Drag.drop() === Qt.IgnoreAction)
+                bringBack(mapToItem(legend.parent, 0, 0));
+
+        }
     }
 
 }

@@ -125,6 +125,7 @@ Rectangle {
 
                 height: parent.height
                 anchors.right: parent.right
+                Material.theme: titleText.color.hslLightness > 0.5 ? Material.Dark : Material.Light
             }
 
         }

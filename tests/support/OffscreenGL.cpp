@@ -5,11 +5,11 @@
 
 #include <algorithm>
 
-OffscreenGL::OffscreenGL(const QSize &size, const QSurfaceFormat &format) : m_context(std::make_unique<QOpenGLContext>())
+OffscreenGL::OffscreenGL(const QSize &size, const QSurfaceFormat &format)
 {
-    m_context->setFormat(format);
-    m_context->create();
-    m_surface.setFormat(m_context->format());
+    m_context.setFormat(format);
+    m_context.create();
+    m_surface.setFormat(m_context.format());
     m_surface.create();
     makeCurrent();
     m_target = std::make_unique<QOpenGLFramebufferObject>(size);
@@ -25,7 +25,7 @@ OffscreenGL::~OffscreenGL()
 
 void OffscreenGL::makeCurrent()
 {
-    m_context->makeCurrent(&m_surface);
+    m_context.makeCurrent(&m_surface);
     if (m_target)
         m_target->bind();
 }
@@ -35,7 +35,7 @@ QImage OffscreenGL::picture(const std::function<void()> &draw)
     gl().glClearColor(0.0f, 0.0f, 0.0f, 1.0f);
     gl().glClear(GL_COLOR_BUFFER_BIT);
     gl().glEnable(GL_BLEND);
-    gl().glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    gl().glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ZERO, GL_ONE); // stays opaque
     draw();
     return m_target->toImage(false);
 }
@@ -43,7 +43,7 @@ QImage OffscreenGL::picture(const std::function<void()> &draw)
 int OffscreenGL::primitives(const std::function<void()> &draw)
 {
     constexpr GLenum primitivesGenerated = 0x8C87;
-    QOpenGLExtraFunctions &extra = *m_context->extraFunctions();
+    QOpenGLExtraFunctions &extra = *m_context.extraFunctions();
     GLuint query = 0;
     GLuint count = 0;
     extra.glGenQueries(1, &query);

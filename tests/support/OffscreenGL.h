@@ -21,9 +21,9 @@ public:
     explicit OffscreenGL(const QSize &size = QSize(100, 100), const QSurfaceFormat &format = QSurfaceFormat::defaultFormat());
     ~OffscreenGL();
 
-    bool isValid() const { return m_context && m_context->isValid() && m_target && m_target->isValid(); }
-    QOpenGLContext &context() { return *m_context; }
-    QOpenGLFunctions &gl() { return *m_context->functions(); }
+    bool isValid() const { return m_context.isValid() && m_target && m_target->isValid(); }
+    QOpenGLContext &context() { return m_context; }
+    QOpenGLFunctions &gl() { return *m_context.functions(); }
     void makeCurrent();
 
     /// Clears to black, draws with the blend state of a chart's frame and returns the picture as the chart would show it:
@@ -36,6 +36,6 @@ public:
 
 private:
     QOffscreenSurface m_surface;
-    std::unique_ptr<QOpenGLContext> m_context;
+    QOpenGLContext m_context;
     std::unique_ptr<QOpenGLFramebufferObject> m_target;
 };

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#include "Envelope.h"
+
+#include <algorithm>
+
+Envelope::~Envelope()
+{
+    withdraw(); // first thing in every node's destructor: nobody reaches it any more
+}
+
+void Envelope::setDecay(double decay)
+{
+    if (decay == m_decay)
+        return;
+    m_decay = decay;
+    emit decayChanged();
+}
+
+bool Envelope::_filter_func(const QVector<double> &data)
+{
+    QVector<double> envelope = data;
+    double peak = 0.0;
+    for (double &value : envelope) {
+        peak = std::max(value, peak * m_decay);
+        value = peak;
+    }
+    return Filter1D::_filter_func(envelope); // stores it and says whether it differs from before
+}

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#include "Sampler.h"
+
+#include <QThread>
+
+void Sampler::run()
+{
+    constexpr int samples = 400;
+    for (int series = 1; series <= m_series; ++series) {
+        QVector<double> values(samples, 0.0);
+        values[samples / 4] = 100.0 * series;
+        values[samples / 2] = 50.0 * series;
+        emit produced(values);
+        QThread::msleep(5);
+    }
+}

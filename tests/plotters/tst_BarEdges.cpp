@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: MIT
+#include "plotters/BarEdges.h"
+
+#include <QRandomGenerator>
+#include <QtTest>
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+BarEdges edgesOf(const QVector<double> &pairs)
+{
+    return BarEdges::of(pairs, [](double, double) {});
+}
+
+/// The plain scan over all bars.
+SBarRange scan(const QVector<double> &pairs, double left, double right)
+{
+    const int count = pairs.size() / 2;
+    double x = 0.0;
+    int k = 0;
+    while (left > x && k < count)
+        x += pairs.at(2 * k++);
+    const int start = std::max(k - 1, 0);
+    while (right > x && k < count)
+        x += pairs.at(2 * k++);
+    return {start, k};
+}
+
+/// Pairs whose widths are drawn from `width()`; the values do not matter.
+template <class Width>
+QVector<double> pairsOf(int count, Width &&width)
+{
+    QVector<double> pairs;
+    for (int i = 0; i < count; ++i)
+        pairs << width() << double(i);
+    return pairs;
+}
+
+} // namespace
+
+class tst_BarEdges : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void nothingHasNoBars();
+    void aNumberWithoutPartnerIsNoBar();
+    void barsAreVisitedInOrderWithTheirRightEdges();
+    void theRangeGoesFromTheBarOfTheLeftEdgeToThatOfTheRight();
+    void theRangeIsWhatAScanFinds_data();
+    void theRangeIsWhatAScanFinds();
+    void aSearchTouchesFewBarsOfMany();
+};
+
+void tst_BarEdges::nothingHasNoBars()
+{
+    const BarEdges edges;
+    QCOMPARE(edges.barCount(), 0);
+    QCOMPARE(edges.total(), 0.0);
+    QCOMPARE(edges.barsBetween(0.0, 10.0).first, 0);
+    QCOMPARE(edges.barsBetween(0.0, 10.0).end, 0);
+}
+
+void tst_BarEdges::aNumberWithoutPartnerIsNoBar()
+{
+    QCOMPARE(edgesOf({3.0}).barCount(), 0);
+    const BarEdges edges = edgesOf({1.0, 5.0, 2.0, 3.0, 7.0});
+    QCOMPARE(edges.barCount(), 2);
+    QCOMPARE(edges.total(), 3.0);
+}
+
+void tst_BarEdges::barsAreVisitedInOrderWithTheirRightEdges()
+{
+    QVector<double> seen;
+    BarEdges::of({1.0, 5.0, 2.0, 3.0, 0.5, -1.0}, [&](double right, double value) { seen << right << value; });
+    QCOMPARE(seen, (QVector<double>{1.0, 5.0, 3.0, 3.0, 3.5, -1.0}));
+}
+
+void tst_BarEdges::theRangeGoesFromTheBarOfTheLeftEdgeToThatOfTheRight()
+{
+    const BarEdges edges = edgesOf({1.0, 0.0, 2.0, 0.0, 4.0, 0.0, 8.0, 0.0}); // edges 0 1 3 7 15
+    QCOMPARE(edges.barsBetween(2.0, 6.5).first, 1);
+    QCOMPARE(edges.barsBetween(2.0, 6.5).end, 3);
+    QCOMPARE(edges.barsBetween(0.0, 15.0).first, 0);
+    QCOMPARE(edges.barsBetween(0.0, 15.0).end, 4);
+    QCOMPARE(edges.barsBetween(3.0, 3.0).first, 1); // an edge belongs to the bar on its left
+    QCOMPARE(edges.barsBetween(3.0, 3.0).end, 2);
+    QCOMPARE(edges.barsBetween(-5.0, -1.0).end, 0);
+    QCOMPARE(edges.barsBetween(20.0, 30.0).first, 3);
+    QCOMPARE(edges.barsBetween(20.0, 30.0).end, 4);
+}
+
+void tst_BarEdges::theRangeIsWhatAScanFinds_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::newRow("positive widths") << 0;
+    QTest::newRow("many of width zero") << 1;
+    QTest::newRow("very different widths") << 2;
+    QTest::newRow("some negative") << 3;
+    QTest::newRow("some no numbers") << 4;
+    QTest::newRow("some infinite") << 5;
+    QTest::newRow("infinities of both signs") << 6;
+}
+
+void tst_BarEdges::theRangeIsWhatAScanFinds()
+{
+    QFETCH(int, kind);
+    QRandomGenerator random(20240517u + uint(kind));
+    const auto width = [&]() -> double {
+        const double plain = random.generateDouble();
+        const bool rare = random.bounded(40) == 0;
+        switch (kind) {
+        case 1:
+            return random.bounded(3) ? 0.0 : plain;
+        case 2:
+            return plain * std::pow(10.0, random.bounded(24) - 12);
+        case 3:
+            return rare ? -plain : plain;
+        case 4:
+            return rare ? notANumber : plain;
+        case 5:
+            return rare ? infinity : plain;
+        case 6:
+            return rare ? (random.bounded(2) ? infinity : -infinity) : plain;
+        default:
+            return plain;
+        }
+    };
+    for (int round = 0; round < 400; ++round) {
+        const int sizes[] = {0, 1, 2, 3, 7, 255, 256, 257, 511, 512, 513, 1000, int(random.bounded(3000))};
+        const QVector<double> pairs = pairsOf(sizes[random.bounded(int(std::size(sizes)))], width);
+        const BarEdges edges = edgesOf(pairs);
+        double sum = 0.0;
+        QVector<double> positions{-1.0, 0.0, infinity, -infinity, notANumber};
+        for (int i = 0; i + 1 < pairs.size(); i += 2) {
+            sum += pairs.at(i);
+            if (random.bounded(20) == 0)
+                positions << sum << sum + 1e-9 << sum - 0.3;
+        }
+        positions << sum << 1.1 * sum;
+        for (int probe = 0; probe < 30; ++probe) {
+            double left = positions.at(random.bounded(positions.size()));
+            double right = positions.at(random.bounded(positions.size()));
+            if (left > right)
+                std::swap(left, right);
+            const SBarRange expected = scan(pairs, left, right);
+            const SBarRange found = edges.barsBetween(left, right);
+            QCOMPARE(found.first, expected.first);
+            QCOMPARE(found.end, expected.end);
+        }
+    }
+}
+
+void tst_BarEdges::aSearchTouchesFewBarsOfMany()
+{
+    constexpr int count = 4'000'000;
+    const QVector<double> pairs = pairsOf(count, [] { return 0.5; });
+    const BarEdges edges = edgesOf(pairs);
+    // A scan reads some 2 million widths for each of these: more than a minute in all.
+    for (int i = 0; i < 100'000; ++i) {
+        const double left = 0.5 * (count / 2 + i) + 0.25;
+        const SBarRange range = edges.barsBetween(left, left + 5.0);
+        QCOMPARE(range.first, count / 2 + i);
+        QCOMPARE(range.end, count / 2 + i + 11);
+    }
+}
+
+QTEST_APPLESS_MAIN(tst_BarEdges)
+#include "tst_BarEdges.moc"

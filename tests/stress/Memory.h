@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QtGlobal>
+
+/// The process's memory at one moment, in KiB.
+struct SMemory
+{
+    qint64 resident = 0;
+    qint64 heap = 0; ///< in use, according to malloc
+
+    /// Gives free memory back to the system first, so that only what is in use counts.
+    static SMemory now();
+};
+
+/// False under a sanitizer, whose own bookkeeping grows.
+bool memoryIsMeasurable();

@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: MIT
+
+// stress SCENARIO [--seconds N] [--seed N]: mistreats the module for a while, then asks for a correct picture, a quiet
+// log and unchanged memory. One process per scenario, so that a crash is one failure.
+
+#include "stress/FreshChart.h"
+#include "stress/Memory.h"
+#include "stress/Scenario.h"
+
+#include <QCommandLineParser>
+#include <QElapsedTimer>
+#include <QGuiApplication>
+
+#include <cstdio>
+#include <random>
+
+namespace {
+
+QVector<SScenarioEntry> &registered()
+{
+    static QVector<SScenarioEntry> entries;
+    return entries;
+}
+
+const SScenarioEntry *find(const QString &name)
+{
+    for (const SScenarioEntry &entry : scenarios()) {
+        if (name == QLatin1String(entry.name))
+            return &entry;
+    }
+    return nullptr;
+}
+
+int list()
+{
+    for (const SScenarioEntry &entry : scenarios())
+        std::printf("%s\n", entry.name);
+    return 0;
+}
+
+struct SOutcome
+{
+    int rounds = 0;
+    SMemory before; ///< after the warm-up
+    SMemory after;
+    QStringList faults;
+};
+
+void play(Scenario &scenario, Stage &stage, double seconds, SOutcome &outcome)
+{
+    constexpr double warmUp = 0.5; // of the time
+    constexpr int warmUpRounds = 3;
+    bool warm = false;
+    scenario.prepare(stage);
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < seconds * 1000.0 || outcome.rounds <= warmUpRounds + 1) {
+        scenario.round(stage);
+        ++outcome.rounds;
+        if (warm || outcome.rounds < warmUpRounds || clock.elapsed() < seconds * 1000.0 * warmUp)
+            continue;
+        warm = true;
+        stage.settle();
+        outcome.before = SMemory::now();
+    }
+    stage.settle();
+    outcome.after = SMemory::now();
+}
+
+void judge(const SScenarioEntry &entry, const Stage &stage, SOutcome &outcome)
+{
+    const qint64 grown = outcome.after.resident - outcome.before.resident;
+    if (memoryIsMeasurable() && grown > entry.residentGrowth)
+        outcome.faults << QStringLiteral("the memory grew by %1 KiB, more than %2").arg(grown).arg(entry.residentGrowth);
+    outcome.faults << stage.faults() << stage.messages.faults();
+}
+
+int run(const SScenarioEntry &entry, double seconds, quint32 seed)
+{
+    Messages messages;
+    SOutcome outcome;
+    {
+        Stage stage(seed, messages);
+        {
+            const std::unique_ptr<Scenario> scenario = entry.create();
+            play(*scenario, stage, seconds, outcome);
+        }
+        stage.spin();
+        stage.judge(QStringLiteral("fresh chart"), freshChartFaults(stage));
+        judge(entry, stage, outcome);
+    }
+    std::printf("%s: seed %u, %d rounds, resident %lld KiB (%+lld), heap %lld KiB (%+lld)\n", entry.name, seed, outcome.rounds,
+                outcome.after.resident, outcome.after.resident - outcome.before.resident, outcome.after.heap,
+                outcome.after.heap - outcome.before.heap);
+    for (const QString &fault : qAsConst(outcome.faults))
+        std::fprintf(stderr, "FAIL %s: %s\n", entry.name, qPrintable(fault));
+    return outcome.faults.isEmpty() ? 0 : 1;
+}
+
+} // namespace
+
+const QVector<SScenarioEntry> &scenarios()
+{
+    return registered();
+}
+
+ScenarioRegistration::ScenarioRegistration(const SScenarioEntry &entry)
+{
+    registered().append(entry);
+}
+
+int main(int argc, char **argv)
+{
+    const SScenarioEntry *early = argc > 1 ? find(QString::fromLocal8Bit(argv[1])) : nullptr;
+    if (early && early->prepare)
+        early->prepare();
+    QGuiApplication application(argc, argv);
+    application.setQuitOnLastWindowClosed(false);
+
+    QCommandLineParser parser;
+    parser.addHelpOption();
+    parser.addPositionalArgument("scenario", "What to do; one of --list.");
+    const QCommandLineOption seconds("seconds", "How long.", "N", "2");
+    const QCommandLineOption seed("seed", "The seed of chance.", "N", "1");
+    const QCommandLineOption lists("list", "The scenarios.");
+    parser.addOptions({seconds, seed, lists});
+    parser.process(application);
+    if (parser.isSet(lists))
+        return list();
+    const SScenarioEntry *entry = find(parser.positionalArguments().value(0));
+    if (!entry)
+        parser.showHelp(2);
+    const quint32 wanted = parser.value(seed) == QLatin1String("random") ? std::random_device()() : parser.value(seed).toUInt();
+    return run(*entry, parser.value(seconds).toDouble(), wanted);
+}
