@@ -20,9 +20,9 @@ Item {
     property real tickHeight: 50
     readonly property real minDyTick: Math.pow(1000, Math.floor(Math.log10(rectArea.height) / 3))
     readonly property real maxNumYTicks: Math.floor(height / tickHeight)
-    readonly property real dyTicks: Math.pow(2, Math.ceil(Math.log2((rectArea.height / minDyTick) / maxNumYTicks))) * minDyTick
+    readonly property real dyTicks: Math.pow(2, Math.ceil(Math.log2(rectArea.height / minDyTick / maxNumYTicks))) * minDyTick
     readonly property real yTicks: Math.min(Math.floor(rectArea.height / dyTicks) + 1, maxNumYTicks)
-    readonly property int tickCount: dyTicks > 0 && isFinite(dyTicks) && isFinite(yTicks) ? Math.max(yTicks, 0) : 0
+    readonly property int tickCount: isDrawable() ? Math.max(yTicks, 0) : 0
 
     /// The label of a value; empty where it can't be computed.
     function labelText(value) {
@@ -34,6 +34,10 @@ Item {
             return isFinite(Math.floor(text)) ? "10<sup>" + Math.floor(text) + "</sup>" : "";
 
         return /NaN|Infinity/.test(text) ? "" : String(text);
+    }
+
+    function isDrawable() {
+        return dyTicks > 0 && isFinite(dyTicks) && isFinite(yTicks);
     }
 
     z: -1

@@ -103,12 +103,17 @@ Item {
 
             const main = root.mainChartArea;
             const zoom = main.zoomRect;
+            const half = zoom.width / 2;
             if (state === "dragging")
-                main.zoomRect = Qt.rect(Utils.bound(x - zoom.width / 2, main.chartRect.left, main.chartRect.right - zoom.width), zoom.y, zoom.width, zoom.height);
+                show(Utils.bound(x - half, main.chartRect.left, main.chartRect.right - zoom.width), zoom.y, zoom.width);
             else if (state === "stretchLeft")
-                main.zoomRect = Qt.rect(x, 0, zoom.right - x, zoom.height);
+                show(x, 0, zoom.right - x);
             else if (state === "stretchRight")
-                main.zoomRect = Qt.rect(zoom.left, 0, x - zoom.left, zoom.height);
+                show(zoom.left, 0, x - zoom.left);
+        }
+
+        function show(x, y, w) {
+            root.mainChartArea.zoomRect = Qt.rect(x, y, w, root.mainChartArea.zoomRect.height);
         }
 
         function finish() {

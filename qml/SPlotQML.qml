@@ -332,9 +332,10 @@ Item {
         property real value
 
         z: 1
-        width: bar.width / 2
+        width: Math.max(0, bar.width / 2 - 4)
         anchors.top: bar.bottom
         color: axis.axisTextColor
+        elide: Text.ElideRight
         enabled: bar.enabled
         font.pixelSize: 10
         fontSizeMode: Text.HorizontalFit

@@ -1,15 +1,21 @@
 // SPDX-License-Identifier: MIT
+#include "viewer/FileChecks.h"
 #include "viewer/OpaqueBars.h"
 #include "viewer/PictureWriter.h"
+#include "viewer/SeriesFile.h"
 #include "viewer/ViewerOptions.h"
+#include "viewer/VisiblePart.h"
 
 #include <QDir>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
+#include <QQmlContext>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTextStream>
 #include <QVariantMap>
+
+#include <qqml.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -49,9 +55,17 @@ void addImportPaths(QQmlApplicationEngine &engine)
 QQuickWindow *loadScene(QQmlApplicationEngine &engine, const SViewerOptions &options)
 {
     addImportPaths(engine);
+    qmlRegisterType<SeriesFile>("VorlixView", 1, 0, "SeriesFile");
+    qmlRegisterType<VisiblePart>("VorlixView", 1, 0, "VisiblePart");
+    engine.rootContext()->setContextProperty(QStringLiteral("fileChecks"), new FileChecks(&engine));
     engine.setInitialProperties({{QStringLiteral("files"), options.files},
                                  {QStringLiteral("binWidth"), options.binWidth},
+                                 {QStringLiteral("unit"), options.unit},
+                                 {QStringLiteral("smoothDepth"), options.smoothDepth},
+                                 {QStringLiteral("asArea"), options.area},
+                                 {QStringLiteral("logarithmic"), options.logarithmic},
                                  {QStringLiteral("dark"), options.darkGround},
+                                 {QStringLiteral("asPicture"), !options.picture.isEmpty()},
                                  {QStringLiteral("width"), options.size.width()},
                                  {QStringLiteral("height"), options.size.height()}});
     engine.load(QUrl(QStringLiteral("qrc:/vorlixview/main.qml")));

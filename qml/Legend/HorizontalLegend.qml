@@ -27,9 +27,12 @@ Rectangle {
 
         delegate: LegendElement {
             required property int index
+            // Bound here: a plotter that goes would break the view's own binding, with a warning.
+            required property var model
 
             width: grid.cellWidth
             height: grid.cellHeight
+            modelData: model.modelData
             colorMA.onClicked: picker.choose(index)
         }
 

@@ -62,7 +62,11 @@ Item {
             MouseArea {
                 anchors.fill: parent
                 cursorShape: Qt.PointingHandCursor
-                onClicked: root.modelData.visible = !root.modelData.visible
+                onClicked: {
+                    if (root.modelData)
+                        root.modelData.visible = !root.modelData.visible;
+
+                }
             }
 
         }
@@ -74,16 +78,23 @@ Item {
         /// What has plotterList and currColorSelected.
         property Item legend
 
+        function plotter() {
+            return (legend.plotterList || [])[legend.currColorSelected] || null;
+        }
+
         function choose(index) {
             legend.currColorSelected = index;
-            title = legend.plotterList[index].name;
-            color = legend.plotterList[index].color;
+            if (!plotter())
+                return ;
+
+            title = plotter().name;
+            color = plotter().color;
             open();
         }
 
         function applyColor() {
-            if (legend.currColorSelected >= 0 && legend.currColorSelected < legend.plotterList.length)
-                legend.plotterList[legend.currColorSelected].color = color;
+            if (plotter())
+                plotter().color = color;
 
         }
 

@@ -62,8 +62,11 @@ Rectangle {
 
         delegate: LegendElement {
             required property int index
+            // Bound here: a plotter that goes would break the view's own binding, with a warning.
+            required property var model
 
             width: list.width
+            modelData: model.modelData
             colorMA.onClicked: picker.choose(index)
         }
 

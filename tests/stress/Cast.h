@@ -9,6 +9,9 @@
 
 #include <functional>
 
+class QQuickWindow;
+class Stage;
+
 /// The objects of a play and what they can do to each other, all through the meta-object system. Whatever is destroyed
 /// is forgotten. GUI thread.
 class Cast
@@ -55,6 +58,9 @@ private:
     Creator m_creator;
     QVector<QPointer<QObject>> m_objects;
 };
+
+/// A creator on a stage: items go into the window.
+Cast::Creator castIn(Stage &stage, QQuickWindow &window);
 
 /// Calls an invokable that takes one object; false if there is none.
 bool callWith(QObject &object, const char *method, const char *argumentType, QObject *argument);

@@ -13,15 +13,6 @@ void expectCycles(Stage &stage)
     stage.messages.expect("^Filter1D: the tree of nodes has a cycle", 10000);
 }
 
-Cast::Creator inWindow(Stage &stage, QQuickWindow &window)
-{
-    return [&](const QByteArray &type) -> QObject * {
-        const bool drawable = Cast::areaTypes().contains(type);
-        const QString text = QString::fromUtf8(type) + (drawable ? " { width: 100; height: 100; updateIntervalMs: 0 }" : " {}");
-        return drawable ? stage.makeIn(window, text) : stage.make(text);
-    };
-}
-
 /// Links everybody in random ways, then destroys them one by one while the others go on.
 class DestroyOrders : public Scenario
 {
@@ -30,7 +21,7 @@ class DestroyOrders : public Scenario
     {
         if (!m_window || stage.chance.oneIn(10))
             m_window = stage.open();
-        Cast cast(stage.chance, inWindow(stage, *m_window));
+        Cast cast(stage.chance, castIn(stage, *m_window));
         cast.addEverybody();
         for (int i = 0; i < 40; ++i)
             cast.link();
@@ -61,7 +52,7 @@ class DestroyInHandlers : public Scenario
     {
         if (!m_window || stage.chance.oneIn(10))
             m_window = stage.open();
-        Cast cast(stage.chance, inWindow(stage, *m_window));
+        Cast cast(stage.chance, castIn(stage, *m_window));
         cast.addEverybody();
         for (int i = 0; i < 30; ++i)
             cast.link();
@@ -116,5 +107,24 @@ class DestroyWhileFitting : public Scenario
     int m_ways = 0;
 };
 STRESS_SCENARIO(DestroyWhileFitting, "destroy-while-fitting", 4096)
+
+/// Pictures that are asked for again before they are ready, and areas that go before theirs is.
+class PendingGrabs : public Scenario
+{
+    void round(Stage &stage) override
+    {
+        if (!m_window || stage.chance.oneIn(20))
+            m_window = stage.open();
+        const std::unique_ptr<QQuickItem> area(stage.makeIn(*m_window, "ChartArea { width: 30; height: 30 }"));
+        for (int i = 0; i < 10; ++i) {
+            QMetaObject::invokeMethod(area.get(), "exportImage", Q_ARG(QString, QStringLiteral("/nowhere")));
+            m_window->update();
+            stage.spin(stage.chance.below(4));
+        }
+    }
+
+    std::unique_ptr<QQuickWindow> m_window;
+};
+STRESS_SCENARIO(PendingGrabs, "pending-grabs", 4096)
 
 } // namespace

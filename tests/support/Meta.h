@@ -14,8 +14,9 @@ inline QStringList ownProperties(const QMetaObject &meta)
     QStringList found;
     for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i) {
         const QMetaProperty property = meta.property(i);
-        found.append(QStringLiteral("%1 %2 %3").arg(QLatin1String(property.typeName()), QLatin1String(property.name()),
-                                                    QString::fromLatin1(property.notifySignal().name())));
+        found.append(QStringLiteral("%1 %2 %3")
+                         .arg(QLatin1String(property.typeName()), QLatin1String(property.name()),
+                              QString::fromLatin1(property.notifySignal().name())));
     }
     return found;
 }
