@@ -31,7 +31,7 @@ ApplicationWindow {
     readonly property var barColors: ["#07cbf2", "#99f2872a", "#998a5cf0", "#994caf50", "#99e2466b"]
 
     function nameOf(path) {
-        return path.split("/").pop();
+        return path.split("/").pop().replace(/(.)\.(txt|csv|dat|asc)$/i, "$1");
     }
 
     function listViews(count) {
@@ -120,7 +120,13 @@ ApplicationWindow {
         if (unit === "s")
             return plot.format_time(value);
 
-        return shortNumber(value) + (unit ? " " + unit : "");
+        return roundedTo(value, chart.zoomRect.width / 10000) + (unit ? " " + unit : "");
+    }
+
+    /// With as many decimals as a step needs.
+    function roundedTo(value, step) {
+        const decimals = Math.min(Math.max(Math.ceil(-Math.log10(step)), 0), 15);
+        return Math.abs(value) < 1e+15 && isFinite(decimals) && step > 1e-14 ? String(Number(value.toFixed(decimals))) : shortNumber(value);
     }
 
     function shortNumber(value) {
