@@ -136,7 +136,6 @@ ToolBar {
 
     component Field: TextField {
         anchors.verticalCenter: parent.verticalCenter
-        anchors.verticalCenterOffset: 4
         bottomPadding: 8
         color: "#ffffff"
         height: 36

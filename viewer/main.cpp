@@ -68,6 +68,8 @@ int run(int argc, char **argv, const SViewerOptions &options)
 int main(int argc, char **argv)
 {
     QCoreApplication::setApplicationName(QStringLiteral("vorlixview"));
+    QCoreApplication::setOrganizationName(QStringLiteral("vorlixview")); // where dialogs keep their settings
+    QCoreApplication::setOrganizationDomain(QStringLiteral("vorlixview"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VORLIX_VERSION));
     const SViewerOptions options = optionsOf(argc, argv);
     switch (options.action) {

@@ -77,7 +77,8 @@ ApplicationWindow {
 
     }
 
-    /// Fits the charts to all series, then lets them draw these: how coarse they are drawn depends on the charts.
+    /// Fits the charts to all series, then lets them draw these: how coarse they are drawn depends on the charts. What is
+    /// shown along x stays where it is if the series are as long as before.
     function fit() {
         const maximum = highest(views.map((view) => {
             return view.maximum;
@@ -89,8 +90,13 @@ ApplicationWindow {
         // A chart fits its height to no less than 1 and in single precision.
         chart.adaptChartHeight = maximum >= 1 && maximum < 1e+37;
         for (const area of [chart, navigator]) {
+            const shown = area.zoomRect;
+            const isAsLong = area.chartRect.width === rect.width;
             area.chartRect = rect;
-            area.resetZoomView();
+            if (isAsLong)
+                area.zoomRect = Qt.rect(shown.x, 0, shown.width, rect.height);
+            else
+                area.resetZoomView();
         }
         for (const view of views) {
             view.feed();
