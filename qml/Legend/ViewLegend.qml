@@ -142,7 +142,7 @@ Rectangle {
             delegate: LegendElement {
                 required property int index
                 // Bound here: a plotter that goes would break the view's own binding, with a warning.
-            required property var model
+                required property var model
 
                 width: listView.width
                 height: root.elemHeight
