@@ -26,8 +26,6 @@ Rectangle {
         interactive: contentHeight > height
 
         delegate: LegendElement {
-            required property int index
-
             width: grid.cellWidth
             height: grid.cellHeight
             colorMA.onClicked: picker.choose(index)

@@ -3,17 +3,19 @@ import QtQuick 2.14
 import QtQuick.Controls.Material 2.12
 import QtQuick.Dialogs 1.3
 
-/// One plotter in a legend: a dot in its colour and its name. A click on the name shows or hides the plotter.
+/// One plotter in a legend, its view's modelData: a dot in its colour and its name. A click on the name shows or hides
+/// the plotter.
 Item {
     id: root
 
-    required property QtObject modelData
+    /// Null once the plotter is destroyed, unlike modelData.
+    readonly property QtObject plotter: modelData
     property alias colorMA: colorArea
-    readonly property bool shown: modelData !== null && modelData.visible
+    readonly property bool shown: plotter !== null && plotter.visible
 
     implicitWidth: 125
     implicitHeight: 30
-    visible: modelData !== null
+    visible: plotter !== null
 
     Row {
         id: row
@@ -31,7 +33,7 @@ Item {
             width: root.height / 3
             height: width
             radius: width / 2
-            color: root.shown ? root.modelData.color : Material.color(Material.Grey, Material.Shade400)
+            color: root.shown ? root.plotter.color : Material.color(Material.Grey, Material.Shade400)
             anchors.verticalCenter: parent.verticalCenter
 
             MouseArea {
@@ -55,7 +57,7 @@ Item {
             height: row.height
             color: Material.color(Material.Grey, root.shown ? Material.Shade700 : Material.Shade400)
             elide: Text.ElideRight
-            text: root.modelData ? root.modelData.name : ""
+            text: root.plotter ? root.plotter.name : ""
             textFormat: Text.PlainText
             verticalAlignment: Text.AlignVCenter
 
@@ -63,8 +65,8 @@ Item {
                 anchors.fill: parent
                 cursorShape: Qt.PointingHandCursor
                 onClicked: {
-                    if (root.modelData)
-                        root.modelData.visible = !root.modelData.visible;
+                    if (root.plotter)
+                        root.plotter.visible = !root.plotter.visible;
 
                 }
             }

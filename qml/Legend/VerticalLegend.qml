@@ -61,8 +61,6 @@ Rectangle {
         }
 
         delegate: LegendElement {
-            required property int index
-
             width: list.width
             colorMA.onClicked: picker.choose(index)
         }

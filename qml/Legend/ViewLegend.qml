@@ -140,8 +140,6 @@ Rectangle {
             interactive: false
 
             delegate: LegendElement {
-                required property int index
-
                 width: listView.width
                 height: root.elemHeight
                 colorMA.onClicked: picker.choose(index)
