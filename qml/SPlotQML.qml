@@ -79,8 +79,8 @@ Item {
         readonly property real room: root.height - fixedHeight - leastChartHeight
         readonly property real navigator: root.enableNavigatorBar && room >= 58 ? 58 : 0
         readonly property real legend: root.enableLegend ? Math.min(legend.implicitHeight, wholeRows(room - navigator)) : 0
-        readonly property real shrinkX: Math.max(0, Math.min(root.width / (left + right), 1))
-        readonly property real shrinkY: Math.max(0, Math.min(root.height / fixedHeight, 1))
+        readonly property real shrinkX: Math.max(0, Math.min(root.width / (left + right + 1), 1))
+        readonly property real shrinkY: Math.max(0, Math.min(root.height / (fixedHeight + 1), 1))
 
         function wholeRows(height) {
             const row = 30;

@@ -20,12 +20,10 @@ Item {
     Row {
         id: row
 
+        x: 12
+        width: Math.max(0, parent.width - x)
+        height: parent.height
         spacing: 8
-
-        anchors {
-            fill: parent
-            leftMargin: 12
-        }
 
         Rectangle {
             id: dot
