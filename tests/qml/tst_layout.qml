@@ -200,6 +200,8 @@ Item {
             const places = texts.map((text) => clipped(lettersIn(text, plot), text));
             for (let i = 0; i < texts.length; ++i) {
                 const place = places[i];
+                if (!(place.width > 0 && place.height > 0))
+                    continue;
                 expect(place.left >= -0.01 && place.top >= -0.01 && place.right <= plot.width + 0.01 && place.bottom <= plot.height + 0.01, () => what + ": '" + texts[i].text + "' leaves the plot: " + place);
                 for (let j = 0; j < i; ++j)
                     expect(!overlap(place, places[j]), () => what + ": '" + texts[i].text + "' over '" + texts[j].text + "'");
@@ -271,7 +273,7 @@ Item {
             compare(navigatorRect().height, 0);
             verify(chartRect().height >= 40);
             resize(300, 50);
-            compare(chartRect().height, 0);
+            verify(chartRect().height < 1);
         }
 
         function test_aPlotThatGrowsIsWholeAgain() {
