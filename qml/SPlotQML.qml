@@ -334,6 +334,7 @@ Item {
         z: 1
         width: Math.max(0, bar.width / 2 - 4)
         anchors.top: bar.bottom
+        anchors.topMargin: -1
         color: axis.axisTextColor
         elide: Text.ElideRight
         enabled: bar.enabled
