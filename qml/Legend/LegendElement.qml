@@ -3,13 +3,12 @@ import QtQuick 2.14
 import QtQuick.Controls.Material 2.12
 import QtQuick.Dialogs 1.3
 
-/// One plotter in a legend, its view's modelData: a dot in its colour and its name. A click on the name shows or hides
-/// the plotter.
+/// One plotter in a legend: a dot in its colour and its name. A click on the name shows or hides the plotter.
 Item {
     id: root
 
-    /// Null once the plotter is destroyed, unlike modelData.
-    readonly property QtObject plotter: modelData
+    /// By default what the view gives. Null once the plotter is destroyed, which modelData is not.
+    property QtObject plotter: modelData
     property alias colorMA: colorArea
     readonly property bool shown: plotter !== null && plotter.visible
 
@@ -77,24 +76,27 @@ Item {
     component ColorPicker: ColorDialog {
         /// What has plotterList and currColorSelected.
         property Item legend
+        property QtObject chosen: null
 
-        function plotter() {
-            return (legend.plotterList || [])[legend.currColorSelected] || null;
+        /// A plotter of the list, null for none: what is left of a destroyed one would pass for an object.
+        function lookUp(index) {
+            chosen = (legend.plotterList || [])[index] || null;
+            return chosen;
         }
 
         function choose(index) {
             legend.currColorSelected = index;
-            if (!plotter())
+            if (!lookUp(index))
                 return ;
 
-            title = plotter().name;
-            color = plotter().color;
+            title = chosen.name;
+            color = chosen.color;
             open();
         }
 
         function applyColor() {
-            if (plotter())
-                plotter().color = color;
+            if (lookUp(legend.currColorSelected))
+                chosen.color = color;
 
         }
 
