@@ -48,6 +48,31 @@ Item {
         }
     }
 
+    Component {
+        id: stripFirstComponent
+
+        SPlotQML {
+            id: stripFirst
+
+            property alias bars: late
+
+            width: 400
+            height: 300
+
+            BarPlotter {
+                id: late
+
+                chartArea: stripFirst.refChartArea
+            }
+
+            BarPlotter {
+                chartArea: stripFirst.refNavigator
+                data: [1, 2, 3]
+                plotterArea: Qt.rect(0, 0, 1000, 0)
+            }
+        }
+    }
+
     MouseArea {
         id: wheelArea
 
@@ -552,6 +577,19 @@ Item {
             compareView(early.refChartArea, 500, 3);
             fuzzyCompare(early.refNavigator.zoomRect.width, 3 * early.refNavigator.width / 75, 1e-6);
             verify(early.refNavigator.zoomRect.left < 500 && early.refNavigator.zoomRect.right > 503);
+        }
+
+        function test_aNarrowZoomChosenWhileTheStripIsAlreadyThere() {
+            const early = createTemporaryObject(stripFirstComponent, parent);
+            tryVerify(() => early.refNavigator.zoomRect.width === 1000);
+            early.updateIntervalMs = 100000; // the zoom is not cut before the data are there
+            early.refChartArea.zoomRect = Qt.rect(500, 0, 3, 1);
+            early.bars.plotterArea = Qt.rect(0, 0, 1000, 0);
+            early.bars.data = [1, 2, 3];
+            early.refChartArea.update();
+            settle();
+            compareView(early.refChartArea, 500, 3);
+            fuzzyCompare(early.refNavigator.zoomRect.width, 3 * early.refNavigator.width / 75, 1e-6);
         }
 
         function test_scrollingLeavesTheMainZoom() {
