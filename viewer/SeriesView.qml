@@ -73,7 +73,7 @@ Item {
     Component.onCompleted: {
         ready = true;
         bars.color = barColor;
-        area.color = Qt.rgba(barColor.r, barColor.g, barColor.b, 0.4);
+        area.color = Qt.rgba(barColor.r, barColor.g, barColor.b, 0.5);
         chart.addPlotter(plotter);
         decorator.addPlotter(plotter);
         navigator.addPlotter(overview);
@@ -154,7 +154,7 @@ Item {
     BarPlotter {
         id: overview
 
-        color: view.plotter.color
+        color: Qt.rgba(view.plotter.color.r, view.plotter.color.g, view.plotter.color.b, Math.max(view.plotter.color.a, 0.6))
         name: bars.name
         visible: view.plotter.visible
         zOrder: view.layerOrder
