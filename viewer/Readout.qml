@@ -39,7 +39,7 @@ ChartTooltip {
     /// The top of the highest bar under the mouse, in the coordinates of what this lies in.
     function tipOf(entries) {
         const zoom = chart.zoomRect;
-        const top = Math.max(...entries.map((entry) => {
+        const top = Math.max(entries.map((entry) => {
             return Math.max(entry.bar.height, 0);
         }));
         const bar = entries[0].bar;

@@ -25,7 +25,6 @@ Item {
     readonly property alias maximum: source.maximum
     /// The one that draws, of the two.
     readonly property QtObject plotter: asArea ? area : bars
-
     property bool ready: false
 
     /// The series and its extent have changed: the charts' rectangles must stand before it is drawn.
