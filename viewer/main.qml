@@ -45,7 +45,7 @@ ApplicationWindow {
     }
 
     function highest(values) {
-        return Math.max(0, ...values);
+        return Math.max(0, values);
     }
 
     /// Shows files beside those that are there. What can't be shown is said.
@@ -274,7 +274,7 @@ ApplicationWindow {
                 if (window.views.length === 0 && !message.text)
                     return "Drop files of numbers here, or press Ctrl+O";
 
-                return [...busy, ...problems].join("\n");
+                return busy.concat(problems).join("\n");
             }
             textFormat: Text.PlainText
             width: window.width - 24
@@ -299,6 +299,12 @@ ApplicationWindow {
         onPictureChosen: window.exportTo(path)
     }
 
+    ViewerKeys {
+        active: !window.asPicture
+        fileDialogs: dialogs
+        scene: window
+    }
+
     header: ViewerBar {
         id: bar
 
@@ -318,36 +324,33 @@ ApplicationWindow {
         textFormat: Text.PlainText
         wrapMode: Text.Wrap
 
-        background: Rectangle {
-            color: "#b3261e"
-        }
-
         TapHandler {
             onTapped: message.text = ""
         }
 
+        background: Rectangle {
+            color: "#b3261e"
+        }
+
     }
 
-    component AxisColors: QtObject {
+    component AxisColors: Item {
+        id: colors
+
         property Item axis
-        readonly property list<Binding> bindings: [
-            Binding {
-                target: axis
-                property: "axisTextColor"
-                value: window.dark ? "#b4bcc6" : "#515861"
-            },
-            Binding {
-                target: axis
-                property: "axisLineColor"
-                value: window.dark ? "#2c333b" : "#dfe3e8"
-            }
-        ]
-    }
 
-    ViewerKeys {
-        active: !window.asPicture
-        fileDialogs: dialogs
-        scene: window
+        Binding {
+            target: colors.axis
+            property: "axisTextColor"
+            value: window.dark ? "#b4bcc6" : "#515861"
+        }
+
+        Binding {
+            target: colors.axis
+            property: "axisLineColor"
+            value: window.dark ? "#2c333b" : "#dfe3e8"
+        }
+
     }
 
 }
