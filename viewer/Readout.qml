@@ -39,9 +39,9 @@ ChartTooltip {
     /// The top of the highest bar under the mouse, in the coordinates of what this lies in.
     function tipOf(entries) {
         const zoom = chart.zoomRect;
-        const top = Math.max(entries.map((entry) => {
-            return Math.max(entry.bar.height, 0);
-        }));
+        const top = entries.reduce((highest, entry) => {
+            return Math.max(highest, entry.bar.height);
+        }, 0);
         const bar = entries[0].bar;
         const middle = Math.min(Math.max(bar.x + bar.width / 2, zoom.left), zoom.right);
         const x = bar.width / zoom.width * chart.width < 20 ? (middle - zoom.x) / zoom.width * chart.width : mouse.mouseX;

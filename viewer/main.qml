@@ -45,7 +45,9 @@ ApplicationWindow {
     }
 
     function highest(values) {
-        return Math.max(0, values);
+        return values.reduce((a, b) => {
+            return Math.max(a, b);
+        }, 0);
     }
 
     /// Shows files beside those that are there. What can't be shown is said.
