@@ -58,7 +58,8 @@ Item {
         }
 
         function test_aPictureHasASizeTimesUpsize_data() {
-            return [{ tag: "2", upsize: 2, size: Qt.size(1200, 800) }, { tag: "0.5", upsize: 0.5, size: Qt.size(300, 200) }, { tag: "1.5", upsize: 1.5, size: Qt.size(900, 600) }];
+            return [{ tag: "2", upsize: 2, size: Qt.size(1200, 800) }, { tag: "0.5", upsize: 0.5, size: Qt.size(300,
+                200) }, { tag: "1.5", upsize: 1.5, size: Qt.size(900, 600) }];
         }
 
         function test_aPictureHasASizeTimesUpsize(row) {
@@ -130,7 +131,8 @@ Item {
         }
 
         function test_fileUrlsAreTaken_data() {
-            return [{ tag: "plain", name: "url.png" }, { tag: "with blanks", name: "a b ü.png" }, { tag: "with a per cent sign", name: "100%.png" }];
+            return [{ tag: "plain", name: "url.png" }, { tag: "with blanks", name: "a b ü.png" },
+                { tag: "with a per cent sign", name: "100%.png" }];
         }
 
         function test_fileUrlsAreTaken(row) {

@@ -73,7 +73,8 @@ Item {
         }
 
         function compareView(area, left, width, what) {
-            verify(Math.abs(area.zoomRect.x - left) < 1e-6 && Math.abs(area.zoomRect.width - width) < 1e-6, (what || "") + area.zoomRect + " instead of " + left + " + " + width);
+            verify(Math.abs(area.zoomRect.x - left) < 1e-6 && Math.abs(area.zoomRect.width - width) < 1e-6, (what
+                || "") + area.zoomRect + " instead of " + left + " + " + width);
         }
 
         function pixels(units) {
@@ -202,7 +203,8 @@ Item {
         }
 
         function test_recalcWidthIgnoresAZoomOfNoWidth_data() {
-            return [{ tag: "0", width: 0 }, { tag: "negative", width: -5 }, { tag: "NaN", width: NaN }, { tag: "infinite", width: Infinity }];
+            return [{ tag: "0", width: 0 }, { tag: "negative", width: -5 }, { tag: "NaN", width: NaN },
+                { tag: "infinite", width: Infinity }];
         }
 
         function test_recalcWidthIgnoresAZoomOfNoWidth(row) {
@@ -392,7 +394,8 @@ Item {
                 strip.zoomRect = Qt.rect(left, 0, width, 10);
                 settle();
                 const w = bar.width * width / 1000;
-                compareRect(rectIn(thumb(), bar), Qt.rect(left / (1000 - width) * (bar.width - w), 52, w, 6), left + " + " + width);
+                compareRect(rectIn(thumb(), bar), Qt.rect(left / (1000 - width) * (bar.width - w), 52, w, 6),
+                    left + " + " + width);
             }
             compare(thumb().radius, 3);
             compare(thumb().color, scene.Material.primary);

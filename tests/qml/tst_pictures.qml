@@ -27,7 +27,8 @@ Item {
         function same(x, y, expected, what) {
             const color = picture.pixel(Math.round(x), Math.round(y));
             const wanted = Qt.darker(expected, 1); // a colour value instead of a string
-            const isNear = ["r", "g", "b"].every((part) => Math.abs(color[part] - wanted[part]) < 1.5 / 255); // blending rounds
+            const isNear = ["r", "g",
+                "b"].every((part) => Math.abs(color[part] - wanted[part]) < 1.5 / 255); // blending rounds
             expect(isNear, () => what + " at " + x + ", " + y + ": " + color + " instead of " + expected);
         }
 
@@ -119,7 +120,8 @@ Item {
             take();
             const texts = textsIn(scene.plot);
             const names = texts.map((text) => text.text).sort();
-            compare(names, ["0", "0", "0.00", "1000.00 s", "1000.00 s", "250.00 s", "32.00", "500.00 s", "64.00", "750.00 s", "96.00", "bars", "other"]);
+            compare(names, ["0", "0", "0.00", "1000.00 s", "1000.00 s", "250.00 s", "32.00", "500.00 s", "64.00",
+                "750.00 s", "96.00", "bars", "other"]);
             for (const text of texts) {
                 const ink = text.text === "other" ? "#bdbdbd" : "#616161";
                 verify(Qt.colorEqual(text.color, ink), text.text);

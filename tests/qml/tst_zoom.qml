@@ -64,7 +64,8 @@ Item {
         function compareView(left, width) {
             const slack = 1e-6;
             settle();
-            verify(Math.abs(chart.zoomRect.x - left) <= slack && Math.abs(chart.zoomRect.width - width) <= slack, chart.zoomRect + " instead of " + left + " + " + width);
+            verify(Math.abs(chart.zoomRect.x - left) <= slack && Math.abs(chart.zoomRect.width - width) <= slack,
+                chart.zoomRect + " instead of " + left + " + " + width);
         }
 
         // first sight
@@ -271,9 +272,11 @@ Item {
             press(at(150, 100));
             for (const far of [at(-500, -500), at(2000, 2000), at(300, -500), at(-500, 200)]) {
                 move(at(150, 100), far);
-                const place = textsIn(scene.plot).filter((text) => /^Zoom/.test(text.text)).map((text) => rectIn(text, scene));
+                const place = textsIn(scene.plot).filter((text) => /^Zoom/.test(text.text)).map((text) => rectIn(text,
+                    scene));
                 compare(place.length, 1);
-                verify(place[0].left >= 0 && place[0].top >= 0 && place[0].right <= 600 && place[0].bottom <= 400, "at " + place[0]);
+                verify(place[0].left >= 0 && place[0].top >= 0 && place[0].right <= 600 && place[0].bottom <= 400,
+                    "at " + place[0]);
             }
             release(at(150, 50));
         }
