@@ -26,6 +26,8 @@ Item {
     /// The one that draws, of the two.
     readonly property QtObject plotter: asArea ? area : bars
 
+    property bool ready: false
+
     /// The series and its extent have changed: the charts' rectangles must stand before it is drawn.
     signal seriesChanged()
 
@@ -55,7 +57,10 @@ Item {
     }
 
     function swapPlotters() {
-        const old = asArea ? bars : area;
+        if (!ready)
+            return ;
+
+        const old = plotter === area ? bars : area;
         plotter.color = Qt.rgba(old.color.r, old.color.g, old.color.b, plotter.color.a);
         plotter.visible = old.visible;
         chart.removePlotter(old);
@@ -64,8 +69,9 @@ Item {
         decorator.addPlotter(plotter);
     }
 
-    onAsAreaChanged: swapPlotters()
+    onPlotterChanged: swapPlotters()
     Component.onCompleted: {
+        ready = true;
         bars.color = barColor;
         area.color = Qt.rgba(barColor.r, barColor.g, barColor.b, 0.4);
         chart.addPlotter(plotter);

@@ -108,6 +108,7 @@ ToolBar {
 
     component Action: ToolButton {
         focusPolicy: Qt.NoFocus
+        font.capitalization: Font.MixedCase
         height: parent.height
         Material.foreground: "#ffffff"
     }
@@ -134,8 +135,10 @@ ToolBar {
     }
 
     component Field: TextField {
+        anchors.verticalCenter: parent.verticalCenter
+        bottomPadding: 8
         color: "#ffffff"
-        height: parent.height
+        height: 36
         selectByMouse: true
         Material.accent: "#ffe082"
         onAccepted: focus = false

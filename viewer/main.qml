@@ -31,7 +31,7 @@ ApplicationWindow {
     readonly property var barColors: ["#07cbf2", "#99f2872a", "#998a5cf0", "#994caf50", "#99e2466b"]
 
     function nameOf(path) {
-        return path.split("/").pop();
+        return path.split("/").pop().replace(/(.)\.(txt|csv|dat|asc)$/i, "$1");
     }
 
     function listViews(count) {
@@ -77,7 +77,8 @@ ApplicationWindow {
 
     }
 
-    /// Fits the charts to all series, then lets them draw these: how coarse they are drawn depends on the charts.
+    /// Fits the charts to all series, then lets them draw these: how coarse they are drawn depends on the charts. What is
+    /// shown along x stays where it is if the series are as long as before.
     function fit() {
         const maximum = highest(views.map((view) => {
             return view.maximum;
@@ -89,8 +90,13 @@ ApplicationWindow {
         // A chart fits its height to no less than 1 and in single precision.
         chart.adaptChartHeight = maximum >= 1 && maximum < 1e+37;
         for (const area of [chart, navigator]) {
+            const shown = area.zoomRect;
+            const isAsLong = area.chartRect.width === rect.width;
             area.chartRect = rect;
-            area.resetZoomView();
+            if (isAsLong)
+                area.zoomRect = Qt.rect(shown.x, 0, shown.width, rect.height);
+            else
+                area.resetZoomView();
         }
         for (const view of views) {
             view.feed();
@@ -120,7 +126,13 @@ ApplicationWindow {
         if (unit === "s")
             return plot.format_time(value);
 
-        return shortNumber(value) + (unit ? " " + unit : "");
+        return roundedTo(value, chart.zoomRect.width / 10000) + (unit ? " " + unit : "");
+    }
+
+    /// With as many decimals as a step needs.
+    function roundedTo(value, step) {
+        const decimals = Math.min(Math.max(Math.ceil(-Math.log10(step)), 0), 15);
+        return Math.abs(value) < 1e+15 && isFinite(decimals) && step > 1e-14 ? String(Number(value.toFixed(decimals))) : shortNumber(value);
     }
 
     function shortNumber(value) {

@@ -2,7 +2,7 @@
 #include "filters/Filter1D.h"
 #include "plotters/BarPlotter.h"
 #include "tests/support/Bits.h"
-#include "tests/support/Meta.h"
+#include "tests/support/MetaTable.h"
 #include "tests/support/RandomSeries.h"
 #include "tests/support/RecordingPlotter.h"
 
@@ -118,15 +118,17 @@ void tst_Filter1D::propertiesSignalsAndInvokablesStandInOrder()
 {
     const QMetaObject &meta = Filter1D::staticMetaObject;
     QCOMPARE(ownProperties(meta),
-             (QStringList{QStringLiteral("QVector<double> data dataChanged"), QStringLiteral("QRectF area areaChanged"),
-                          QStringLiteral("QString dataID dataIDChanged")}));
-    QCOMPARE(ownMethods(meta, QMetaMethod::Signal),
+             (QStringList{QStringLiteral("data QVector<double> write dataChanged"),
+                          QStringLiteral("area QRectF write areaChanged"),
+                          QStringLiteral("dataID QString write dataIDChanged")}));
+    QCOMPARE(ownSignals(meta),
              (QStringList{QStringLiteral("dataChanged()"), QStringLiteral("areaChanged()"),
                           QStringLiteral("chartAreaChanged()"), QStringLiteral("dataIDChanged()")}));
-    QCOMPARE(ownMethods(meta, QMetaMethod::Method),
-             (QStringList{QStringLiteral("addFilter(Filter1D*)"), QStringLiteral("removeFilter(Filter1D*)"),
-                          QStringLiteral("addPlotter(IPlotter1D*)"), QStringLiteral("removePlotter(IPlotter1D*)"),
-                          QStringLiteral("plotters()")}));
+    QCOMPARE(
+        ownMethods(meta),
+        (QStringList{QStringLiteral("void addFilter(Filter1D*)"), QStringLiteral("void removeFilter(Filter1D*)"),
+                     QStringLiteral("void addPlotter(IPlotter1D*)"), QStringLiteral("void removePlotter(IPlotter1D*)"),
+                     QStringLiteral("void plotters()")}));
 }
 
 void tst_Filter1D::aNewNodeIsEmptyAndHasAnIdentifierOfItsOwn()

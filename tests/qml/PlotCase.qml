@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 import QtQuick 2.15
+import QtQuick.Window 2.15
 import QtTest 1.15
 
 /// A test case that finds things as a person sees them, and fails when anything was written to the log meanwhile.
@@ -10,6 +11,7 @@ TestCase {
 
     function initTestCase() {
         tools.catchMessages();
+        tools.prepare(parent.Window.window);
     }
 
     function cleanup() {
