@@ -82,7 +82,7 @@ class DestroyWhileFitting : public Scenario
         const QPointer<QObject> plotter = stage.make("BarPlotter { plotterArea: Qt.rect(0, 0, 10, 1) }");
         const int way = m_ways++;
         Trigger trigger([&] { strike(way / 2 % 6, area, plotter, window); });
-        callWith(*area, "addPlotter", "IPlotter*", plotter);
+        callWith(area, "addPlotter", "IPlotter*", plotter);
         plotter->setProperty("data", QVariant::fromValue(stage.chance.series(50)));
         trigger.on(*area, way % 2 ? "chartRectChanged()" : "zoomRectChanged()");
         stage.spin(40); // the first frame finds the height of the data
@@ -90,17 +90,29 @@ class DestroyWhileFitting : public Scenario
         delete area;
     }
 
-    static void strike(int way, const QPointer<QQuickItem> &area, const QPointer<QObject> &plotter, std::unique_ptr<QQuickWindow> &window)
+    static void strike(int way, const QPointer<QQuickItem> &area, const QPointer<QObject> &plotter,
+                       std::unique_ptr<QQuickWindow> &window)
     {
         if (!area)
             return;
         switch (way) {
-        case 0: delete area; break;
-        case 1: area->deleteLater(); break;
-        case 2: area->setParentItem(nullptr); break;
-        case 3: delete plotter; break;
-        case 4: area->setVisible(false); break;
-        default: window->close();
+        case 0:
+            delete area;
+            break;
+        case 1:
+            area->deleteLater();
+            break;
+        case 2:
+            area->setParentItem(nullptr);
+            break;
+        case 3:
+            delete plotter;
+            break;
+        case 4:
+            area->setVisible(false);
+            break;
+        default:
+            window->close();
         }
     }
 
