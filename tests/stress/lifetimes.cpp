@@ -42,7 +42,7 @@ class DestroyOrders : public Scenario
 
     std::unique_ptr<QQuickWindow> m_window;
 };
-STRESS_SCENARIO(DestroyOrders, "destroy-orders", 4096)
+STRESS_SCENARIO(DestroyOrders, "destroy-orders", 8192)
 
 /// Objects that are destroyed inside the handlers of their own signals, or destroy others there.
 class DestroyInHandlers : public Scenario
@@ -70,7 +70,7 @@ class DestroyInHandlers : public Scenario
 
     std::unique_ptr<QQuickWindow> m_window;
 };
-STRESS_SCENARIO(DestroyInHandlers, "destroy-in-handlers", 4096)
+STRESS_SCENARIO(DestroyInHandlers, "destroy-in-handlers", 8192)
 
 /// The rectangles are fitted while a frame is being prepared; handlers of that do away with what the frame is made of.
 class DestroyWhileFitting : public Scenario
@@ -118,7 +118,7 @@ class DestroyWhileFitting : public Scenario
 
     int m_ways = 0;
 };
-STRESS_SCENARIO(DestroyWhileFitting, "destroy-while-fitting", 4096)
+STRESS_SCENARIO(DestroyWhileFitting, "destroy-while-fitting", 8192)
 
 /// Pictures that are asked for again before they are ready, and areas that go before theirs is.
 class PendingGrabs : public Scenario
@@ -137,6 +137,6 @@ class PendingGrabs : public Scenario
 
     std::unique_ptr<QQuickWindow> m_window;
 };
-STRESS_SCENARIO(PendingGrabs, "pending-grabs", 4096)
+STRESS_SCENARIO(PendingGrabs, "pending-grabs", 8192)
 
 } // namespace
