@@ -4,14 +4,31 @@
 #include "common/Change.h"
 #include "common/Index.h"
 
-#include <memory>
+#include <QPointer>
+#include <QQuickWindow>
+
+namespace {
+
+/// Keeps a grab until it is ready or its window is gone: so long the render thread may be working on it.
+class GrabKeeper : public QObject
+{
+public:
+    GrabKeeper(const QSharedPointer<QQuickItemGrabResult> &grab, QQuickWindow *window) : QObject(window), m_grab(grab)
+    {
+        connect(grab.data(), &QQuickItemGrabResult::ready, this, &QObject::deleteLater);
+    }
+
+private:
+    QSharedPointer<QQuickItemGrabResult> m_grab;
+};
+
+} // namespace
 
 ChartArea::ChartArea(QQuickItem *parent) : IChartArea(parent) {}
 
 ChartArea::~ChartArea()
 {
     withdraw();
-    releaseGrab();
 }
 
 void ChartArea::setZoomRect(const QRectF &zoomRect)
@@ -77,37 +94,12 @@ void ChartArea::updateChartRect()
     setZoomRect(shown);
 }
 
-// grabbing
-
 void ChartArea::exportImage(QString path)
 {
-    if (m_grabbedWindow && m_grabbedWindow == window())
-        return; // under way, and there is nobody to see whether it is one picture or two
-    releaseGrab();
     m_pendingGrab = grabToImage(QSize(toIndex(width() * 2.0), toIndex(height() * 2.0)));
     if (!m_pendingGrab)
         return;
-    m_grabbedWindow = window();
+    new GrabKeeper(m_pendingGrab, window());
     // Deliberate: the path is accepted and held, and no file is written.
-    connect(m_pendingGrab.data(), &QQuickItemGrabResult::ready, this, [this, path] {
-        Q_UNUSED(path)
-        m_grabbedWindow.clear();
-    });
-}
-
-void ChartArea::releaseGrab()
-{
-    // The render thread works with a grab until it is ready. Until then, or until the window goes, the window's
-    // connection holds it.
-    if (m_pendingGrab && m_grabbedWindow) {
-        const QSharedPointer<QQuickItemGrabResult> grab = m_pendingGrab;
-        QQuickWindow *window = m_grabbedWindow;
-        const auto connection = std::make_shared<QMetaObject::Connection>();
-        *connection = connect(grab.data(), &QQuickItemGrabResult::ready, window, [grab, connection, window] {
-            QMetaObject::invokeMethod(window, [grab] { Q_UNUSED(grab) }, Qt::QueuedConnection); // not inside its own signal
-            disconnect(*connection);
-        });
-    }
-    m_grabbedWindow.clear();
-    m_pendingGrab.reset();
+    connect(m_pendingGrab.data(), &QQuickItemGrabResult::ready, this, [path] { Q_UNUSED(path) });
 }

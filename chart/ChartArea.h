@@ -3,9 +3,7 @@
 
 #include "chart/IChartArea.h"
 
-#include <QPointer>
 #include <QQuickItemGrabResult>
-#include <QQuickWindow>
 #include <QSharedPointer>
 
 /// A chart area that shows a part of its chart rectangle, the zoom rectangle. Plotters are drawn and points are mapped
@@ -33,8 +31,7 @@ public:
 
     /// Shows the whole chart rectangle.
     Q_INVOKABLE void resetZoomView();
-    /// Grabs the item at twice its size and holds the result until the next call. Writes no file. A call while a grab is
-    /// under way joins it.
+    /// Grabs the item at twice its size and holds the result until the next call. Writes no file.
     Q_INVOKABLE void exportImage(QString path);
 
 signals:
@@ -43,10 +40,8 @@ signals:
 
 private:
     double visibleMaximum() const;
-    void releaseGrab();
 
     QRectF m_zoomRect{0.0, 0.0, 1.0, 1.0};
     QSharedPointer<QQuickItemGrabResult> m_pendingGrab;
-    QPointer<QQuickWindow> m_grabbedWindow; ///< null once the grab is ready
     bool m_adaptChartHeight = true;
 };

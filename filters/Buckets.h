@@ -4,8 +4,8 @@
 #include <QVector>
 
 // Reduction of a series to fewer values: the largest of each of a row of buckets. Bucket j of `buckets` ends where the
-// repeated addition x += count / buckets stands after j + 1 additions, rounded with halves away from zero. The additions
-// round too, so the ends are those of this sum, not those of a product.
+// repeated addition x += count / buckets stands after j + 1 additions, rounded with halves away from zero. The
+// additions round too, so the ends are those of this sum, not those of a product.
 
 /// The number of values on the next coarser level: ceil(count / factor).
 int coarseSize(int count, double factor);

@@ -44,6 +44,6 @@ protected:
     const QVector<T> &selectedLevel() const { return m_levels.at(std::min(m_level, m_levels.size() - 1)); }
 
     QVector<QVector<T>> m_levels = QVector<QVector<T>>(1); ///< the series in front
-    double m_factor = 2.0; ///< between the sizes of two levels
-    int m_level = 0;       ///< the one that is selected
+    double m_factor = 2.0;                                 ///< between the sizes of two levels
+    int m_level = 0;                                       ///< the one that is selected
 };

@@ -6,7 +6,8 @@
 #include "filters/DecimatorFilter.h"
 #include "filters/Filter1D.h"
 
-/// Publishes its input at the resolution of a chart: of a pyramid of maxima, the level whose bins are about a pixel wide.
+/// Publishes its input at the resolution of a chart: of a pyramid of maxima, the level whose bins are about a pixel
+/// wide.
 ///
 /// Zooming or resizing the chart publishes another level, which costs no computation. Without a chart area, the input
 /// itself is published. An empty series is ignored: the node publishes what it has once more. GUI thread.

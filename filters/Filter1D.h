@@ -45,8 +45,8 @@ public:
     virtual double max_in(const QRectF &rect);
     /// The sample that index_at() names for x; 0.0 where it names none.
     virtual double value_at(double x) const;
-    /// The sample nearest to x, or -1. Deliberate: rounds, so the right half of a bin belongs to the next sample; and an
-    /// area that does not contain (x, 0), such as one of height 0, has no samples.
+    /// The sample nearest to x, or -1. Deliberate: rounds, so the right half of a bin belongs to the next sample; and
+    /// an area that does not contain (x, 0), such as one of height 0, has no samples.
     virtual int index_at(double x) const;
     /// The bar of sample index_at(point.x) standing on 0; null for none.
     virtual const QRectF area_at(const QPointF &point) const;

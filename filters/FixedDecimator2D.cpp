@@ -7,7 +7,8 @@
 
 namespace {
 
-/// The largest value of the last of `steps` steps of `width` through (width, value) pairs, of which there is at least one.
+/// The largest value of the last of `steps` steps of `width` through (width, value) pairs, of which there is at least
+/// one.
 double lastPeak(const QVector<double> &pairs, int steps, double width)
 {
     const int lastPair = pairs.size() / 2 - 1;

@@ -7,8 +7,8 @@
 /// numbers: the width of a step, 0, the largest value of the last step, and zeros.
 ///
 /// Deliberate: every step writes to entries 0 and 2, so a series of `numPoint` bins never comes about; fewer than three
-/// entries leave out what does not fit. The walk stops at the last pair. Every series is published, an unchanged one too;
-/// one without a pair, and any while the area is null, changes nothing. GUI thread.
+/// entries leave out what does not fit. The walk stops at the last pair. Every series is published, an unchanged one
+/// too; one without a pair, and any while the area is null, changes nothing. GUI thread.
 class FixedDecimator2D : public Filter1D
 {
     Q_OBJECT

@@ -6,9 +6,9 @@
 /// Merges neighbouring bins of a series of (width, value) pairs until each is at least `mergeWidth` wide; a merged bin
 /// has the largest value of those that it took up, the first one of a run at least 0.0.
 ///
-/// Widths are in the units of the area. Where a wide bin completes a merged one, what it leaves over becomes a bin of its
-/// own if it is wide enough; what is left at the end becomes the last bin. Every series is published, an unchanged one
-/// too. A width without a value is ignored. GUI thread.
+/// Widths are in the units of the area. Where a wide bin completes a merged one, what it leaves over becomes a bin of
+/// its own if it is wide enough; what is left at the end becomes the last bin. Every series is published, an unchanged
+/// one too. A width without a value is ignored. GUI thread.
 class MinimalWidth2D : public Filter1D
 {
     Q_OBJECT

@@ -3,13 +3,13 @@
 
 #include "filters/Filter1D.h"
 
-/// Smooths its input by a running average over `depth` values. The ends are extended by repeating the first and the last
-/// value, which makes the result longer than the input by 2 * (depth - 1) values.
+/// Smooths its input by a running average over `depth` values. The ends are extended by repeating the first and the
+/// last value, which makes the result longer than the input by 2 * (depth - 1) values.
 ///
 /// The sum is carried along: one subtraction and one addition per value, in this order, whatever the depth. Deliberate:
 /// what is subtracted lags one place behind the window. Every series but an empty one is published, an unchanged one
-/// too. A depth above maximumDepth, or a result longer than a series can be, fails with a warning and publishes nothing.
-/// GUI thread.
+/// too. A depth above maximumDepth, or a result longer than a series can be, fails with a warning and publishes
+/// nothing. GUI thread.
 class MovingAvarangeU64 : public Filter1D
 {
     Q_OBJECT

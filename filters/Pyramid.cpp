@@ -14,7 +14,9 @@ class HalvedLevel
 {
 public:
     HalvedLevel(const double *source, int sourceSize, QVector<double> &level)
-        : m_source(source), m_single(singleBucket(sourceSize)), m_level(&level)
+        : m_source(source),
+          m_single(singleBucket(sourceSize)),
+          m_level(&level)
     {
     }
 

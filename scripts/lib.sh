@@ -15,13 +15,20 @@ die() {
     exit 1
 }
 
-# The names in scripts/packages, without comments and reasons.
-needed_packages() { sed -e 's/#.*//' scripts/packages | awk 'NF { print $1 }'; }
+# needed_packages LIST...: the names in lists like scripts/packages, without comments and reasons.
+needed_packages() { sed -e 's/#.*//' -- "$@" | awk 'NF { print $1 }'; }
 
 # configure_and_build PRESET [TARGET]: the build tree of a preset is build/PRESET.
 configure_and_build() {
     cmake --preset "$1"
     cmake --build "build/$1" --target "${2:-all}"
+}
+
+# build_benchmarks TARGET...: optimised, in a tree of their own, so that no other command builds them along.
+build_benchmarks() {
+    cmake --preset release -B build/benchmarks \
+        -DVORLIX_BUILD_BENCHMARKS=ON -DVORLIX_BUILD_TESTS=OFF -DVORLIX_BUILD_VIEWER=OFF
+    cmake --build build/benchmarks --target "$@"
 }
 
 has_display() { [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; }

@@ -30,7 +30,8 @@ bool takeNumber(const char **text, const char *end, double &value)
     constexpr int longestNumber = 64; // characters; printed doubles have at most 24
     const char *begin = *text;
     const char *digits = begin != end && *begin == '-' ? begin + 1 : begin;
-    if (digits == end || !(isDigit(*digits) || *digits == '.')) // not infinities and the like, which have many spellings
+    if (digits == end
+        || !(isDigit(*digits) || *digits == '.')) // not infinities and the like, which have many spellings
         return false;
     const auto [behind, error] = std::from_chars(begin, end, value);
     *text = behind;

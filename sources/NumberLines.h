@@ -20,6 +20,6 @@ struct SNumberLines
 /// QString::fromUtf8() and QString::toDouble() gives. Lines that hold just a number take a shorter way.
 ///
 /// `device` has random access, is open for reading without text mode and stands at its beginning; it is read in blocks,
-/// so one that gets shorter meanwhile just ends earlier. Fails on a read error, on more than `limit` lines and on a line
-/// of more than 512 MiB.
+/// so one that gets shorter meanwhile just ends earlier. Fails on a read error, on more than `limit` lines and on a
+/// line of more than 512 MiB.
 SNumberLines readNumberLines(QIODevice &device, int limit = longestSeries);

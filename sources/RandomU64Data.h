@@ -21,7 +21,8 @@ class RandomU64Data : public Filter1D
     Q_PROPERTY(int interval READ interval WRITE setInterval NOTIFY intervalChanged)
     /// Whether the timer goes on after its next tick. Does not start or stop it.
     Q_PROPERTY(bool repeat READ repeat WRITE setRepeat NOTIFY repeatChanged)
-    /// Never stops the timer: true ticks each millisecond, false on each pass of the event loop, until `interval` is set.
+    /// Never stops the timer: true ticks each millisecond, false on each pass of the event loop, until `interval` is
+    /// set.
     Q_PROPERTY(bool running READ running WRITE setRunning NOTIFY runningChanged)
     /// The length of the series from the next generation on. Nothing is generated for 0 and below; above maximumBins,
     /// maximumBins are.

@@ -202,7 +202,7 @@ private:
 
     static constexpr int checkEveryMs = 5;        ///< for contenders that do not say when a frame is finished
     static constexpr double patienceMs = 60000.0; ///< for one picture
-    static constexpr int roundMs = 15000;         ///< for one kind of measurement, after which no further one begins
+    static constexpr int roundMs = 5000;          ///< for one kind of measurement, after which no further one begins
 
     Contender &m_contender;
     STask m_task;

@@ -38,8 +38,8 @@ inline QByteArray difference(const QVector<double> &actual, const QVector<double
 }
 
 #define COMPARE_BITS(actual, expected) \
-    do { \
-        const QVector<double> actualSeries(actual); \
-        const QVector<double> expectedSeries(expected); \
-        QVERIFY2(sameBits(actualSeries, expectedSeries), difference(actualSeries, expectedSeries).constData()); \
-    } while (false)
+  do { \
+    const QVector<double> actualSeries(actual); \
+    const QVector<double> expectedSeries(expected); \
+    QVERIFY2(sameBits(actualSeries, expectedSeries), difference(actualSeries, expectedSeries).constData()); \
+  } while (false)

@@ -67,9 +67,22 @@ private:
     double special()
     {
         using Limits = std::numeric_limits<double>;
-        const double specials[] = {0.0, -0.0, 0.0, -0.0, 1.0, -1.0, -2.0, Limits::quiet_NaN(), -Limits::quiet_NaN(),
-                                   Limits::infinity(), -Limits::infinity(), Limits::denorm_min(), -Limits::denorm_min(),
-                                   Limits::min(), Limits::max(), Limits::lowest()};
+        const double specials[] = {0.0,
+                                   -0.0,
+                                   0.0,
+                                   -0.0,
+                                   1.0,
+                                   -1.0,
+                                   -2.0,
+                                   Limits::quiet_NaN(),
+                                   -Limits::quiet_NaN(),
+                                   Limits::infinity(),
+                                   -Limits::infinity(),
+                                   Limits::denorm_min(),
+                                   -Limits::denorm_min(),
+                                   Limits::min(),
+                                   Limits::max(),
+                                   Limits::lowest()};
         return specials[whole(0, int(std::size(specials)) - 1)];
     }
 
