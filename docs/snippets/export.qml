@@ -5,6 +5,8 @@ import VorlixPlugin 1.0
 import "qrc:/qml"
 
 Window {
+    id: window
+
     property string saved: ""
     property bool grabbed: false
 
@@ -28,7 +30,7 @@ Window {
 
     Connections {
         function onExportComplete(path) {
-            saved = path;
+            window.saved = path;
         }
 
         target: plot
@@ -52,7 +54,7 @@ Window {
         onTriggered: {
             plot.exportImage("/tmp/vorlix-plot.png", 4);
             //! [grab]
-            plot.refChartArea.grabToImage((result) => grabbed = result.saveToFile("/tmp/vorlix-chart.png"),
+            plot.refChartArea.grabToImage((result) => window.grabbed = result.saveToFile("/tmp/vorlix-chart.png"),
                                           Qt.size(1280, 720));
             //! [grab]
         }
