@@ -43,16 +43,6 @@ bool sameSeries(const QVector<double> &a, const QVector<double> &b)
     return true;
 }
 
-void restart(QVector<double> &series, int capacity)
-{
-    if (series.isDetached() && series.capacity() >= capacity) {
-        series.resize(0);
-        return;
-    }
-    series = QVector<double>(); // frees the old storage before the new one is made
-    series.reserve(capacity);
-}
-
 double *extend(QVector<double> &series, int count)
 {
     const int size = series.size();
