@@ -35,6 +35,7 @@ Item {
             scene = createTemporaryObject(sceneComponent, parent);
             plot = scene.plot;
             spy = createTemporaryObject(spyComponent, parent, { target: plot });
+            tryVerify(() => scene.chart.zoomRect.width === 1000);
             settle();
         }
 

@@ -39,6 +39,7 @@ Item {
         function init() {
             scene = createTemporaryObject(sceneComponent, parent);
             plot = scene.plot;
+            tryVerify(() => plot.refChartArea.zoomRect.width === 1000 && plot.refNavigator.zoomRect.width === 1000);
             settle();
         }
 

@@ -35,6 +35,7 @@ Item {
         function show(theme) {
             scene = createTemporaryObject(sceneComponent, window);
             scene.Material.theme = theme;
+            tryVerify(() => scene.chart.zoomRect.width === 1000 && scene.strip.zoomRect.width === 1000);
             settle();
         }
 
