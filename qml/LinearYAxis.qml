@@ -56,16 +56,18 @@ Item {
 
             Text {
                 // Where the axis has room on its left, the label stays inside it.
-                readonly property real room: root.x > 16 ? root.x - 4 - implicitWidth : 16
+                readonly property real room: root.x > 40 ? root.x - 4 : Infinity
 
                 color: root.axisTextColor
                 font.pointSize: 9
+                scale: Math.min(1, room / implicitWidth)
                 text: root.labelText(parent.value)
                 textFormat: Text.RichText
+                transformOrigin: Item.Right
 
                 anchors {
                     right: parent.left
-                    rightMargin: Math.max(0, Math.min(room, 16))
+                    rightMargin: Math.max(0, Math.min(room - implicitWidth, 16))
                     verticalCenter: parent.verticalCenter
                 }
 

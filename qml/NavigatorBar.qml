@@ -13,10 +13,12 @@ Item {
     property alias navChart: navigator
     property real flickRatio: mainChartArea ? width / mainChartArea.chartRect.width : 0
 
-    /// Fits what the strip shows to what the main chart shows, so that its band can be taken with a mouse.
+    /// Fits what the strip shows to what the main chart shows, so that its band can be taken with a mouse. While the main
+    /// chart shows nothing, as between a click and the next frame, that waits until it does.
     function recalcWidth() {
         const main = mainChartArea ? mainChartArea.zoomRect : Qt.rect(0, 0, 0, 0);
-        if (!(main.width > 0 && isFinite(main.width) && isFinite(main.x) && width > 0))
+        mainWatch.isDue = !(main.width > 0 && isFinite(main.width) && isFinite(main.x));
+        if (mainWatch.isDue || !(width > 0))
             return ;
 
         if (!(main.width / mainChartArea.chartRect.width * width < navigator.minWidth)) {
@@ -195,6 +197,20 @@ Item {
             onPositionChanged: navigator.scrollTo(thumbArea, mouse.x)
         }
 
+    }
+
+    Connections {
+        id: mainWatch
+
+        property bool isDue: false
+
+        function onZoomRectChanged() {
+            if (isDue)
+                root.recalcWidth();
+
+        }
+
+        target: root.mainChartArea
     }
 
     LastFrame {

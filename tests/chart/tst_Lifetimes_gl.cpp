@@ -370,7 +370,8 @@ void tst_Lifetimes_gl::partsOfAStreamingSceneGoInAnyOrder()
     Scene scene;
     QPointer<QQuickItem> chart = scene.load(streaming);
     QVERIFY(chart);
-    QPointer<QObject> parts[] = {chart.data(), chart->property("bars").value<QObject *>(), chart->property("node").value<QObject *>()};
+    QPointer<QObject> parts[] = {chart.data(), chart->property("bars").value<QObject *>(),
+                                 chart->property("node").value<QObject *>()};
     QVERIFY(parts[1] && parts[2]);
     QVERIFY(scene.show());
     for (const int part : qAsConst(order)) {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 import QtQuick 2.15
+import QtQuick.Window 2.15
 import QtTest 1.15
 
 /// A test case that finds things as a person sees them, and fails when anything was written to the log meanwhile.
@@ -10,6 +11,7 @@ TestCase {
 
     function initTestCase() {
         tools.catchMessages();
+        tools.prepare(parent.Window.window);
     }
 
     function cleanup() {
@@ -83,15 +85,16 @@ TestCase {
     /// Whether two rectangles share more than an edge.
     function overlap(a, b) {
         const slack = 0.01;
-        return Math.min(a.right, b.right) - Math.max(a.left, b.left) > slack && Math.min(a.bottom, b.bottom) - Math.max(a.top, b.top) > slack;
+        return Math.min(a.right, b.right) - Math.max(a.left, b.left) > slack && Math.min(a.bottom,
+            b.bottom) - Math.max(a.top, b.top) > slack;
     }
 
     /// Waits until the window has drawn nothing for a while.
     function settle() {
         let before = -1;
-        for (let i = 0; i < 40 && before !== tools.frames(); ++i) {
+        for (let i = 0; i < 80 && before !== tools.frames(); ++i) {
             before = tools.frames();
-            wait(100);
+            wait(50);
         }
     }
 
