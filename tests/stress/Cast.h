@@ -62,9 +62,11 @@ private:
 /// A creator on a stage: items go into the window.
 Cast::Creator castIn(Stage &stage, QQuickWindow &window);
 
-/// Calls an invokable that takes one object; false if there is none.
-bool callWith(QObject &object, const char *method, const char *argumentType, QObject *argument);
+// Nothing happens, and the answer is false, when there is no object, or none with such a member.
+
+/// Calls an invokable that takes one object.
+bool callWith(QObject *object, const char *method, const char *argumentType, QObject *argument);
 /// Writes a property whose type is a pointer to an object.
-bool writeObject(QObject &object, const char *property, QObject *value);
+bool writeObject(QObject *object, const char *property, QObject *value);
 /// Writes a property whose type is a list of pointers to objects.
-bool writeObjects(QObject &object, const char *property, const QList<QObject *> &values);
+bool writeObjects(QObject *object, const char *property, const QList<QObject *> &values);

@@ -6,7 +6,8 @@ Cast::Creator castIn(Stage &stage, QQuickWindow &window)
 {
     return [&](const QByteArray &type) -> QObject * {
         const bool drawable = Cast::areaTypes().contains(type);
-        const QString text = QString::fromUtf8(type) + (drawable ? " { width: 100; height: 100; updateIntervalMs: 0 }" : " {}");
+        const QString text =
+            QString::fromUtf8(type) + (drawable ? " { width: 100; height: 100; updateIntervalMs: 0 }" : " {}");
         return drawable ? stage.makeIn(window, text) : stage.make(text);
     };
 }

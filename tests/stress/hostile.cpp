@@ -44,7 +44,8 @@ class HostileScript : public Scenario
     void prepare(Stage &stage) override
     {
         constexpr int perArgument = 1000000; // Qt explains each argument of a wrong type in four lines
-        for (const char *line : {"Passing incompatible arguments to C", "This will throw a JavaScript TypeError", "Could not convert argument", "Could not convert array value", "strike@qrc:"})
+        for (const char *line : {"Passing incompatible arguments to C", "This will throw a JavaScript TypeError",
+                                 "Could not convert argument", "Could not convert array value", "strike@qrc:"})
             stage.messages.expect(QString::fromLatin1(line), perArgument);
         stage.messages.expect("^Filter1D: the tree of nodes has a cycle", 10000);
         stage.messages.expect("^MovingAvarangeU64: no average of", 100000);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// stress SCENARIO [--seconds N] [--rounds N] [--seed N]: mistreats the module for a while, then asks for a correct picture, a quiet
-// log and unchanged memory. One process per scenario, so that a crash is one failure.
+// stress SCENARIO [--seconds N] [--rounds N] [--seed N]: mistreats the module for a while, then asks for a correct
+// picture, a quiet log and unchanged memory. One process per scenario, so that a crash is one failure.
 
 #include "stress/FreshChart.h"
 #include "stress/Memory.h"
@@ -88,7 +88,8 @@ void judge(const SScenarioEntry &entry, const Stage &stage, SOutcome &outcome)
 {
     const qint64 grown = outcome.after.resident - outcome.before.resident;
     if (memoryIsMeasurable() && grown > entry.residentGrowth)
-        outcome.faults << QStringLiteral("the memory grew by %1 KiB, more than %2").arg(grown).arg(entry.residentGrowth);
+        outcome.faults
+            << QStringLiteral("the memory grew by %1 KiB, more than %2").arg(grown).arg(entry.residentGrowth);
     outcome.faults << stage.faults() << stage.messages.faults();
 }
 
@@ -106,9 +107,9 @@ int run(const SScenarioEntry &entry, const SLength &length, quint32 seed)
         stage.judge(QStringLiteral("fresh chart"), freshChartFaults(stage));
         judge(entry, stage, outcome);
     }
-    std::printf("%s: seed %u, %d rounds, resident %lld KiB (%+lld), heap %lld KiB (%+lld)\n", entry.name, seed, outcome.rounds,
-                outcome.after.resident, outcome.after.resident - outcome.before.resident, outcome.after.heap,
-                outcome.after.heap - outcome.before.heap);
+    std::printf("%s: seed %u, %d rounds, resident %lld KiB (%+lld), heap %lld KiB (%+lld)\n", entry.name, seed,
+                outcome.rounds, outcome.after.resident, outcome.after.resident - outcome.before.resident,
+                outcome.after.heap, outcome.after.heap - outcome.before.heap);
     for (const QString &fault : qAsConst(outcome.faults))
         std::fprintf(stderr, "FAIL %s: %s\n", entry.name, qPrintable(fault));
     return outcome.faults.isEmpty() ? 0 : 1;
@@ -149,7 +150,9 @@ int main(int argc, char **argv)
     const SScenarioEntry *entry = find(parser.positionalArguments().value(0));
     if (!entry)
         parser.showHelp(2);
-    const quint32 wanted = parser.value(seed) == QLatin1String("random") ? std::random_device()() : parser.value(seed).toUInt();
+    const quint32 wanted =
+        parser.value(seed) == QLatin1String("random") ? std::random_device()() : parser.value(seed).toUInt();
     constexpr int fewestRounds = 5;
-    return run(*entry, {parser.value(seconds).toDouble(), std::max(parser.value(rounds).toInt(), fewestRounds)}, wanted);
+    return run(*entry, {parser.value(seconds).toDouble(), std::max(parser.value(rounds).toInt(), fewestRounds)},
+               wanted);
 }

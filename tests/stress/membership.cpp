@@ -6,9 +6,12 @@
 #include "stress/FreshChart.h"
 #include "stress/Scenario.h"
 
+#include <functional>
+
 namespace {
 
-/// Two windows with three areas; plotters are in one of them, in two at once, or in none, and get data wherever they are.
+/// Two windows with three areas; plotters are in one of them, in two at once, or in none, and get data wherever they
+/// are.
 class Migrants : public Scenario
 {
     void round(Stage &stage) override
@@ -18,14 +21,19 @@ class Migrants : public Scenario
         for (int i = 0; i < 100; ++i) {
             QObject *plotter = stage.chance.pick(m_plotters);
             QObject *area = stage.chance.pick(m_areas);
-            switch (stage.chance.below(8)) {
-            case 0: callWith(*area, "addPlotter", "IPlotter*", plotter); break;
-            case 1: callWith(*area, "removePlotter", "IPlotter*", plotter); break;
-            case 2: writeObject(*plotter, "chartArea", area); break;
-            case 3: writeObject(*plotter, "chartArea", nullptr); break;
-            case 4: writeObjects(*area, "plotter", {plotter, stage.chance.pick(m_plotters)}); break;
-            default: plotter->setProperty("data", QVariant::fromValue(stage.chance.series(stage.chance.below(300)))); break;
-            }
+            const QVariant series = QVariant::fromValue(stage.chance.series(stage.chance.below(300)));
+            const std::function<void()> moves[] = {
+                [&] { callWith(area, "addPlotter", "IPlotter*", plotter); },
+                [&] { callWith(area, "removePlotter", "IPlotter*", plotter); },
+                [&] { writeObject(plotter, "chartArea", area); },
+                [&] { writeObject(plotter, "chartArea", nullptr); },
+                [&] {
+                    writeObjects(area, "plotter", {plotter, stage.chance.pick(m_plotters)});
+                },
+                [&] { plotter->setProperty("data", series); },
+                [&] { plotter->setProperty("data", series); },
+            };
+            stage.chance.pick(moves)();
             if (stage.chance.oneIn(10))
                 stage.spin(stage.chance.below(3));
         }
@@ -38,8 +46,11 @@ class Migrants : public Scenario
         m_second = stage.open({320, 200});
         const QString text = "ChartArea { y: 110; width: 100; height: 90; updateIntervalMs: 0 }";
         m_areas = {stage.makeIn(*m_first, text), stage.makeIn(*m_second, text), stage.makeIn(*m_second, text)};
-        for (const QByteArray &type : Cast::plotterTypes())
-            m_plotters << stage.makeIn(*m_first, "Item { property var plotter: " + type + " { plotterArea: Qt.rect(0, 0, 10, 1) } }")->property("plotter").value<QObject *>();
+        for (const QByteArray &type : Cast::plotterTypes()) {
+            QObject *plotter = stage.make(type + " { plotterArea: Qt.rect(0, 0, 10, 1) }");
+            plotter->setParent(m_first->contentItem());
+            m_plotters.append(plotter);
+        }
         placeKnownChart(stage, *m_first);
         placeKnownChart(stage, *m_second);
     }

@@ -50,7 +50,8 @@ class ToggledLoaders : public Scenario
     {
         if (!m_show.window)
             m_show.begin(stage, "Streaming");
-        static const char *const switches[] = {"withArea", "withBars", "withExact", "withFilters", "withDecorator", "withSource"};
+        static const char *const switches[] = {"withArea",    "withBars",      "withExact",
+                                               "withFilters", "withDecorator", "withSource"};
         for (int i = 0; i < 10; ++i) {
             const char *name = stage.chance.pick(switches);
             m_show.root->setProperty(name, !m_show.root->property(name).toBool());
@@ -72,7 +73,8 @@ class ChangingModels : public Scenario
         static const char *const counts[] = {"charts", "plotters", "nodes"};
         for (int i = 0; i < 10; ++i) {
             m_show.root->setProperty(stage.chance.pick(counts), stage.chance.below(8));
-            QMetaObject::invokeMethod(m_show.root.get(), "feed", Q_ARG(QVariant, QVariant::fromValue(stage.chance.series(50))));
+            QMetaObject::invokeMethod(m_show.root.get(), "feed",
+                                      Q_ARG(QVariant, QVariant::fromValue(stage.chance.series(50))));
             stage.spin(stage.chance.below(5));
         }
         for (const char *name : counts)
@@ -96,9 +98,15 @@ class TornDown : public Scenario
         stage.chance.shuffle(steps);
         for (const int step : qAsConst(steps)) {
             switch (step) {
-            case 0: show.root.reset(); break;
-            case 1: tearWindow(stage, show); break;
-            default: stage.replaceEngine(); break;
+            case 0:
+                show.root.reset();
+                break;
+            case 1:
+                tearWindow(stage, show);
+                break;
+            default:
+                stage.replaceEngine();
+                break;
             }
             if (stage.chance.oneIn(2))
                 stage.spin(stage.chance.below(5));

@@ -6,20 +6,29 @@ import VorlixPlugin 1.0
 Item {
     id: root
 
-    property var subjects: [chart, plain, bars, exact, filled, decorator, node, decimator, source, average, fixed, fixed2, minimal, reader]
-    readonly property var operations: ["addPlotter", "removePlotter", "mapPointToChart", "addFilter", "removeFilter", "removeAllPlotter",
-        "resetZoomView", "exportImage", "lock_update", "unlock_update"]
-    readonly property var ours: ["chartRect", "adaptAreaToPlotters", "plotter", "shouldUpdate", "updateIntervalMs", "zoomRect", "adaptChartHeight",
-        "name", "color", "visible", "zOrder", "data", "vectorDim", "plotterArea", "drawLayer", "showLegend", "chartArea", "xOffset",
-        "borderWidth", "borderColor", "borderEnable", "enableGradient", "gradientColor", "mouseX", "mouseY", "active", "plotters",
-        "area", "dataID", "numPoint", "depth", "mergeWidth", "percMargin", "type", "append", "interval", "repeat", "running", "numBin",
-        "file", "binWidth"]
+    readonly property var subjects: [
+        chart, plain, bars, exact, filled, decorator, node, decimator, source, average, fixed, fixed2, minimal, reader
+    ]
+    readonly property var operations: [
+        "addPlotter", "removePlotter", "mapPointToChart", "addFilter", "removeFilter", "removeAllPlotter", "resetZoomView",
+        "exportImage", "lock_update", "unlock_update"
+    ]
+    readonly property var ours: [
+        "chartRect", "adaptAreaToPlotters", "plotter", "shouldUpdate", "updateIntervalMs", "zoomRect", "adaptChartHeight",
+        "name", "color", "visible", "zOrder", "data", "vectorDim", "plotterArea", "drawLayer", "showLegend", "chartArea",
+        "xOffset", "borderWidth", "borderColor", "borderEnable", "enableGradient", "gradientColor", "mouseX", "mouseY",
+        "active", "plotters", "area", "dataID", "numPoint", "depth", "mergeWidth", "percMargin", "type", "append",
+        "interval", "repeat", "running", "numBin", "file", "binWidth"
+    ]
 
     function values() {
-        return [null, undefined, NaN, Infinity, -Infinity, 1e308, -1e308, 5e-324, -0.0, 0, -1, 2147483647, 4294967296, "", "text", "12", true,
-            [], [1], [1, 2, 3], [NaN, Infinity], ["a", null], [null], {}, { x: 1 }, new Date(0), function() {}, Qt.rect(0, 0, 0, 0),
-            Qt.rect(NaN, NaN, NaN, NaN), Qt.rect(0, 0, -1, -1), Qt.rect(-1e308, -1e308, 1e308, 1e308), Qt.point(NaN, 1), Qt.rgba(2, 2, 2, 2),
-            root, bars, chart, node, [bars, null, bars], [root]]
+        return [
+            null, undefined, NaN, Infinity, -Infinity, 1e308, -1e308, 5e-324, -0.0, 0, -1, 2147483647, 4294967296,
+            "", "text", "12", true, [], [1], [1, 2, 3], [NaN, Infinity], ["a", null], [null], {}, { x: 1 }, new Date(0),
+            function() {}, Qt.rect(0, 0, 0, 0), Qt.rect(NaN, NaN, NaN, NaN), Qt.rect(0, 0, -1, -1),
+            Qt.rect(-1e308, -1e308, 1e308, 1e308), Qt.point(NaN, 1), Qt.rgba(2, 2, 2, 2), root, bars, chart, node,
+            [bars, null, bars], [root]
+        ]
     }
 
     // One subject and one value after the other; true when all have had all.
@@ -30,7 +39,9 @@ Item {
             const subject = subjects[position % subjects.length]
             const value = all[Math.floor(position / subjects.length) % all.length]
             for (const name of ours) {
-                if (subject[name] === undefined || (name === "data" && subject instanceof Item)) // an item's data are its children
+                if (subject[name] === undefined)
+                    continue
+                if (name === "data" && subject instanceof Item) // an item's data are its children
                     continue
                 try { subject[name] = value } catch (refused) {}
             }
