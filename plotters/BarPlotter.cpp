@@ -3,7 +3,7 @@
 
 #include "common/BlockMaxima.h"
 #include "plotters/BarPlotter_p.h"
-#include "plotters/SlotVertices.h"
+#include "plotters/Vertices.h"
 
 #include <QDebug>
 

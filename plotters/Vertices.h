@@ -4,7 +4,9 @@
 #include <QVector>
 #include <QVector2D>
 
-// The vertices of series of one number per slot. Values are rounded to single precision. Thread-safe.
+// The vertex arrays of the plotters. Values are rounded to single precision. Thread-safe.
+
+struct SHResVertex;
 
 /// Four heights for each of `count` bars: 0, 0, value, value.
 void writeBarHeights(const double *values, int count, float *heights);
@@ -12,6 +14,10 @@ void writeBarHeights(const double *values, int count, float *heights);
 /// For `count` points from number `first` on: two vertices of the fill, (i, 0) and (i, value), and one of the border,
 /// (i, value).
 void writeAreaVertices(const double *values, int first, int count, QVector2D *fill, QVector2D *border);
+
+/// Four corners for each of `count` bars of individual widths: bottom left, bottom right, top left, top right. `pairs`
+/// are (width, value), `edges` the positions of the bars' count + 1 edges.
+void writeHResVertices(const double *pairs, const double *edges, int count, SHResVertex *corners);
 
 /// Appends the six indices of each bar from number `present` on, whose four corners follow those of the bar before, until
 /// there are `count` bars: two triangles that cover the bar.

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "plotters/SlotVertices.h"
+#include "plotters/Vertices.h"
 
 #include "common/Series.h"
+#include "plotters/BarPlotterDx.h"
 
 #include <algorithm>
 #include <cstring>
@@ -61,6 +62,24 @@ void writeAreaVertices(const double *values, int first, int count, QVector2D *fi
         const float y = float(values[i]);
         fill[0] = QVector2D(x, 0.0f);
         fill[1] = border[0] = QVector2D(x, y);
+    }
+}
+
+void writeHResVertices(const double *pairs, const double *edges, int count, SHResVertex *corners)
+{
+    float leftMost = float(edges[0]);
+    float leftLeast = float(edges[0] - double(leftMost));
+    for (int bar = 0; bar < count; ++bar, corners += 4) {
+        const double right = edges[bar + 1];
+        const float rightMost = float(right);
+        const float rightLeast = float(right - double(rightMost));
+        const float value = float(pairs[2 * bar + 1]);
+        auto *floats = reinterpret_cast<char *>(corners);
+        store(floats, FourFloats{leftMost, leftLeast, 0.0f, rightMost});
+        store(floats + 16, FourFloats{rightLeast, 0.0f, leftMost, leftLeast});
+        store(floats + 32, FourFloats{value, rightMost, rightLeast, value});
+        leftMost = rightMost;
+        leftLeast = rightLeast;
     }
 }
 
