@@ -2,8 +2,27 @@
 #include "chart/ChartArea.h"
 
 #include "common/Change.h"
+#include "common/Index.h"
 
 #include <QPointer>
+#include <QQuickWindow>
+
+namespace {
+
+/// Keeps a grab until it is ready or its window is gone: so long the render thread may be working on it.
+class GrabKeeper : public QObject
+{
+public:
+    GrabKeeper(const QSharedPointer<QQuickItemGrabResult> &grab, QQuickWindow *window) : QObject(window), m_grab(grab)
+    {
+        connect(grab.data(), &QQuickItemGrabResult::ready, this, &QObject::deleteLater);
+    }
+
+private:
+    QSharedPointer<QQuickItemGrabResult> m_grab;
+};
+
+} // namespace
 
 ChartArea::ChartArea(QQuickItem *parent) : IChartArea(parent) {}
 
@@ -77,9 +96,10 @@ void ChartArea::updateChartRect()
 
 void ChartArea::exportImage(QString path)
 {
-    m_pendingGrab = grabToImage(QSize(int(width() * 2.0), int(height() * 2.0)));
+    m_pendingGrab = grabToImage(QSize(toIndex(width() * 2.0), toIndex(height() * 2.0)));
     if (!m_pendingGrab)
         return;
+    new GrabKeeper(m_pendingGrab, window());
     // Deliberate: the path is accepted and held, and no file is written.
     connect(m_pendingGrab.data(), &QQuickItemGrabResult::ready, this, [path] { Q_UNUSED(path) });
 }

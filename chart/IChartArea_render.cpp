@@ -2,6 +2,17 @@
 #include "chart/IChartArea.h"
 
 #include <algorithm>
+#include <cmath>
+
+namespace {
+
+/// Ascending; whatever is not a number comes last, so that the others keep their order.
+bool isDrawnBefore(const IPlotter *a, const IPlotter *b)
+{
+    return a->zOrder() < b->zOrder() || (std::isnan(b->zOrder()) && !std::isnan(a->zOrder()));
+}
+
+} // namespace
 
 // called by the renderer: render thread, GUI thread blocked
 
@@ -27,7 +38,7 @@ void IChartArea::updateRenderLayers()
             if (plotter->drawLayer() & (1u << layer))
                 members.append(plotter);
         }
-        std::sort(members.begin(), members.end(), [](const IPlotter *a, const IPlotter *b) { return a->zOrder() < b->zOrder(); });
+        std::sort(members.begin(), members.end(), isDrawnBefore);
         for (const IPlotter *plotter : qAsConst(members))
             layers[layer].append(plotter->renderHandle());
     }

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
-// Bars of individual widths, far from the origin: the series holds pairs of (width, value). The bars are thousandths wide
-// and begin at ten million, where single precision knows whole numbers only; their edges stay exact.
+// Bars of individual widths, far from the origin: the series holds pairs of (width, value). The bars are thousandths
+// wide and begin at ten million, where single precision knows whole numbers only; their edges stay exact.
 import QtQuick 2.14
 import QtQuick.Window 2.14
 import VorlixPlugin 1.0
 
 Window {
-    readonly property real begin: 1e7
-
     width: 640
     height: 360
     visible: true
@@ -28,7 +26,7 @@ Window {
     }
 
     Filter1D {
-        area: Qt.rect(begin, 0, 1, 1)
+        area: Qt.rect(1e7, 0, 1, 1)
         Component.onCompleted: {
             const pairs = [];
             for (let i = 0; i < 24; ++i)

@@ -6,8 +6,6 @@ import QtQuick.Window 2.14
 import VorlixPlugin 1.0
 
 Window {
-    readonly property int samples: 10000000
-
     width: 640
     height: 360
     visible: true
@@ -31,6 +29,8 @@ Window {
     DecimatorU64 {
         id: pyramid
 
+        readonly property int samples: 10000000
+
         area: Qt.rect(0, 0, samples, 1)
         chartArea: chart
         Component.onCompleted: {
@@ -47,10 +47,10 @@ Window {
         anchors.fill: parent
         onWheel: {
             const zoom = chart.zoomRect;
-            const width = Math.min(Math.max(zoom.width * Math.pow(0.5, wheel.angleDelta.y / 120), 100), samples);
-            const at = zoom.x + zoom.width * wheel.x / chart.width;
-            const x = at - width * wheel.x / chart.width;
-            chart.zoomRect = Qt.rect(Math.max(0, Math.min(x, samples - width)), zoom.y, width, zoom.height);
+            const wanted = zoom.width * Math.pow(0.5, wheel.angleDelta.y / 120);
+            const width = Math.min(Math.max(wanted, 100), pyramid.samples);
+            const x = zoom.x + (zoom.width - width) * wheel.x / chart.width; // what lies under the mouse stays there
+            chart.zoomRect = Qt.rect(Math.max(0, Math.min(x, pyramid.samples - width)), zoom.y, width, zoom.height);
         }
     }
 }

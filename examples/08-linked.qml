@@ -70,17 +70,18 @@ Window {
                 zoomRect = Qt.rect(left, zoomRect.y, width, zoomRect.height);
             }
 
+            /// Shows `factor` times as much; what lies under the mouse stays there.
+            function zoom(pixel, factor) {
+                show(zoomRect.left + pixel / width * zoomRect.width * (1 - factor), zoomRect.width * factor);
+            }
+
             anchors.fill: parent
             onPressed: last = mouse.x
             onPositionChanged: {
                 show(zoomRect.left + (last - mouse.x) / width * zoomRect.width, zoomRect.width);
                 last = mouse.x;
             }
-            onWheel: {
-                const factor = Math.pow(0.8, wheel.angleDelta.y / 120);
-                const at = zoomRect.left + wheel.x / width * zoomRect.width;
-                show(at - (at - zoomRect.left) * factor, zoomRect.width * factor);
-            }
+            onWheel: zoom(wheel.x, Math.pow(0.8, wheel.angleDelta.y / 120))
         }
     }
 }

@@ -2,6 +2,7 @@
 // The ready-made plot: axes, zoom with the left button, pan with the right one, an overview strip and a legend whose
 // entries hide a plotter or change its colour.
 import QtQuick 2.14
+import QtQuick.Controls.Material 2.12
 import QtQuick.Window 2.14
 import VorlixPlugin 1.0
 import "qrc:/qml"
@@ -15,13 +16,19 @@ Window {
     SPlotQML {
         id: plot
 
+        Material.theme: Material.Dark
         anchors.fill: parent
+        Component.onCompleted: {
+            xAxis.axisTextColor = yAxis.axisTextColor = "#a0a0a0";
+            yAxis.axisLineColor = "#333333";
+        }
     }
 
     BarPlotter {
         id: detector
 
         name: "detector"
+        chartArea: plot.refChartArea
         color: "#4dc2e6"
     }
 
@@ -29,6 +36,7 @@ Window {
         id: reference
 
         name: "reference"
+        chartArea: plot.refChartArea
         color: "#60ff7a59"
         borderColor: "#ff7a59"
         borderWidth: 2
@@ -38,6 +46,7 @@ Window {
     BarPlotter {
         id: overview
 
+        chartArea: plot.refNavigator
         color: "#4dc2e6"
     }
 
@@ -50,9 +59,6 @@ Window {
 
         area: Qt.rect(0, 0, 0.002, 1)
         Component.onCompleted: {
-            plot.refChartArea.addPlotter(detector);
-            plot.refChartArea.addPlotter(reference);
-            plot.refNavigator.addPlotter(overview);
             addPlotter(detector);
             addPlotter(overview);
             data = Array.from({length: 1000}, (_, i) => {

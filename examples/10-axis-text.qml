@@ -6,8 +6,6 @@ import VorlixPlugin 1.0
 import "qrc:/qml"
 
 Window {
-    readonly property int year: 365
-
     width: 640
     height: 360
     visible: true
@@ -51,8 +49,11 @@ Window {
     }
 
     Filter1D {
-        area: Qt.rect(0, 0, year, 1)
-        data: Array.from({length: year}, (_, day) => 900 + 500 * Math.sin(day / 58) + 120 * Math.sin(day * 2 * Math.PI / 7))
+        area: Qt.rect(0, 0, 365, 1)
+        data: Array.from({length: 365}, (_, day) => {
+            const week = day * 2 * Math.PI / 7;
+            return 900 + 500 * Math.sin(day / 58) + 120 * Math.sin(week);
+        })
         Component.onCompleted: addPlotter(takings)
     }
 }

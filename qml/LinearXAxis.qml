@@ -18,10 +18,10 @@ Item {
     property var axisTextFunc: null
     readonly property real maxNumTick: width / minTickWidth
     readonly property real minDxTick: Math.pow(1000, Math.floor(Math.log10(rectArea.width) / 3))
-    readonly property real dxTick: Math.pow(2, Math.ceil(Math.log2((rectArea.width / minDxTick) / maxNumTick))) * minDxTick
+    readonly property real dxTick: Math.pow(2, Math.ceil(Math.log2(rectArea.width / minDxTick / maxNumTick))) * minDxTick
     readonly property real xTickOffset: Math.ceil(rectArea.x / dxTick) * dxTick
     readonly property real xTicks: Math.floor((rectArea.width - xTickOffset + rectArea.x) / dxTick) + 1
-    readonly property int tickCount: dxTick > 0 && isFinite(dxTick) && isFinite(xTicks) ? Math.max(Math.round(Math.min(xTicks, maxNumTick)), 0) : 0
+    readonly property int tickCount: isDrawable() ? Math.max(Math.round(Math.min(xTicks, maxNumTick)), 0) : 0
     /// Which ticks have a label: those whose label does not touch another.
     readonly property var labelled: chooseLabels()
 
@@ -55,6 +55,10 @@ Item {
         return text === undefined || text === null || /NaN|Infinity/.test(text) ? "" : String(text);
     }
 
+    function isDrawable() {
+        return dxTick > 0 && isFinite(dxTick) && isFinite(xTicks);
+    }
+
     function tickX(index) {
         return (xTickOffset - rectArea.x + index * dxTick) / rectArea.width * width;
     }
@@ -74,16 +78,18 @@ Item {
             const tick = ticks.itemAt(i);
             widths.push(tick ? tick.labelWidth : 0);
         }
-        // Every n-th multiple, not every n-th tick in view: so a pan does not move labels to other ticks.
         const widest = widths.reduce((a, b) => {
             return Math.max(a, b);
         }, 0);
         const step = Math.ceil((widest + gap) / (dxTick / rectArea.width * width));
+        // Every n-th multiple, not every n-th tick in view: so a pan does not move labels to other ticks.
         const first = Math.round(xTickOffset / dxTick);
+        const skipped = Math.ceil(first / step) * step - first;
+        const start = skipped < widths.length ? skipped : 0;
         let taken = -Infinity;
         return widths.map((labelWidth, i) => {
             const left = labelX(i, labelWidth);
-            if ((first + i) % step !== 0 || left < taken)
+            if ((i - start) % step !== 0 || left < taken)
                 return false;
 
             taken = left + labelWidth + gap;

@@ -20,9 +20,9 @@ Item {
     property real tickHeight: 50
     readonly property real minDyTick: Math.pow(1000, Math.floor(Math.log10(rectArea.height) / 3))
     readonly property real maxNumYTicks: Math.floor(height / tickHeight)
-    readonly property real dyTicks: Math.pow(2, Math.ceil(Math.log2((rectArea.height / minDyTick) / maxNumYTicks))) * minDyTick
+    readonly property real dyTicks: Math.pow(2, Math.ceil(Math.log2(rectArea.height / minDyTick / maxNumYTicks))) * minDyTick
     readonly property real yTicks: Math.min(Math.floor(rectArea.height / dyTicks) + 1, maxNumYTicks)
-    readonly property int tickCount: dyTicks > 0 && isFinite(dyTicks) && isFinite(yTicks) ? Math.max(yTicks, 0) : 0
+    readonly property int tickCount: isDrawable() ? Math.max(yTicks, 0) : 0
 
     /// The label of a value; empty where it can't be computed.
     function labelText(value) {
@@ -34,6 +34,10 @@ Item {
             return isFinite(Math.floor(text)) ? "10<sup>" + Math.floor(text) + "</sup>" : "";
 
         return /NaN|Infinity/.test(text) ? "" : String(text);
+    }
+
+    function isDrawable() {
+        return dyTicks > 0 && isFinite(dyTicks) && isFinite(yTicks);
     }
 
     z: -1
@@ -52,16 +56,18 @@ Item {
 
             Text {
                 // Where the axis has room on its left, the label stays inside it.
-                readonly property real room: root.x > 16 ? root.x - 4 - implicitWidth : 16
+                readonly property real room: root.x > 40 ? root.x - 4 : Infinity
 
                 color: root.axisTextColor
                 font.pointSize: 9
+                scale: Math.min(1, room / implicitWidth)
                 text: root.labelText(parent.value)
                 textFormat: Text.RichText
+                transformOrigin: Item.Right
 
                 anchors {
                     right: parent.left
-                    rightMargin: Math.max(0, Math.min(room, 16))
+                    rightMargin: Math.max(0, Math.min(room - implicitWidth, 16))
                     verticalCenter: parent.verticalCenter
                 }
 

@@ -13,10 +13,12 @@ Item {
     property alias navChart: navigator
     property real flickRatio: mainChartArea ? width / mainChartArea.chartRect.width : 0
 
-    /// Fits what the strip shows to what the main chart shows, so that its band can be taken with a mouse.
+    /// Fits what the strip shows to what the main chart shows, so that its band can be taken with a mouse. While the main
+    /// chart shows nothing, as between a click and the next frame, that waits until it does.
     function recalcWidth() {
         const main = mainChartArea ? mainChartArea.zoomRect : Qt.rect(0, 0, 0, 0);
-        if (!(main.width > 0 && isFinite(main.width) && isFinite(main.x) && width > 0))
+        mainWatch.isDue = !(main.width > 0 && isFinite(main.width) && isFinite(main.x));
+        if (mainWatch.isDue || !(width > 0))
             return ;
 
         if (!(main.width / mainChartArea.chartRect.width * width < navigator.minWidth)) {
@@ -31,6 +33,14 @@ Item {
             left = Math.min(Math.max(main.left + main.width / 2 - w / 2, chart.left), chart.right - w);
 
         navigator.zoomRect = Qt.rect(left, shown.y, w, shown.height);
+    }
+
+    /// recalcWidth() once both charts know their rectangles, unless somebody chose what the strip shows.
+    function firstRecalc() {
+        const isWhole = navigator.zoomRect.x === navigator.chartRect.x && navigator.zoomRect.width === navigator.chartRect.width;
+        if (isWhole && !navigator.fitPending)
+            recalcWidth();
+
     }
 
     clip: true
@@ -61,6 +71,7 @@ Item {
 
         anchors.fill: parent
         adaptChartHeight: false
+        onFitPendingChanged: root.firstRecalc()
     }
 
     Rectangle {
@@ -103,12 +114,17 @@ Item {
 
             const main = root.mainChartArea;
             const zoom = main.zoomRect;
+            const half = zoom.width / 2;
             if (state === "dragging")
-                main.zoomRect = Qt.rect(Utils.bound(x - zoom.width / 2, main.chartRect.left, main.chartRect.right - zoom.width), zoom.y, zoom.width, zoom.height);
+                show(Utils.bound(x - half, main.chartRect.left, main.chartRect.right - zoom.width), zoom.y, zoom.width);
             else if (state === "stretchLeft")
-                main.zoomRect = Qt.rect(x, 0, zoom.right - x, zoom.height);
+                show(x, 0, zoom.right - x);
             else if (state === "stretchRight")
-                main.zoomRect = Qt.rect(zoom.left, 0, x - zoom.left, zoom.height);
+                show(zoom.left, 0, x - zoom.left);
+        }
+
+        function show(x, y, w) {
+            root.mainChartArea.zoomRect = Qt.rect(x, y, w, root.mainChartArea.zoomRect.height);
         }
 
         function finish() {
@@ -190,6 +206,20 @@ Item {
             onPositionChanged: navigator.scrollTo(thumbArea, mouse.x)
         }
 
+    }
+
+    Connections {
+        id: mainWatch
+
+        property bool isDue: false
+
+        function onZoomRectChanged() {
+            if (isDue)
+                root.recalcWidth();
+
+        }
+
+        target: root.mainChartArea
     }
 
     LastFrame {

@@ -34,9 +34,11 @@ Item {
     /// Saves a picture of upsize times the plot's size in pixels, with a background. Takes a path or a file URL.
     function exportImage(path, upsize = 1) {
         const size = Qt.size(Math.round(width * upsize), Math.round(height * upsize));
-        capture.textureSize = size;
+        const isDrawable = size.width > 0 && size.height > 0;
+        capture.upsize = isDrawable ? upsize : 1;
         capture.scheduleUpdate();
-        const scheduled = size.width > 0 && size.height > 0 && capture.grabToImage((result) => {
+        const scheduled = isDrawable && capture.grabToImage((result) => {
+            capture.upsize = 1;
             if (!result.saveToFile(localPath(path)))
                 console.warn("SPlotQML: cannot write " + path);
 
@@ -79,8 +81,8 @@ Item {
         readonly property real room: root.height - fixedHeight - leastChartHeight
         readonly property real navigator: root.enableNavigatorBar && room >= 58 ? 58 : 0
         readonly property real legend: root.enableLegend ? Math.min(legend.implicitHeight, wholeRows(room - navigator)) : 0
-        readonly property real shrinkX: Math.max(0, Math.min(root.width / (left + right), 1))
-        readonly property real shrinkY: Math.max(0, Math.min(root.height / fixedHeight, 1))
+        readonly property real shrinkX: Math.max(0, Math.min(root.width / (left + right + 1), 1))
+        readonly property real shrinkY: Math.max(0, Math.min(root.height / (fixedHeight + 1), 1))
 
         function wholeRows(height) {
             const row = 30;
@@ -89,216 +91,231 @@ Item {
 
     }
 
+    // What a picture shows: on the screen the two scales make one, in a picture only the inner one counts. Magnifying
+    // the picture instead would blur the letters.
     Item {
         id: content
 
-        anchors.fill: parent
+        width: root.width * capture.upsize
+        height: root.height * capture.upsize
+        scale: 1 / capture.upsize
+        transformOrigin: Item.TopLeft
 
-        NavigatorBar.FittedChart {
-            id: chartArea
+        Item {
+            id: parts
 
-            /// Shows the part between two pixels.
-            function zoomTo(pixel1, pixel2) {
-                const x1 = Math.min(pixel1, pixel2) / width * zoomRect.width + zoomRect.left;
-                const x2 = Math.max(pixel1, pixel2) / width * zoomRect.width + zoomRect.left;
-                zoomRect = Qt.rect(x1, zoomRect.y, x2 - x1, zoomRect.height);
-            }
+            width: root.width
+            height: root.height
+            scale: capture.upsize
+            transformOrigin: Item.TopLeft
 
-            onFitPendingChanged: navBar.recalcWidth()
+            NavigatorBar.FittedChart {
+                id: chartArea
 
-            anchors {
-                top: parent.top
-                topMargin: place.above * place.shrinkY
-                left: parent.left
-                leftMargin: place.left * place.shrinkX
-                right: parent.right
-                rightMargin: place.right * place.shrinkX
-                bottom: navBar.top
-                bottomMargin: place.belowChart * place.shrinkY
-            }
-
-        }
-
-        LinearYAxis {
-            id: verticalAxis
-
-            anchors.fill: chartArea
-            axisTextFunc: Utils.format_event
-            opacity: place.shrinkX < 1 ? 0 : 1
-            rectArea: chartArea.zoomRect
-        }
-
-        LinearXAxis {
-            id: horizontalAxis
-
-            axisTextFunc: root.format_time
-            opacity: place.shrinkY < 1 ? 0 : 1
-            rectArea: chartArea.zoomRect
-
-            anchors {
-                top: chartArea.bottom
-                left: chartArea.left
-                right: chartArea.right
-            }
-
-        }
-
-        NavigatorBar {
-            id: navBar
-
-            height: place.navigator
-            enabled: root.enableNavigatorBar
-            mainChartArea: chartArea
-            visible: root.enableNavigatorBar
-
-            anchors {
-                left: chartArea.left
-                right: chartArea.right
-                bottom: legend.top
-                bottomMargin: place.belowNavigator * place.shrinkY
-            }
-
-        }
-
-        RangeLabel {
-            anchors.left: navBar.left
-            axis: horizontalAxis
-            bar: navBar
-            value: navBar.navChart.zoomRect.left
-        }
-
-        RangeLabel {
-            anchors.right: navBar.right
-            axis: horizontalAxis
-            bar: navBar
-            horizontalAlignment: Text.AlignRight
-            value: navBar.navChart.zoomRect.right
-        }
-
-        HorizontalLegend {
-            id: legend
-
-            height: place.legend
-            enabled: root.enableLegend
-            plotterList: chartArea.plotter.filter((plotter) => {
-                return plotter.drawLayer === 1;
-            })
-            visible: root.enableLegend
-
-            anchors {
-                left: parent.left
-                right: parent.right
-                bottom: parent.bottom
-                bottomMargin: place.below * place.shrinkY
-            }
-
-        }
-
-        MouseArea {
-            id: panArea
-
-            property real oldFrameX: -1
-
-            function pan(delta) {
-                const zoom = chartArea.zoomRect;
-                const chart = chartArea.chartRect;
-                const left = Utils.bound(zoom.left + delta / width * zoom.width, chart.left, chart.right - zoom.width);
-                chartArea.zoomRect = Qt.rect(left, zoom.y, zoom.width, zoom.height);
-            }
-
-            acceptedButtons: Qt.MiddleButton | Qt.RightButton
-            anchors.fill: chartArea
-            cursorShape: pressed ? Qt.ClosedHandCursor : Qt.ArrowCursor
-            preventStealing: true
-            propagateComposedEvents: true
-            onPressed: oldFrameX = mouse.x
-            onPositionChanged: {
-                const delta = oldFrameX - mouse.x;
-                if (delta === 0)
-                    return ;
-
-                oldFrameX = mouse.x;
-                pan(delta);
-            }
-        }
-
-        MouseArea {
-            id: zoomArea
-
-            property real p1: 0
-            property real p2: 0
-            property point start
-
-            anchors.fill: chartArea
-            hoverEnabled: true
-            preventStealing: true
-            onPressed: {
-                p1 = p2 = mouse.x;
-                start = Qt.point(mouse.x, mouse.y);
-            }
-            onPositionChanged: {
-                if (pressed)
-                    p2 = Utils.bound(mouse.x, 0, width);
-
-            }
-            onReleased: {
-                if (mouse.y < start.y)
-                    chartArea.resetZoomView();
-                else
-                    chartArea.zoomTo(p1, p2);
-                navBar.recalcWidth();
-            }
-
-            Item {
-                id: rubberBand
-
-                anchors.fill: parent
-                visible: zoomArea.pressed
-
-                Rectangle {
-                    x: Math.min(zoomArea.p1, zoomArea.p2)
-                    width: Math.abs(zoomArea.p1 - zoomArea.p2)
-                    height: parent.height
-                    color: "#4d4dc2e6"
+                /// Shows the part between two pixels.
+                function zoomTo(pixel1, pixel2) {
+                    const x1 = Math.min(pixel1, pixel2) / width * zoomRect.width + zoomRect.left;
+                    const x2 = Math.max(pixel1, pixel2) / width * zoomRect.width + zoomRect.left;
+                    zoomRect = Qt.rect(x1, zoomRect.y, x2 - x1, zoomRect.height);
                 }
 
-                Rectangle {
-                    x: zoomArea.start.x - width / 2
-                    y: zoomArea.start.y - height / 2
-                    width: 20
-                    height: 20
-                    border.color: "red"
-                    border.width: 4
-                    color: "transparent"
+                onFitPendingChanged: navBar.firstRecalc()
+
+                anchors {
+                    top: parent.top
+                    topMargin: place.above * place.shrinkY
+                    left: parent.left
+                    leftMargin: place.left * place.shrinkX
+                    right: parent.right
+                    rightMargin: place.right * place.shrinkX
+                    bottom: navBar.top
+                    bottomMargin: place.belowChart * place.shrinkY
                 }
 
-                Shape {
+            }
+
+            LinearYAxis {
+                id: verticalAxis
+
+                anchors.fill: chartArea
+                axisTextFunc: Utils.format_event
+                opacity: place.shrinkX < 1 ? 0 : 1
+                rectArea: chartArea.zoomRect
+            }
+
+            LinearXAxis {
+                id: horizontalAxis
+
+                axisTextFunc: root.format_time
+                opacity: place.shrinkY < 1 ? 0 : 1
+                rectArea: chartArea.zoomRect
+
+                anchors {
+                    top: chartArea.bottom
+                    left: chartArea.left
+                    right: chartArea.right
+                }
+
+            }
+
+            NavigatorBar {
+                id: navBar
+
+                height: place.navigator
+                enabled: root.enableNavigatorBar
+                mainChartArea: chartArea
+                visible: root.enableNavigatorBar
+
+                anchors {
+                    left: chartArea.left
+                    right: chartArea.right
+                    bottom: legend.top
+                    bottomMargin: place.belowNavigator * place.shrinkY
+                }
+
+            }
+
+            RangeLabel {
+                anchors.left: navBar.left
+                axis: horizontalAxis
+                bar: navBar
+                value: navBar.navChart.zoomRect.left
+            }
+
+            RangeLabel {
+                anchors.right: navBar.right
+                axis: horizontalAxis
+                bar: navBar
+                horizontalAlignment: Text.AlignRight
+                value: navBar.navChart.zoomRect.right
+            }
+
+            HorizontalLegend {
+                id: legend
+
+                height: place.legend
+                enabled: root.enableLegend
+                plotterList: chartArea.plotter.filter((plotter) => {
+                    return plotter.drawLayer === 1;
+                })
+                visible: root.enableLegend
+
+                anchors {
+                    left: parent.left
+                    right: parent.right
+                    bottom: parent.bottom
+                    bottomMargin: place.below * place.shrinkY
+                }
+
+            }
+
+            MouseArea {
+                id: panArea
+
+                property real oldFrameX: -1
+
+                function pan(delta) {
+                    const zoom = chartArea.zoomRect;
+                    const chart = chartArea.chartRect;
+                    const left = Utils.bound(zoom.left + delta / width * zoom.width, chart.left, chart.right - zoom.width);
+                    chartArea.zoomRect = Qt.rect(left, zoom.y, zoom.width, zoom.height);
+                }
+
+                acceptedButtons: Qt.MiddleButton | Qt.RightButton
+                anchors.fill: chartArea
+                cursorShape: pressed ? Qt.ClosedHandCursor : Qt.ArrowCursor
+                preventStealing: true
+                propagateComposedEvents: true
+                onPressed: oldFrameX = mouse.x
+                onPositionChanged: {
+                    const delta = oldFrameX - mouse.x;
+                    if (delta === 0)
+                        return ;
+
+                    oldFrameX = mouse.x;
+                    pan(delta);
+                }
+            }
+
+            MouseArea {
+                id: zoomArea
+
+                property real p1: 0
+                property real p2: 0
+                property point start
+
+                anchors.fill: chartArea
+                hoverEnabled: true
+                preventStealing: true
+                onPressed: {
+                    p1 = p2 = mouse.x;
+                    start = Qt.point(mouse.x, mouse.y);
+                }
+                onPositionChanged: {
+                    if (pressed)
+                        p2 = Utils.bound(mouse.x, 0, width);
+
+                }
+                onReleased: {
+                    if (mouse.y < start.y)
+                        chartArea.resetZoomView();
+                    else
+                        chartArea.zoomTo(p1, p2);
+                    navBar.recalcWidth();
+                }
+
+                Item {
+                    id: rubberBand
+
                     anchors.fill: parent
+                    visible: zoomArea.pressed
 
-                    ShapePath {
-                        startX: zoomArea.start.x
-                        startY: zoomArea.start.y
-                        strokeColor: "red"
-                        strokeStyle: ShapePath.SolidLine
-                        strokeWidth: 4
+                    Rectangle {
+                        x: Math.min(zoomArea.p1, zoomArea.p2)
+                        width: Math.abs(zoomArea.p1 - zoomArea.p2)
+                        height: parent.height
+                        color: "#4d4dc2e6"
+                    }
 
-                        PathLine {
-                            x: zoomArea.mouseX
-                            y: zoomArea.mouseY
+                    Rectangle {
+                        x: zoomArea.start.x - width / 2
+                        y: zoomArea.start.y - height / 2
+                        width: 20
+                        height: 20
+                        border.color: "red"
+                        border.width: 4
+                        color: "transparent"
+                    }
+
+                    Shape {
+                        anchors.fill: parent
+
+                        ShapePath {
+                            startX: zoomArea.start.x
+                            startY: zoomArea.start.y
+                            strokeColor: "red"
+                            strokeStyle: ShapePath.SolidLine
+                            strokeWidth: 4
+
+                            PathLine {
+                                x: zoomArea.mouseX
+                                y: zoomArea.mouseY
+                            }
+
                         }
 
                     }
 
-                }
+                    Text {
+                        // Above the pointer, but never outside the plot.
+                        x: Utils.bound(zoomArea.mouseX - width / 2, -zoomArea.x, root.width - zoomArea.x - width)
+                        y: Utils.bound(zoomArea.mouseY - height, -zoomArea.y, root.height - zoomArea.y - height)
+                        color: Material.foreground
+                        style: Text.Outline
+                        styleColor: Material.background
+                        text: zoomArea.mouseY < zoomArea.start.y ? "Zoom Fit" : "Zoom In"
+                    }
 
-                Text {
-                    // Above the pointer, but never outside the plot.
-                    x: Utils.bound(zoomArea.mouseX - width / 2, -zoomArea.x, root.width - zoomArea.x - width)
-                    y: Utils.bound(zoomArea.mouseY - height, -zoomArea.y, root.height - zoomArea.y - height)
-                    color: Material.foreground
-                    style: Text.Outline
-                    styleColor: Material.background
-                    text: zoomArea.mouseY < zoomArea.start.y ? "Zoom Fit" : "Zoom In"
                 }
 
             }
@@ -310,11 +327,14 @@ Item {
     ShaderEffectSource {
         id: capture
 
+        property real upsize: 1
+
         width: root.width
         height: root.height
         live: false
         samples: 18
         sourceItem: content
+        textureSize: Qt.size(content.width, content.height)
         visible: false
 
         Rectangle {
@@ -332,9 +352,11 @@ Item {
         property real value
 
         z: 1
-        width: bar.width / 2
+        width: Math.max(0, bar.width / 2 - 4)
         anchors.top: bar.bottom
+        anchors.topMargin: -1
         color: axis.axisTextColor
+        elide: Text.ElideRight
         enabled: bar.enabled
         font.pixelSize: 10
         fontSizeMode: Text.HorizontalFit

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "viewer/ViewerOptions.h"
 
+#include "viewer/FileChecks.h"
+
 #include <QCommandLineOption>
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
-#include <QFileInfo>
 #include <QRegularExpression>
 
 #include <cmath>
@@ -14,6 +15,7 @@ namespace {
 
 constexpr int smallestSide = 64;
 constexpr int largestSide = 8192;
+constexpr int deepestSmoothing = 1'000'000;
 
 SViewerOptions refuse(const QString &message)
 {
@@ -29,21 +31,6 @@ SViewerOptions print(const QString &message)
     options.action = SViewerOptions::Action::PrintAndSucceed;
     options.message = message;
     return options;
-}
-
-/// An empty string for a file that can be read.
-QString whyUnreadable(const QString &path)
-{
-    const QFileInfo file(path);
-    if (!file.exists())
-        return QStringLiteral("no such file");
-    if (file.isDir())
-        return QStringLiteral("is a directory, not a file of numbers");
-    if (!file.isFile())
-        return QStringLiteral("is no regular file"); // a pipe, say: the reader wants to know where it ends
-    if (!file.isReadable())
-        return QStringLiteral("may not be read");
-    return {};
 }
 
 /// A null size for anything but WIDTHxHEIGHT within the limits.
@@ -64,6 +51,14 @@ double binWidthFrom(const QString &text)
     return std::isfinite(binWidth) && binWidth > 0.0 ? binWidth : 0.0;
 }
 
+/// 0 for anything but a whole number within the limits.
+int smoothDepthFrom(const QString &text)
+{
+    static const QRegularExpression pattern(QStringLiteral("\\A[0-9]{1,7}\\z"));
+    const int depth = pattern.match(text).hasMatch() ? text.toInt() : 0;
+    return depth <= deepestSmoothing ? depth : 0;
+}
+
 QString refusedSize(const QString &text)
 {
     return QStringLiteral("--size %1: not WIDTHxHEIGHT with sides from %2 to %3 pixels")
@@ -75,15 +70,23 @@ QString refusedSize(const QString &text)
 SViewerOptions parseViewerOptions(const QStringList &arguments)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Shows files of numbers, one number a line, as bars."));
+    parser.setApplicationDescription(QStringLiteral("Shows files of numbers, one number a line."));
     const QCommandLineOption png(QStringLiteral("png"), QStringLiteral("Write a picture and exit."),
                                  QStringLiteral("OUT"));
     const QCommandLineOption size(QStringLiteral("size"), QStringLiteral("Size of the picture or the window."),
                                   QStringLiteral("WxH"), QStringLiteral("1280x720"));
     const QCommandLineOption binWidth(QStringLiteral("bin-width"), QStringLiteral("Width of one value along x."),
                                       QStringLiteral("W"), QStringLiteral("1"));
+    const QCommandLineOption unit(QStringLiteral("unit"), QStringLiteral("Unit of x, such as keV, V or s."),
+                                  QStringLiteral("UNIT"));
+    const QCommandLineOption area(QStringLiteral("area"), QStringLiteral("Draw filled areas instead of bars."));
+    const QCommandLineOption smooth(QStringLiteral("smooth"),
+                                    QStringLiteral("Show a running average over DEPTH values."),
+                                    QStringLiteral("DEPTH"), QStringLiteral("1"));
+    const QCommandLineOption logarithmic(QStringLiteral("log"),
+                                         QStringLiteral("Use a logarithmic scale for the values."));
     const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Draw on a dark ground."));
-    parser.addOptions({png, size, binWidth, dark});
+    parser.addOptions({png, size, binWidth, unit, area, smooth, logarithmic, dark});
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
     parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("Text with one number a line."),
@@ -101,6 +104,10 @@ SViewerOptions parseViewerOptions(const QStringList &arguments)
     options.picture = parser.value(png);
     options.size = sizeFrom(parser.value(size));
     options.binWidth = binWidthFrom(parser.value(binWidth));
+    options.unit = parser.value(unit);
+    options.area = parser.isSet(area);
+    options.smoothDepth = smoothDepthFrom(parser.value(smooth));
+    options.logarithmic = parser.isSet(logarithmic);
     options.darkGround = parser.isSet(dark);
     if (parser.isSet(png) && options.picture.isEmpty())
         return refuse(QStringLiteral("--png: no file name"));
@@ -108,10 +115,13 @@ SViewerOptions parseViewerOptions(const QStringList &arguments)
         return refuse(refusedSize(parser.value(size)));
     if (options.binWidth == 0.0)
         return refuse(QStringLiteral("--bin-width %1: not a number above 0").arg(parser.value(binWidth)));
-    if (parser.positionalArguments().isEmpty())
-        return refuse(QStringLiteral("no file given; --help tells how"));
+    if (options.smoothDepth == 0)
+        return refuse(QStringLiteral("--smooth %1: not a whole number from 1 to %2")
+                          .arg(parser.value(smooth), QString::number(deepestSmoothing)));
+    if (parser.isSet(png) && parser.positionalArguments().isEmpty())
+        return refuse(QStringLiteral("no file given for the picture; --help tells how"));
     for (const QString &path : parser.positionalArguments()) {
-        const QString reason = whyUnreadable(path);
+        const QString reason = FileChecks::whyUnreadable(path);
         if (!reason.isEmpty())
             return refuse(path + QStringLiteral(": ") + reason);
         options.files.append(QDir::current().absoluteFilePath(path));

@@ -17,6 +17,10 @@ struct SViewerOptions
     QString picture;       ///< path of the PNG to write instead of showing a window; empty for a window
     QSize size{1280, 720}; ///< of the window or the picture, in pixels
     double binWidth = 1.0; ///< width of one value along x
+    QString unit;          ///< of x
+    int smoothDepth = 1;   ///< running average over so many values; 1 for none
+    bool area = false;     ///< filled areas instead of bars
+    bool logarithmic = false;
     bool darkGround = false;
 };
 

@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "viewer/OpaqueBars.h"
 #include "viewer/PictureWriter.h"
 #include "viewer/ViewerOptions.h"
+#include "viewer/ViewerScene.h"
 
-#include <QDir>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTextStream>
-#include <QVariantMap>
 
 #include <cstdio>
 #include <cstdlib>
@@ -35,29 +33,6 @@ bool displayIsMissing()
         && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 }
 
-void addImportPaths(QQmlApplicationEngine &engine)
-{
-    const QDir programFolder(QCoreApplication::applicationDirPath());
-    for (const char *path : {VORLIX_INSTALLED_QML, VORLIX_BUILD_TREE_QML}) {
-        const QString folder = programFolder.absoluteFilePath(QLatin1String(path));
-        if (QDir(folder).exists())
-            engine.addImportPath(folder);
-    }
-}
-
-/// The scene's window, not shown yet. Null if the scene can't be loaded; Qt has said why.
-QQuickWindow *loadScene(QQmlApplicationEngine &engine, const SViewerOptions &options)
-{
-    addImportPaths(engine);
-    engine.setInitialProperties({{QStringLiteral("files"), options.files},
-                                 {QStringLiteral("binWidth"), options.binWidth},
-                                 {QStringLiteral("dark"), options.darkGround},
-                                 {QStringLiteral("width"), options.size.width()},
-                                 {QStringLiteral("height"), options.size.height()}});
-    engine.load(QUrl(QStringLiteral("qrc:/vorlixview/main.qml")));
-    return engine.rootObjects().isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
-}
-
 /// Makes the window write its picture and end the event loop.
 void exitWithPicture(QQuickWindow *window, const QString &path)
 {
@@ -79,10 +54,9 @@ int run(int argc, char **argv, const SViewerOptions &options)
     QGuiApplication application(argc, argv);
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering); // the same pixels in every run
     QQmlApplicationEngine engine;
-    QQuickWindow *window = loadScene(engine, options);
+    QQuickWindow *window = loadViewerScene(engine, options);
     if (!window)
         return EXIT_FAILURE;
-    keepBarsOpaque(window);
     if (!options.picture.isEmpty())
         exitWithPicture(window, options.picture);
     window->show();
@@ -94,6 +68,8 @@ int run(int argc, char **argv, const SViewerOptions &options)
 int main(int argc, char **argv)
 {
     QCoreApplication::setApplicationName(QStringLiteral("vorlixview"));
+    QCoreApplication::setOrganizationName(QStringLiteral("vorlixview")); // where dialogs keep their settings
+    QCoreApplication::setOrganizationDomain(QStringLiteral("vorlixview"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VORLIX_VERSION));
     const SViewerOptions options = optionsOf(argc, argv);
     switch (options.action) {

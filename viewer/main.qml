@@ -1,151 +1,356 @@
 // SPDX-License-Identifier: MIT
+import QtQml 2.15
 import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Controls.Material 2.15
 import QtQuick.Window 2.15
 import VorlixPlugin 1.0
+import "qrc:/qml"
 
-// The series of all files as bars over one another, fitted to the window.
-Window {
+// The series of all files in one plot.
+ApplicationWindow {
     id: window
 
+    /// What the command line asks for.
     property var files: []
     property real binWidth: 1
+    property string unit
+    property int smoothDepth: 1
+    property bool asArea: false
+    property bool logarithmic: false
     property bool dark: false
-    property alias chart: chart
-    readonly property color ink: dark ? "#d7dde4" : "#30363d"
+    /// For a picture there is nothing but the plot.
+    property bool asPicture: false
+    readonly property ChartArea chart: plot.refChartArea
+    readonly property ChartArea navigator: plot.refNavigator
+    readonly property var views: listViews(series.count)
+    readonly property bool reading: views.some((view) => {
+        return view.busy;
+    })
     // Bars that lie over others let them through.
     readonly property var barColors: ["#07cbf2", "#99f2872a", "#998a5cf0", "#994caf50", "#99e2466b"]
 
-    function barColor(index) {
-        return barColors[index % barColors.length];
-    }
-
     function nameOf(path) {
-        return path.split("/").pop();
+        return path.split("/").pop().replace(/(.)\.(txt|csv|dat|asc)$/i, "$1");
     }
 
-    function shortNumber(number) {
-        return String(Number(number.toPrecision(6)));
+    function listViews(count) {
+        const views = [];
+        for (let i = 0; i < count; ++i) {
+            if (series.itemAt(i))
+                views.push(series.itemAt(i));
+
+        }
+        return views;
     }
 
-    title: files.map(nameOf).join(", ") + " – vorlixview"
-    color: dark ? "#14181d" : "#ffffff"
+    function highest(values) {
+        return values.reduce((a, b) => {
+            return Math.max(a, b);
+        }, 0);
+    }
+
+    /// Shows files beside those that are there. What can't be shown is said.
+    function open(paths) {
+        const refused = [];
+        for (const path of paths) {
+            const reason = fileChecks.whyUnreadable(path);
+            if (reason)
+                refused.push(path + ": " + reason);
+            else
+                fileList.append({
+                "path": path
+            });
+        }
+        message.text = refused.join("\n");
+    }
+
+    function closeAll() {
+        fileList.clear();
+        message.text = "";
+        fit();
+    }
+
+    function exportTo(path) {
+        const reason = fileChecks.whyUnwritable(path);
+        message.text = reason ? path + ": " + reason : "";
+        if (!reason)
+            plot.exportImage(path, 2);
+
+    }
+
+    /// Fits the charts to all series, then lets them draw these: how coarse they are drawn depends on the charts. What is
+    /// shown along x stays where it is if the series are as long as before.
+    function fit() {
+        const maximum = highest(views.map((view) => {
+            return view.maximum;
+        }));
+        const extent = highest(views.map((view) => {
+            return view.extent();
+        }));
+        const rect = Qt.rect(0, 0, extent || 1, Math.min(maximum || 1, Number.MAX_VALUE / 2) * 1.05);
+        // A chart fits its height to no less than 1 and in single precision.
+        chart.adaptChartHeight = maximum >= 1 && maximum < 1e+37;
+        for (const area of [chart, navigator]) {
+            const shown = area.zoomRect;
+            const isAsLong = area.chartRect.width === rect.width;
+            area.chartRect = rect;
+            if (isAsLong)
+                area.zoomRect = Qt.rect(shown.x, 0, shown.width, rect.height);
+            else
+                area.resetZoomView();
+        }
+        for (const view of views) {
+            view.feed();
+        }
+    }
+
+    function zoomTo(left, width) {
+        const whole = chart.chartRect;
+        const newWidth = Math.min(Math.max(width, 2 * binWidth), whole.width);
+        const newLeft = Math.min(Math.max(left, whole.left), whole.right - newWidth);
+        chart.zoomRect = Qt.rect(newLeft, chart.zoomRect.y, newWidth, chart.zoomRect.height);
+        navigator.parent.recalcWidth();
+    }
+
+    /// Makes what is shown narrower by a factor; the place at a fraction of the chart's width stays where it is.
+    function zoomBy(factor, fraction) {
+        const zoom = chart.zoomRect;
+        const width = Math.min(Math.max(zoom.width / factor, 2 * binWidth), chart.chartRect.width);
+        zoomTo(zoom.left + fraction * (zoom.width - width), width);
+    }
+
+    function panBy(fraction) {
+        zoomTo(chart.zoomRect.left + fraction * chart.zoomRect.width, chart.zoomRect.width);
+    }
+
+    function formatX(value) {
+        if (unit === "s")
+            return plot.format_time(value);
+
+        return roundedTo(value, chart.zoomRect.width / 10000) + (unit ? " " + unit : "");
+    }
+
+    /// With as many decimals as a step needs.
+    function roundedTo(value, step) {
+        const decimals = Math.min(Math.max(Math.ceil(-Math.log10(step)), 0), 15);
+        const isUsual = Math.abs(value) < 1e+15 && isFinite(decimals) && step > 1e-14;
+        return isUsual ? String(Number(value.toFixed(decimals))) : shortNumber(value);
+    }
+
+    function shortNumber(value) {
+        return String(Number(value.toPrecision(12)));
+    }
+
+    function formatCount(value) {
+        if (logarithmic)
+            return value;
+
+        const steps = [[1e+09, "G"], [1e+06, "M"], [1000, "K"]];
+        const step = Math.abs(value) < 1e+12 ? steps.find((entry) => {
+            return Math.abs(value) >= entry[0];
+        }) : undefined;
+        return step ? shortNumber(value / step[0]) + step[1] : shortNumber(value);
+    }
+
+    title: views.length > 0 ? views.map((view) => {
+        return view.name;
+    }).join(", ") + " – vorlixview" : "vorlixview"
+    color: Material.background
+    Material.theme: dark ? Material.Dark : Material.Light
+    Material.background: dark ? "#14181d" : "#ffffff"
+    Material.foreground: dark ? "#d7dde4" : "#30363d"
+    Material.primary: "#2a7f9e"
+    Material.accent: "#07a5c4"
+    Component.onCompleted: {
+        chart.addPlotter(highlight);
+        open(files);
+    }
+
+    ListModel {
+        id: fileList
+    }
 
     Repeater {
-        model: window.files
+        id: series
 
-        delegate: SeriesBars {
-            file: modelData
+        model: fileList
+
+        delegate: SeriesView {
+            asArea: window.asArea
+            barColor: window.barColors[index % window.barColors.length]
             binWidth: window.binWidth
             chart: window.chart
-            barColor: window.barColor(index)
-            zOrder: index
+            decorator: highlight
+            file: path
+            layerOrder: index
+            logarithmic: window.logarithmic
+            name: window.nameOf(path)
+            navigator: window.navigator
+            smoothDepth: window.smoothDepth
+            onSeriesChanged: window.fit()
         }
 
     }
 
-    Row {
-        id: names
+    BarDecorator {
+        id: highlight
 
-        height: 20
-        spacing: 16
-        clip: true
+        active: readout.shown
+        drawLayer: 2 // over the bars, and not in the legend
+        mouseX: plot.refChartMouse.mouseX
+        mouseY: plot.refChartMouse.mouseY
+        name: "highlight"
+    }
 
-        anchors {
-            top: parent.top
-            left: chart.left
-            right: chart.right
-            topMargin: 8
+    SPlotQML {
+        id: plot
+
+        anchors.fill: parent
+        isYAxisLog: window.logarithmic
+        updateIntervalMs: 15
+        Component.onCompleted: {
+            refChartArea.adaptAreaToPlotters = false;
+            refNavigator.adaptAreaToPlotters = false;
+            xAxis.axisTextFunc = window.formatX;
+            yAxis.axisTextFunc = window.formatCount;
+        }
+    }
+
+    AxisColors {
+        axis: plot.xAxis
+    }
+
+    AxisColors {
+        axis: plot.yAxis
+    }
+
+    Connections {
+        function onWheel(wheel) {
+            if (wheel.angleDelta.x !== 0 || wheel.modifiers & Qt.ShiftModifier)
+                window.panBy(-(wheel.angleDelta.x || wheel.angleDelta.y) / 1200);
+            else
+                window.zoomBy(Math.pow(1.25, wheel.angleDelta.y / 120), wheel.x / plot.refChartMouse.width);
         }
 
-        Repeater {
-            model: window.files
+        target: plot.refChartMouse
+    }
 
-            delegate: Row {
-                spacing: 6
+    Readout {
+        id: readout
 
-                Rectangle {
-                    anchors.verticalCenter: parent.verticalCenter
-                    width: 12
-                    height: 12
-                    radius: 6
-                    color: window.barColor(index)
-                }
+        binWidth: window.binWidth
+        chart: window.chart
+        enabled: !window.asPicture
+        formatX: window.formatX
+        mouse: plot.refChartMouse
+        views: window.views
+    }
 
-                Text {
-                    text: window.nameOf(modelData)
-                    color: window.ink
-                    font.pixelSize: 14
-                }
+    Column {
+        anchors.centerIn: parent
+        spacing: 12
+        visible: window.reading || notice.text !== ""
 
+        BusyIndicator {
+            anchors.horizontalCenter: parent.horizontalCenter
+            running: window.reading && !window.asPicture
+            visible: running
+        }
+
+        Label {
+            id: notice
+
+            horizontalAlignment: Text.AlignHCenter
+            text: {
+                const busy = window.views.filter((view) => {
+                    return view.busy;
+                }).map((view) => {
+                    return "Reading " + view.name + " (" + fileChecks.sizeOf(view.file) + ") …";
+                });
+                const problems = window.views.filter((view) => {
+                    return view.problem && !view.busy;
+                }).map((view) => {
+                    return view.name + ": " + view.problem;
+                });
+                if (window.views.length === 0 && !message.text)
+                    return "Drop files of numbers here, or press Ctrl+O";
+
+                return busy.concat(problems).join("\n");
             }
-
+            textFormat: Text.PlainText
+            width: window.width - 24
+            wrapMode: Text.Wrap
         }
 
     }
 
-    ChartArea {
-        id: chart
-
-        adaptChartHeight: false
-        onChartRectChanged: resetZoomView()
-
-        anchors {
-            top: names.bottom
-            bottom: from.top
-            left: parent.left
-            right: parent.right
-            margins: 12
-        }
-
-        Rectangle {
-            height: 1
-            color: window.ink
-
-            anchors {
-                top: parent.bottom
-                left: parent.left
-                right: parent.right
-            }
+    DropArea {
+        anchors.fill: parent
+        onDropped: {
+            if (drop.hasUrls)
+                window.open(fileChecks.pathsOf(drop.urls));
 
         }
+    }
 
-        Text {
-            text: "0 – " + window.shortNumber(chart.zoomRect.height)
-            color: window.ink
-            font.pixelSize: 12
+    ViewerDialogs {
+        id: dialogs
 
-            anchors {
-                top: parent.top
-                right: parent.right
-            }
+        onFilesChosen: window.open(paths)
+        onPictureChosen: window.exportTo(path)
+    }
 
+    ViewerKeys {
+        active: !window.asPicture
+        fileDialogs: dialogs
+        scene: window
+    }
+
+    header: ViewerBar {
+        id: bar
+
+        visible: !window.asPicture
+        height: visible ? implicitHeight : 0
+        scene: window
+        onOpenClicked: dialogs.chooseFiles()
+        onExportClicked: dialogs.choosePicture()
+    }
+
+    footer: Label {
+        id: message
+
+        height: text ? implicitHeight : 0
+        padding: 6
+        color: "#ffffff"
+        textFormat: Text.PlainText
+        wrapMode: Text.Wrap
+
+        TapHandler {
+            onTapped: message.text = ""
+        }
+
+        background: Rectangle {
+            color: "#b3261e"
         }
 
     }
 
-    Text {
-        id: from
+    component AxisColors: Item {
+        id: colors
 
-        text: window.shortNumber(chart.zoomRect.left)
-        color: window.ink
-        font.pixelSize: 12
+        property Item axis
 
-        anchors {
-            bottom: parent.bottom
-            left: chart.left
-            bottomMargin: 8
+        Binding {
+            target: colors.axis
+            property: "axisTextColor"
+            value: window.dark ? "#b4bcc6" : "#515861"
         }
 
-    }
-
-    Text {
-        text: window.shortNumber(chart.zoomRect.right)
-        color: window.ink
-        font.pixelSize: 12
-
-        anchors {
-            bottom: from.bottom
-            right: chart.right
+        Binding {
+            target: colors.axis
+            property: "axisLineColor"
+            value: window.dark ? "#2c333b" : "#dfe3e8"
         }
 
     }

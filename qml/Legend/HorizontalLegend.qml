@@ -6,7 +6,7 @@ import QtQuick.Controls.Material 2.12
 Rectangle {
     id: root
 
-    property alias plotterList: grid.model
+    property var plotterList: []
     /// Whose colour the dialog changes; -1 for none.
     property int currColorSelected: -1
 
@@ -16,6 +16,7 @@ Rectangle {
     GridView {
         id: grid
 
+        model: root.plotterList ? root.plotterList.length : 0
         width: Math.max(1, Math.floor(Math.min(root.width, 125 * count) / 125)) * cellWidth
         height: parent.height
         anchors.horizontalCenter: parent.horizontalCenter
@@ -26,8 +27,7 @@ Rectangle {
         interactive: contentHeight > height
 
         delegate: LegendElement {
-            required property int index
-
+            plotter: root.plotterList[index] || null
             width: grid.cellWidth
             height: grid.cellHeight
             colorMA.onClicked: picker.choose(index)

@@ -69,14 +69,8 @@ Item {
                 docked.y = 0;
                 return ;
             }
-            const replaced = guest;
+            guest.destroy();
             guest = null;
-            try {
-                replaced.destroy();
-            } catch (error) {
-                // What was declared and not created can't be destroyed.
-                replaced.visible = false;
-            }
         }
 
         x: root.hDirection ? 0 : Math.min(0, Math.sign(root.extendLength) * depth)

@@ -7,23 +7,22 @@ import QtQuick.Dialogs 1.3
 Item {
     id: root
 
-    required property QtObject modelData
+    /// By default what the view gives. Null once the plotter is destroyed, which modelData is not.
+    property QtObject plotter: modelData
     property alias colorMA: colorArea
-    readonly property bool shown: modelData !== null && modelData.visible
+    readonly property bool shown: plotter !== null && plotter.visible
 
     implicitWidth: 125
     implicitHeight: 30
-    visible: modelData !== null
+    visible: plotter !== null
 
     Row {
         id: row
 
+        x: 12
+        width: Math.max(0, parent.width - x)
+        height: parent.height
         spacing: 8
-
-        anchors {
-            fill: parent
-            leftMargin: 12
-        }
 
         Rectangle {
             id: dot
@@ -31,7 +30,7 @@ Item {
             width: root.height / 3
             height: width
             radius: width / 2
-            color: root.shown ? root.modelData.color : Material.color(Material.Grey, Material.Shade400)
+            color: root.shown ? root.plotter.color : Material.color(Material.Grey, Material.Shade400)
             anchors.verticalCenter: parent.verticalCenter
 
             MouseArea {
@@ -55,14 +54,18 @@ Item {
             height: row.height
             color: Material.color(Material.Grey, root.shown ? Material.Shade700 : Material.Shade400)
             elide: Text.ElideRight
-            text: root.modelData ? root.modelData.name : ""
+            text: root.plotter ? root.plotter.name : ""
             textFormat: Text.PlainText
             verticalAlignment: Text.AlignVCenter
 
             MouseArea {
                 anchors.fill: parent
                 cursorShape: Qt.PointingHandCursor
-                onClicked: root.modelData.visible = !root.modelData.visible
+                onClicked: {
+                    if (root.plotter)
+                        root.plotter.visible = !root.plotter.visible;
+
+                }
             }
 
         }
@@ -73,17 +76,27 @@ Item {
     component ColorPicker: ColorDialog {
         /// What has plotterList and currColorSelected.
         property Item legend
+        property QtObject chosen: null
+
+        /// A plotter of the list, null for none: what is left of a destroyed one would pass for an object.
+        function lookUp(index) {
+            chosen = (legend.plotterList || [])[index] || null;
+            return chosen;
+        }
 
         function choose(index) {
             legend.currColorSelected = index;
-            title = legend.plotterList[index].name;
-            color = legend.plotterList[index].color;
+            if (!lookUp(index))
+                return ;
+
+            title = chosen.name;
+            color = chosen.color;
             open();
         }
 
         function applyColor() {
-            if (legend.currColorSelected >= 0 && legend.currColorSelected < legend.plotterList.length)
-                legend.plotterList[legend.currColorSelected].color = color;
+            if (lookUp(legend.currColorSelected))
+                chosen.color = color;
 
         }
 

@@ -6,7 +6,7 @@ import QtQuick.Controls.Material 2.12
 Rectangle {
     id: root
 
-    property alias plotterList: list.model
+    property var plotterList: []
     /// Whose colour the dialog changes; -1 for none.
     property int currColorSelected: -1
 
@@ -50,6 +50,7 @@ Rectangle {
     ListView {
         id: list
 
+        model: root.plotterList ? root.plotterList.length : 0
         width: parent.width
         boundsBehavior: Flickable.StopAtBounds
         clip: true
@@ -61,8 +62,7 @@ Rectangle {
         }
 
         delegate: LegendElement {
-            required property int index
-
+            plotter: root.plotterList[index] || null
             width: list.width
             colorMA.onClicked: picker.choose(index)
         }

@@ -11,7 +11,7 @@ Rectangle {
     property real legendHeight: 270
     property real legendTitleHeight: 30
     property real elemHeight: 30
-    property alias plotterList: listView.model
+    property var plotterList: []
     /// Whose colour the dialog changes; -1 for none.
     property int currColorSelected: -1
     property alias title: titleText
@@ -133,6 +133,7 @@ Rectangle {
         ListView {
             id: listView
 
+            model: root.plotterList ? root.plotterList.length : 0
             width: root.legendWidth
             height: root.legendHeight - root.legendTitleHeight
             anchors.top: icon.bottom
@@ -140,8 +141,7 @@ Rectangle {
             interactive: false
 
             delegate: LegendElement {
-                required property int index
-
+                plotter: root.plotterList[index] || null
                 width: listView.width
                 height: root.elemHeight
                 colorMA.onClicked: picker.choose(index)

@@ -40,7 +40,7 @@ void tst_Compare::doublesAreEqualWithinOnePartInAMillionMillion_data()
     QTest::newRow("zeros of both signs") << 0.0 << -0.0 << true;
     QTest::newRow("zero equals only a zero") << 0.0 << std::numeric_limits<double>::denorm_min() << false;
     QTest::newRow("infinity is itself") << infinity << infinity << true;
-    QTest::newRow("opposite infinities, by the formula") << infinity << -infinity << true;
+    QTest::newRow("opposite infinities") << infinity << -infinity << false;
     QTest::newRow("infinity and a number") << infinity << 1e308 << false;
     QTest::newRow("the same NaN") << notANumber << notANumber << true;
     QTest::newRow("NaN and a number") << notANumber << 1.0 << false;

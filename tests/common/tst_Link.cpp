@@ -32,6 +32,7 @@ private slots:
     void aListTakesNoNullAndNoDuplicate();
     void aListRemovesWhatIsThere();
     void aListReplacesItsTargets();
+    void anAssignedListMayRepeatATarget();
     void aClearedListIsForgottenByItsTargets();
     void aListMayGoBeforeItsTargets();
     void sortingIsStable();
@@ -140,8 +141,27 @@ void tst_Link::aListReplacesItsTargets()
     STarget first, second, third;
     list.append(&first);
     list.append(&second);
-    list.assign({&third, nullptr, &second, &third});
+    list.assign({&third, nullptr, &second});
     QCOMPARE(list.items(), (QVector<STarget *>{&third, &second}));
+}
+
+void tst_Link::anAssignedListMayRepeatATarget()
+{
+    Targets list;
+    STarget once;
+    {
+        STarget twice;
+        list.assign({&twice, &once, &twice});
+        QCOMPARE(list.items(), (QVector<STarget *>{&twice, &once, &twice}));
+        QVERIFY(list.remove(&twice));
+        QCOMPARE(list.items(), (QVector<STarget *>{&once, &twice})); // still tied
+    }
+    QCOMPARE(list.items(), QVector<STarget *>{&once});
+    {
+        STarget twice;
+        list.assign({&twice, &once, &twice});
+    }
+    QCOMPARE(list.items(), QVector<STarget *>{&once});
 }
 
 void tst_Link::aClearedListIsForgottenByItsTargets()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "filters/MinimalWidth2D.h"
 #include "tests/support/Bits.h"
-#include "tests/support/Meta.h"
+#include "tests/support/MetaTable.h"
 #include "tests/support/RandomSeries.h"
 
 #include <QtTest>
@@ -82,9 +82,9 @@ void tst_MinimalWidth2D::propertiesAndSignalsStandInOrder()
 {
     const QMetaObject &meta = MinimalWidth2D::staticMetaObject;
     QCOMPARE(ownProperties(meta),
-             (QStringList{QStringLiteral("double mergeWidth mergeWidthChanged"),
-                          QStringLiteral("double percMargin percMarginChanged")}));
-    QCOMPARE(ownMethods(meta, QMetaMethod::Signal),
+             (QStringList{QStringLiteral("mergeWidth double write mergeWidthChanged"),
+                          QStringLiteral("percMargin double write percMarginChanged")}));
+    QCOMPARE(ownSignals(meta),
              (QStringList{QStringLiteral("mergeWidthChanged()"), QStringLiteral("percMarginChanged()")}));
     MinimalWidth2D node;
     QCOMPARE(node.mergeWidth(), 1.0);

@@ -7,8 +7,15 @@ import VorlixPlugin 1.0
 Window {
     id: window
 
-    readonly property var types: ["ChartArea", "IChartArea", "BarPlotter", "IFIlterU64", "Filter1D", "SCSVReader"]
-    readonly property var components: []
+    readonly property var types: [
+        "ChartArea", "IChartArea", "BarPlotter", "BarPlotterDx", "AreaPlotter", "BarDecorator", "IFIlterU64",
+        "DecimatorU64", "RandomU64Data", "MovingAvarangeU64", "FixedDecimatorU64", "Filter1D", "FixedDecimator2D",
+        "MinimalWidth2D", "SCSVReader"
+    ]
+    readonly property var components: [
+        "SPlotQML", "LinearXAxis", "LinearYAxis", "NavigatorBar", "ChartTooltip", "Legend/LegendElement",
+        "Legend/HorizontalLegend", "Legend/VerticalLegend", "Legend/ViewLegend", "Legend/LegendDropArea"
+    ]
     property int failures: 0
 
     function report(name, object, error) {
@@ -33,8 +40,13 @@ Window {
         }
         for (const name of components) {
             const component = Qt.createComponent("qrc:/qml/" + name + ".qml");
-            report(name, component.createObject(window.contentItem), component.errorString());
+            const properties = name === "Legend/LegendElement" ? {plotter: bars} : {};
+            report(name, component.createObject(window.contentItem, properties), component.errorString());
         }
         Qt.exit(failures);
+    }
+
+    BarPlotter {
+        id: bars
     }
 }

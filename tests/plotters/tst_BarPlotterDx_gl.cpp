@@ -155,6 +155,7 @@ private slots:
     void anEmptySeriesDrawsNothing();
     void withoutAChartAreaNothingIsDrawn();
     void aMillionBarsScroll();
+    void theSeriesMayChangeWhileFramesAreDrawn();
 
 private:
     std::unique_ptr<LogCatcher> m_log;
@@ -408,6 +409,25 @@ void tst_BarPlotterDx_gl::aMillionBarsScroll()
         const QString fault = difference(image, expectedColumns(pairs, 0.0, bars.chart.viewRect()), 300);
         QVERIFY2(fault.isEmpty(), qPrintable(QStringLiteral("from %1: %2").arg(left).arg(fault)));
     }
+}
+
+void tst_BarPlotterDx_gl::theSeriesMayChangeWhileFramesAreDrawn()
+{
+    SBarScene bars(barsFrom(0.0, 1.0, 20));
+    bars.look(0.0, 20.0);
+    QVERIFY(bars.scene.show());
+    QRandomGenerator random(7);
+    const int before = bars.scene.frameCount();
+    for (int round = 0; round < 500; ++round) {
+        bars.plotter.setData(barsFrom(0.0, 0.01, int(random.bounded(4000))));
+        if (round % 3 == 0)
+            QCoreApplication::processEvents();
+    }
+    QVERIFY(bars.scene.frameCount() > before);
+    const QVector<double> last = barsFrom(0.0, 1.0, 20);
+    bars.plotter.setData(last);
+    const QString fault = difference(bars.scene.grab(), expectedColumns(last, 0.0, bars.chart.viewRect()), 300);
+    QVERIFY2(fault.isEmpty(), qPrintable(fault));
 }
 
 QTEST_MAIN(tst_BarPlotterDx_gl)

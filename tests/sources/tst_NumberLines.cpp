@@ -333,7 +333,7 @@ void tst_NumberLines::aCarriageReturnInsideALineMeansWhatItMeansToQt()
 void tst_NumberLines::randomTextsGiveTheBitsOfThePlainWay()
 {
     RandomText texts(1);
-    for (int round = 0; round < 4000; ++round) {
+    for (int round = 0; round < 2500; ++round) {
         compareWithPlain(texts.next());
         if (QTest::currentTestFailed())
             return;

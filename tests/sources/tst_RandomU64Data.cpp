@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "sources/RandomU64Data.h"
 #include "tests/support/Bits.h"
-#include "tests/support/Meta.h"
+#include "tests/support/MetaTable.h"
 #include "tests/support/RecordingPlotter.h"
 
 #include <QElapsedTimer>
@@ -74,11 +74,13 @@ private slots:
 void tst_RandomU64Data::propertiesAndSignalsStandInOrder()
 {
     const QMetaObject &meta = RandomU64Data::staticMetaObject;
-    QCOMPARE(ownProperties(meta),
-             (QStringList{QStringLiteral("QString type typeChanged"), QStringLiteral("bool append appendChanged"),
-                          QStringLiteral("int interval intervalChanged"), QStringLiteral("bool repeat repeatChanged"),
-                          QStringLiteral("bool running runningChanged"), QStringLiteral("int numBin numBinChanged")}));
-    QCOMPARE(ownMethods(meta, QMetaMethod::Signal),
+    QCOMPARE(
+        ownProperties(meta),
+        (QStringList{
+            QStringLiteral("type QString write typeChanged"), QStringLiteral("append bool write appendChanged"),
+            QStringLiteral("interval int write intervalChanged"), QStringLiteral("repeat bool write repeatChanged"),
+            QStringLiteral("running bool write runningChanged"), QStringLiteral("numBin int write numBinChanged")}));
+    QCOMPARE(ownSignals(meta),
              (QStringList{QStringLiteral("typeChanged()"), QStringLiteral("appendChanged()"),
                           QStringLiteral("intervalChanged()"), QStringLiteral("repeatChanged()"),
                           QStringLiteral("numBinChanged()"), QStringLiteral("runningChanged()")}));

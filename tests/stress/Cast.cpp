@@ -9,7 +9,23 @@
 #include <QRectF>
 
 #include <algorithm>
-#include <cstring>
+#include <functional>
+
+namespace {
+
+void write(QObject *object, const char *property, const QVariant &value)
+{
+    if (object)
+        object->setProperty(property, value);
+}
+
+void call(QObject *object, const char *method)
+{
+    if (object)
+        QMetaObject::invokeMethod(object, method);
+}
+
+} // namespace
 
 const QVector<QByteArray> &Cast::areaTypes()
 {
@@ -25,8 +41,9 @@ const QVector<QByteArray> &Cast::plotterTypes()
 
 const QVector<QByteArray> &Cast::nodeTypes()
 {
-    static const QVector<QByteArray> types{"Filter1D", "IFIlterU64", "DecimatorU64", "RandomU64Data", "MovingAvarangeU64",
-                                           "FixedDecimatorU64", "FixedDecimator2D", "MinimalWidth2D", "SCSVReader"};
+    static const QVector<QByteArray> types{"Filter1D",         "IFIlterU64",        "DecimatorU64",
+                                           "RandomU64Data",    "MovingAvarangeU64", "FixedDecimatorU64",
+                                           "FixedDecimator2D", "MinimalWidth2D",    "SCSVReader"};
     return types;
 }
 
@@ -87,18 +104,24 @@ void Cast::link()
 {
     QObject *area = any("IChartArea");
     QObject *plotter = any("IPlotter");
+    QObject *other = any("IPlotter");
     QObject *node = any("Filter1D");
     QObject *decorator = any("BarDecorator");
-    switch (m_chance.below(8)) {
-    case 0: if (area) callWith(*area, "addPlotter", "IPlotter*", plotter); break;
-    case 1: if (plotter) writeObject(*plotter, "chartArea", area); break;
-    case 2: if (area && plotter) writeObjects(*area, "plotter", {plotter, any("IPlotter")}); break;
-    case 3: if (node) callWith(*node, "addFilter", "Filter1D*", any("Filter1D")); break;
-    case 4: if (node) callWith(*node, "addPlotter", "IPlotter1D*", any("IPlotter1D")); break;
-    case 5: if (decorator) callWith(*decorator, "addPlotter", "IPlotter*", plotter); break;
-    case 6: if (QObject *decimator = any("DecimatorU64")) writeObject(*decimator, "chartArea", area); break;
-    default: if (decorator && plotter) writeObjects(*decorator, "plotters", {any("IPlotter"), plotter}); break;
-    }
+    const std::function<void()> ways[] = {
+        [&] { callWith(area, "addPlotter", "IPlotter*", plotter); },
+        [&] { writeObject(plotter, "chartArea", area); },
+        [&] {
+            writeObjects(area, "plotter", {plotter, other});
+        },
+        [&] { callWith(node, "addFilter", "Filter1D*", any("Filter1D")); },
+        [&] { callWith(node, "addPlotter", "IPlotter1D*", any("IPlotter1D")); },
+        [&] { callWith(decorator, "addPlotter", "IPlotter*", plotter); },
+        [&] {
+            writeObjects(decorator, "plotters", {other, plotter});
+        },
+        [&] { writeObject(any("DecimatorU64"), "chartArea", area); },
+    };
+    m_chance.pick(ways)();
 }
 
 void Cast::unlink()
@@ -107,15 +130,16 @@ void Cast::unlink()
     QObject *plotter = any("IPlotter");
     QObject *node = any("Filter1D");
     QObject *decorator = any("BarDecorator");
-    switch (m_chance.below(7)) {
-    case 0: if (area) callWith(*area, "removePlotter", "IPlotter*", plotter); break;
-    case 1: if (plotter) writeObject(*plotter, "chartArea", nullptr); break;
-    case 2: if (area) writeObjects(*area, "plotter", {}); break;
-    case 3: if (node) callWith(*node, "removeFilter", "Filter1D*", any("Filter1D")); break;
-    case 4: if (node) callWith(*node, "removePlotter", "IPlotter1D*", any("IPlotter1D")); break;
-    case 5: if (decorator) callWith(*decorator, "removePlotter", "IPlotter*", plotter); break;
-    default: if (decorator) QMetaObject::invokeMethod(decorator, "removeAllPlotter"); break;
-    }
+    const std::function<void()> ways[] = {
+        [&] { callWith(area, "removePlotter", "IPlotter*", plotter); },
+        [&] { writeObject(plotter, "chartArea", nullptr); },
+        [&] { writeObjects(area, "plotter", {}); },
+        [&] { callWith(node, "removeFilter", "Filter1D*", any("Filter1D")); },
+        [&] { callWith(node, "removePlotter", "IPlotter1D*", any("IPlotter1D")); },
+        [&] { callWith(decorator, "removePlotter", "IPlotter*", plotter); },
+        [&] { call(decorator, "removeAllPlotter"); },
+    };
+    m_chance.pick(ways)();
 }
 
 void Cast::act()
@@ -126,28 +150,24 @@ void Cast::act()
     QObject *decorator = any("BarDecorator");
     const QRectF rect(m_chance.between(-10, 10), 0.0, m_chance.between(1, 50), m_chance.between(1, 100));
     const QVariant series = QVariant::fromValue(m_chance.series(m_chance.below(200)));
-    switch (m_chance.below(12)) {
-    case 0: if (plotter) plotter->setProperty("data", series); break;
-    case 1: if (node) node->setProperty("data", series); break;
-    case 2: if (node) node->setProperty("area", rect); break;
-    case 3: if (plotter) plotter->setProperty("plotterArea", rect); break;
-    case 4: if (area) area->setProperty("zoomRect", rect); break;
-    case 5: if (QObject *zoomable = any("ChartArea")) QMetaObject::invokeMethod(zoomable, "resetZoomView"); break;
-    case 6: if (plotter) plotter->setProperty("visible", !plotter->property("visible").toBool()); break;
-    case 7: if (plotter) plotter->setProperty("xOffset", m_chance.between(-5, 5)); break;
-    case 8: if (plotter) plotter->setProperty("drawLayer", m_chance.below(8)); break;
-    case 9: if (plotter) plotter->setProperty("color", QColor(m_chance.below(256), m_chance.below(256), 0)); break;
-    case 10: if (area) area->setProperty("adaptChartHeight", m_chance.oneIn(2)); break;
-    default:
-        if (decorator) {
-            const QPointer<QObject> alive(decorator);
-            decorator->setProperty("active", !m_chance.oneIn(4));
-            if (alive)
-                decorator->setProperty("mouseX", m_chance.between(0, 100));
-            if (alive)
-                decorator->setProperty("mouseY", m_chance.between(0, 100));
-        }
-    }
+    const std::function<void()> deeds[] = {
+        [&] { write(plotter, "data", series); },
+        [&] { write(node, "data", series); },
+        [&] { write(node, "area", rect); },
+        [&] { write(plotter, "plotterArea", rect); },
+        [&] { write(any("ChartArea"), "zoomRect", rect); },
+        [&] { call(any("ChartArea"), "resetZoomView"); },
+        [&] { write(plotter, "visible", m_chance.oneIn(2)); },
+        [&] { write(plotter, "xOffset", m_chance.between(-5, 5)); },
+        [&] { write(plotter, "drawLayer", m_chance.below(8)); },
+        [&] { write(plotter, "color", QColor(m_chance.below(256), m_chance.below(256), 0)); },
+        [&] { write(area, "adaptAreaToPlotters", m_chance.oneIn(2)); },
+        [&] { write(any("ChartArea"), "adaptChartHeight", m_chance.oneIn(2)); },
+        [&] { write(decorator, "active", !m_chance.oneIn(4)); },
+        [&] { write(decorator, "mouseX", m_chance.between(0, 100)); },
+        [&] { write(decorator, "mouseY", m_chance.between(0, 100)); },
+    };
+    m_chance.pick(deeds)();
 }
 
 void Cast::mistreat()
@@ -165,41 +185,35 @@ void Cast::mistreatProperty(QObject &object)
 {
     const QMetaObject &meta = *object.metaObject();
     // Those of the item itself are Qt's business.
-    const int first = object.inherits("QQuickItem") ? QQuickItem::staticMetaObject.propertyCount() : QObject::staticMetaObject.propertyCount();
+    const QMetaObject &base = object.inherits("QQuickItem") ? QQuickItem::staticMetaObject : QObject::staticMetaObject;
+    const int first = base.propertyCount();
     const QMetaProperty property = meta.property(first + m_chance.below(meta.propertyCount() - first));
     if (!property.isWritable())
         return;
-    if (m_chance.oneIn(3)) {
-        property.write(&object, hostileVariant(m_chance));
-        return;
-    }
-    switch (property.userType()) {
-    case QMetaType::Double: property.write(&object, hostileDouble(m_chance)); break;
-    case QMetaType::Int: property.write(&object, hostileInt(m_chance)); break;
-    case QMetaType::UInt: property.write(&object, uint(hostileInt(m_chance))); break;
-    case QMetaType::UChar: property.write(&object, uchar(hostileInt(m_chance))); break;
-    case QMetaType::Bool: property.write(&object, m_chance.oneIn(2)); break;
-    case QMetaType::QRectF: property.write(&object, hostileRect(m_chance)); break;
-    default:
-        if (property.userType() == qMetaTypeId<QVector<double>>())
-            property.write(&object, QVariant::fromValue(hostileSeries(m_chance)));
-    }
+    const QVariant ofItsType = hostileValue(m_chance, property.userType());
+    property.write(&object, ofItsType.isValid() && !m_chance.oneIn(3) ? ofItsType : hostileVariant(m_chance));
 }
 
 void Cast::mistreatInvokable(QObject &object)
 {
-    const QPointF point(hostileDouble(m_chance), hostileDouble(m_chance));
+    QObject *area = object.inherits("IChartArea") ? &object : nullptr;
     QPointF mapped;
-    switch (m_chance.below(8)) {
-    case 0: callWith(object, "addPlotter", "IPlotter*", nullptr); break;
-    case 1: callWith(object, "addPlotter", "IPlotter1D*", nullptr); break;
-    case 2: callWith(object, "removePlotter", "IPlotter*", nullptr); break;
-    case 3: callWith(object, "removePlotter", "IPlotter1D*", nullptr); break;
-    case 4: callWith(object, "addFilter", "Filter1D*", nullptr); break;
-    case 5: callWith(object, "removeFilter", "Filter1D*", nullptr); break;
-    case 6: if (object.inherits("IChartArea")) QMetaObject::invokeMethod(&object, "mapPointToChart", Q_RETURN_ARG(QPointF, mapped), Q_ARG(QPointF, point)); break;
-    default: if (object.inherits("IChartArea")) QMetaObject::invokeMethod(&object, m_chance.oneIn(8) ? "lock_update" : "unlock_update"); break;
-    }
+    const QPointF point(hostileDouble(m_chance), hostileDouble(m_chance));
+    const std::function<void()> ways[] = {
+        [&] { callWith(&object, "addPlotter", "IPlotter*", nullptr); },
+        [&] { callWith(&object, "addPlotter", "IPlotter1D*", nullptr); },
+        [&] { callWith(&object, "removePlotter", "IPlotter*", nullptr); },
+        [&] { callWith(&object, "removePlotter", "IPlotter1D*", nullptr); },
+        [&] { callWith(&object, "addFilter", "Filter1D*", nullptr); },
+        [&] { callWith(&object, "removeFilter", "Filter1D*", nullptr); },
+        [&] { call(area, m_chance.oneIn(8) ? "lock_update" : "unlock_update"); },
+        [&] {
+            if (area)
+                QMetaObject::invokeMethod(area, "mapPointToChart", Q_RETURN_ARG(QPointF, mapped),
+                                          Q_ARG(QPointF, point));
+        },
+    };
+    m_chance.pick(ways)();
 }
 
 void Cast::destroyOne()
@@ -215,28 +229,33 @@ void Cast::destroyOne()
         object->deleteLater();
 }
 
-bool callWith(QObject &object, const char *method, const char *argumentType, QObject *argument)
+bool callWith(QObject *object, const char *method, const char *argumentType, QObject *argument)
 {
+    if (!object)
+        return false;
     const QByteArray signature = QByteArray(method) + '(' + argumentType + ')';
-    const int index = object.metaObject()->indexOfMethod(signature);
+    const int index = object->metaObject()->indexOfMethod(signature);
+    if (index < 0)
+        return false;
     // A pointer to an object has the same address as one to its first base.
-    return index >= 0 && object.metaObject()->method(index).invoke(&object, Qt::DirectConnection, QGenericArgument(argumentType, &argument));
+    const QGenericArgument typed(argumentType, &argument);
+    return object->metaObject()->method(index).invoke(object, Qt::DirectConnection, typed);
 }
 
-bool writeObject(QObject &object, const char *property, QObject *value)
+bool writeObject(QObject *object, const char *property, QObject *value)
 {
-    const int index = object.metaObject()->indexOfProperty(property);
+    const int index = object ? object->metaObject()->indexOfProperty(property) : -1;
     if (index < 0)
         return false;
-    const QMetaProperty written = object.metaObject()->property(index);
-    return written.write(&object, QVariant(written.userType(), static_cast<const void *>(&value)));
+    const QMetaProperty written = object->metaObject()->property(index);
+    return written.write(object, QVariant(written.userType(), static_cast<const void *>(&value)));
 }
 
-bool writeObjects(QObject &object, const char *property, const QList<QObject *> &values)
+bool writeObjects(QObject *object, const char *property, const QList<QObject *> &values)
 {
-    const int index = object.metaObject()->indexOfProperty(property);
+    const int index = object ? object->metaObject()->indexOfProperty(property) : -1;
     if (index < 0)
         return false;
-    const QMetaProperty written = object.metaObject()->property(index);
-    return written.write(&object, QVariant(written.userType(), static_cast<const void *>(&values)));
+    const QMetaProperty written = object->metaObject()->property(index);
+    return written.write(object, QVariant(written.userType(), static_cast<const void *>(&values)));
 }

@@ -9,6 +9,9 @@
 
 #include <functional>
 
+class QQuickWindow;
+class Stage;
+
 /// The objects of a play and what they can do to each other, all through the meta-object system. Whatever is destroyed
 /// is forgotten. GUI thread.
 class Cast
@@ -56,9 +59,14 @@ private:
     QVector<QPointer<QObject>> m_objects;
 };
 
-/// Calls an invokable that takes one object; false if there is none.
-bool callWith(QObject &object, const char *method, const char *argumentType, QObject *argument);
+/// A creator on a stage: items go into the window.
+Cast::Creator castIn(Stage &stage, QQuickWindow &window);
+
+// Nothing happens, and the answer is false, when there is no object, or none with such a member.
+
+/// Calls an invokable that takes one object.
+bool callWith(QObject *object, const char *method, const char *argumentType, QObject *argument);
 /// Writes a property whose type is a pointer to an object.
-bool writeObject(QObject &object, const char *property, QObject *value);
+bool writeObject(QObject *object, const char *property, QObject *value);
 /// Writes a property whose type is a list of pointers to objects.
-bool writeObjects(QObject &object, const char *property, const QList<QObject *> &values);
+bool writeObjects(QObject *object, const char *property, const QList<QObject *> &values);

@@ -15,15 +15,34 @@
 inline double hostileDouble(Chance &chance)
 {
     using Limits = std::numeric_limits<double>;
-    static const double values[] = {0.0, -0.0, 1.0, -1.0, 0.5, 3.0, 1e308, -1e308, Limits::max(), Limits::lowest(), Limits::min(),
-                                    Limits::denorm_min(), -Limits::denorm_min(), Limits::infinity(), -Limits::infinity(),
-                                    Limits::quiet_NaN(), 2147483647.0, 2147483648.0, -2147483649.0, 9007199254740993.0, 1e-300};
+    static const double values[] = {0.0,
+                                    -0.0,
+                                    1.0,
+                                    -1.0,
+                                    0.5,
+                                    3.0,
+                                    1e308,
+                                    -1e308,
+                                    Limits::max(),
+                                    Limits::lowest(),
+                                    Limits::min(),
+                                    Limits::denorm_min(),
+                                    -Limits::denorm_min(),
+                                    Limits::infinity(),
+                                    -Limits::infinity(),
+                                    Limits::quiet_NaN(),
+                                    2147483647.0,
+                                    2147483648.0,
+                                    -2147483649.0,
+                                    9007199254740993.0,
+                                    1e-300};
     return chance.pick(values);
 }
 
 inline int hostileInt(Chance &chance)
 {
-    static const int values[] = {0, 1, -1, 2, 3, 7, 255, 256, -255, 1000, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()};
+    static const int values[] = {
+        0, 1, -1, 2, 3, 7, 255, 256, -255, 1000, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()};
     return chance.pick(values);
 }
 
@@ -41,21 +60,44 @@ inline QVector<double> hostileSeries(Chance &chance)
     return series;
 }
 
+/// A value of a property's type that should not be there; invalid for types that have none.
+inline QVariant hostileValue(Chance &chance, int type)
+{
+    switch (type) {
+    case QMetaType::Double:
+        return hostileDouble(chance);
+    case QMetaType::Int:
+        return hostileInt(chance);
+    case QMetaType::UInt:
+        return uint(hostileInt(chance));
+    case QMetaType::UChar:
+        return QVariant::fromValue(uchar(hostileInt(chance)));
+    case QMetaType::Bool:
+        return chance.oneIn(2);
+    case QMetaType::QRectF:
+        return hostileRect(chance);
+    case QMetaType::QPointF:
+        return QPointF(hostileDouble(chance), hostileDouble(chance));
+    default:
+        return type == qMetaTypeId<QVector<double>>() ? QVariant::fromValue(hostileSeries(chance)) : QVariant();
+    }
+}
+
 /// Of any type, most often the wrong one.
 inline QVariant hostileVariant(Chance &chance)
 {
-    switch (chance.below(12)) {
-    case 0: return hostileDouble(chance);
-    case 1: return hostileInt(chance);
-    case 2: return hostileRect(chance);
-    case 3: return QVariant::fromValue(hostileSeries(chance));
-    case 4: return QStringLiteral("no number");
-    case 5: return QString();
-    case 6: return QColor();
-    case 7: return QPointF(hostileDouble(chance), hostileDouble(chance));
-    case 8: return QVariant::fromValue<QObject *>(nullptr);
-    case 9: return QVariantList{1, QStringLiteral("two"), QVariant()};
-    case 10: return chance.oneIn(2);
-    default: return {};
-    }
+    static const int types[] = {QMetaType::Double,
+                                QMetaType::Int,
+                                QMetaType::UInt,
+                                QMetaType::Bool,
+                                QMetaType::QRectF,
+                                QMetaType::QPointF,
+                                qMetaTypeId<QVector<double>>()};
+    static const QVariant others[] = {QVariant(),
+                                      QStringLiteral("no number"),
+                                      QString(),
+                                      QColor(),
+                                      QVariant::fromValue<QObject *>(nullptr),
+                                      QVariantList{1, QStringLiteral("two"), QVariant()}};
+    return chance.oneIn(2) ? hostileValue(chance, chance.pick(types)) : chance.pick(others);
 }

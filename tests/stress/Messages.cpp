@@ -69,10 +69,14 @@ QStringList Messages::faults() const
     const QMutexLocker lock(&mutex);
     QStringList result;
     if (unexpectedCount > 0)
-        result.append(QStringLiteral("%1 unexpected messages, the first: %2").arg(unexpectedCount).arg(unexpected.first()));
+        result.append(
+            QStringLiteral("%1 unexpected messages, the first: %2").arg(unexpectedCount).arg(unexpected.first()));
     for (const SExpected &one : qAsConst(expected)) {
         if (one.count > one.limit)
-            result.append(QStringLiteral("%1 times \"%2\", more than %3").arg(one.count).arg(one.pattern.pattern()).arg(one.limit));
+            result.append(QStringLiteral("%1 times \"%2\", more than %3")
+                              .arg(one.count)
+                              .arg(one.pattern.pattern())
+                              .arg(one.limit));
     }
     return result;
 }

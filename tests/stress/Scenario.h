@@ -22,7 +22,7 @@ struct SScenarioEntry
 {
     const char *name;
     std::unique_ptr<Scenario> (*create)();
-    int residentGrowth; ///< KiB that the resident memory may grow by after the warm-up
+    int residentGrowth;          ///< KiB that the resident memory may grow by after the warm-up
     void (*prepare)() = nullptr; ///< called before there is an application
 };
 
@@ -38,5 +38,5 @@ public:
 
 /// For a scenario that keeps nothing between rounds.
 #define STRESS_SCENARIO(Class, name, residentGrowth) \
-    static const ScenarioRegistration registered##Class( \
-        {name, []() -> std::unique_ptr<Scenario> { return std::make_unique<Class>(); }, residentGrowth});
+  static const ScenarioRegistration registered##Class( \
+      {name, []() -> std::unique_ptr<Scenario> { return std::make_unique<Class>(); }, residentGrowth});

@@ -138,7 +138,8 @@ QList<QByteArray> Trigger::signalsOf(const QObject &object)
 {
     QList<QByteArray> names;
     const QMetaObject &meta = *object.metaObject();
-    const int first = object.inherits("QQuickItem") ? QQuickItem::staticMetaObject.methodCount() : QObject::staticMetaObject.methodCount();
+    const int first = object.inherits("QQuickItem") ? QQuickItem::staticMetaObject.methodCount()
+                                                    : QObject::staticMetaObject.methodCount();
     for (int i = first; i < meta.methodCount(); ++i) {
         if (meta.method(i).methodType() == QMetaMethod::Signal)
             names.append(meta.method(i).methodSignature());

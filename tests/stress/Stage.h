@@ -64,7 +64,11 @@ class Trigger : public QObject
     Q_OBJECT
 
 public:
-    explicit Trigger(std::function<void()> action, QObject *parent = nullptr) : QObject(parent), m_action(std::move(action)) {}
+    explicit Trigger(std::function<void()> action, QObject *parent = nullptr)
+        : QObject(parent),
+          m_action(std::move(action))
+    {
+    }
     /// Every signal that the object's own classes declare (not those of QObject and QQuickItem); their names.
     static QList<QByteArray> signalsOf(const QObject &object);
     /// `signal` as in "dataChanged()".

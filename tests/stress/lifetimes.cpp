@@ -13,15 +13,6 @@ void expectCycles(Stage &stage)
     stage.messages.expect("^Filter1D: the tree of nodes has a cycle", 10000);
 }
 
-Cast::Creator inWindow(Stage &stage, QQuickWindow &window)
-{
-    return [&](const QByteArray &type) -> QObject * {
-        const bool drawable = Cast::areaTypes().contains(type);
-        const QString text = QString::fromUtf8(type) + (drawable ? " { width: 100; height: 100; updateIntervalMs: 0 }" : " {}");
-        return drawable ? stage.makeIn(window, text) : stage.make(text);
-    };
-}
-
 /// Links everybody in random ways, then destroys them one by one while the others go on.
 class DestroyOrders : public Scenario
 {
@@ -30,7 +21,7 @@ class DestroyOrders : public Scenario
     {
         if (!m_window || stage.chance.oneIn(10))
             m_window = stage.open();
-        Cast cast(stage.chance, inWindow(stage, *m_window));
+        Cast cast(stage.chance, castIn(stage, *m_window));
         cast.addEverybody();
         for (int i = 0; i < 40; ++i)
             cast.link();
@@ -51,7 +42,7 @@ class DestroyOrders : public Scenario
 
     std::unique_ptr<QQuickWindow> m_window;
 };
-STRESS_SCENARIO(DestroyOrders, "destroy-orders", 4096)
+STRESS_SCENARIO(DestroyOrders, "destroy-orders", 8192)
 
 /// Objects that are destroyed inside the handlers of their own signals, or destroy others there.
 class DestroyInHandlers : public Scenario
@@ -61,7 +52,7 @@ class DestroyInHandlers : public Scenario
     {
         if (!m_window || stage.chance.oneIn(10))
             m_window = stage.open();
-        Cast cast(stage.chance, inWindow(stage, *m_window));
+        Cast cast(stage.chance, castIn(stage, *m_window));
         cast.addEverybody();
         for (int i = 0; i < 30; ++i)
             cast.link();
@@ -79,7 +70,7 @@ class DestroyInHandlers : public Scenario
 
     std::unique_ptr<QQuickWindow> m_window;
 };
-STRESS_SCENARIO(DestroyInHandlers, "destroy-in-handlers", 4096)
+STRESS_SCENARIO(DestroyInHandlers, "destroy-in-handlers", 8192)
 
 /// The rectangles are fitted while a frame is being prepared; handlers of that do away with what the frame is made of.
 class DestroyWhileFitting : public Scenario
@@ -91,7 +82,7 @@ class DestroyWhileFitting : public Scenario
         const QPointer<QObject> plotter = stage.make("BarPlotter { plotterArea: Qt.rect(0, 0, 10, 1) }");
         const int way = m_ways++;
         Trigger trigger([&] { strike(way / 2 % 6, area, plotter, window); });
-        callWith(*area, "addPlotter", "IPlotter*", plotter);
+        callWith(area, "addPlotter", "IPlotter*", plotter);
         plotter->setProperty("data", QVariant::fromValue(stage.chance.series(50)));
         trigger.on(*area, way % 2 ? "chartRectChanged()" : "zoomRectChanged()");
         stage.spin(40); // the first frame finds the height of the data
@@ -99,22 +90,53 @@ class DestroyWhileFitting : public Scenario
         delete area;
     }
 
-    static void strike(int way, const QPointer<QQuickItem> &area, const QPointer<QObject> &plotter, std::unique_ptr<QQuickWindow> &window)
+    static void strike(int way, const QPointer<QQuickItem> &area, const QPointer<QObject> &plotter,
+                       std::unique_ptr<QQuickWindow> &window)
     {
         if (!area)
             return;
         switch (way) {
-        case 0: delete area; break;
-        case 1: area->deleteLater(); break;
-        case 2: area->setParentItem(nullptr); break;
-        case 3: delete plotter; break;
-        case 4: area->setVisible(false); break;
-        default: window->close();
+        case 0:
+            delete area;
+            break;
+        case 1:
+            area->deleteLater();
+            break;
+        case 2:
+            area->setParentItem(nullptr);
+            break;
+        case 3:
+            delete plotter;
+            break;
+        case 4:
+            area->setVisible(false);
+            break;
+        default:
+            window->close();
         }
     }
 
     int m_ways = 0;
 };
-STRESS_SCENARIO(DestroyWhileFitting, "destroy-while-fitting", 4096)
+STRESS_SCENARIO(DestroyWhileFitting, "destroy-while-fitting", 8192)
+
+/// Pictures that are asked for again before they are ready, and areas that go before theirs is.
+class PendingGrabs : public Scenario
+{
+    void round(Stage &stage) override
+    {
+        if (!m_window || stage.chance.oneIn(20))
+            m_window = stage.open();
+        const std::unique_ptr<QQuickItem> area(stage.makeIn(*m_window, "ChartArea { width: 30; height: 30 }"));
+        for (int i = 0; i < 10; ++i) {
+            QMetaObject::invokeMethod(area.get(), "exportImage", Q_ARG(QString, QStringLiteral("/nowhere")));
+            m_window->update();
+            stage.spin(stage.chance.below(4));
+        }
+    }
+
+    std::unique_ptr<QQuickWindow> m_window;
+};
+STRESS_SCENARIO(PendingGrabs, "pending-grabs", 8192)
 
 } // namespace

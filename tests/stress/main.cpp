@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// stress SCENARIO [--seconds N] [--seed N]: mistreats the module for a while, then asks for a correct picture, a quiet
-// log and unchanged memory. One process per scenario, so that a crash is one failure.
+// stress SCENARIO [--seconds N] [--rounds N] [--seed N]: mistreats the module for a while, then asks for a correct
+// picture, a quiet log and unchanged memory. One process per scenario, so that a crash is one failure.
 
 #include "stress/FreshChart.h"
 #include "stress/Memory.h"
@@ -11,6 +11,7 @@
 #include <QElapsedTimer>
 #include <QGuiApplication>
 
+#include <algorithm>
 #include <cstdio>
 #include <random>
 
@@ -31,11 +32,19 @@ const SScenarioEntry *find(const QString &name)
     return nullptr;
 }
 
-int list()
+QStringList names()
 {
+    QStringList all;
     for (const SScenarioEntry &entry : scenarios())
-        std::printf("%s\n", entry.name);
-    return 0;
+        all.append(QString::fromLatin1(entry.name));
+    all.sort();
+    return all;
+}
+
+int list(const QString &expected)
+{
+    std::printf("%s\n", qPrintable(names().join(QLatin1Char('\n'))));
+    return expected.isEmpty() || expected == names().join(QLatin1Char(',')) ? 0 : 1;
 }
 
 struct SOutcome
@@ -46,18 +55,26 @@ struct SOutcome
     QStringList faults;
 };
 
-void play(Scenario &scenario, Stage &stage, double seconds, SOutcome &outcome)
+/// How long a scenario is played: at least so long, and so often.
+struct SLength
 {
-    constexpr double warmUp = 0.5; // of the time
-    constexpr int warmUpRounds = 3;
+    double seconds = 0.0;
+    int rounds = 0;
+};
+
+void play(Scenario &scenario, Stage &stage, const SLength &length, SOutcome &outcome)
+{
+    const auto reached = [&](const QElapsedTimer &clock, double part) {
+        return clock.elapsed() >= length.seconds * 1000.0 * part && outcome.rounds >= length.rounds * part;
+    };
     bool warm = false;
     scenario.prepare(stage);
     QElapsedTimer clock;
     clock.start();
-    while (clock.elapsed() < seconds * 1000.0 || outcome.rounds <= warmUpRounds + 1) {
+    while (!reached(clock, 1.0)) {
         scenario.round(stage);
         ++outcome.rounds;
-        if (warm || outcome.rounds < warmUpRounds || clock.elapsed() < seconds * 1000.0 * warmUp)
+        if (warm || !reached(clock, 0.5))
             continue;
         warm = true;
         stage.settle();
@@ -71,11 +88,12 @@ void judge(const SScenarioEntry &entry, const Stage &stage, SOutcome &outcome)
 {
     const qint64 grown = outcome.after.resident - outcome.before.resident;
     if (memoryIsMeasurable() && grown > entry.residentGrowth)
-        outcome.faults << QStringLiteral("the memory grew by %1 KiB, more than %2").arg(grown).arg(entry.residentGrowth);
+        outcome.faults
+            << QStringLiteral("the memory grew by %1 KiB, more than %2").arg(grown).arg(entry.residentGrowth);
     outcome.faults << stage.faults() << stage.messages.faults();
 }
 
-int run(const SScenarioEntry &entry, double seconds, quint32 seed)
+int run(const SScenarioEntry &entry, const SLength &length, quint32 seed)
 {
     Messages messages;
     SOutcome outcome;
@@ -83,15 +101,15 @@ int run(const SScenarioEntry &entry, double seconds, quint32 seed)
         Stage stage(seed, messages);
         {
             const std::unique_ptr<Scenario> scenario = entry.create();
-            play(*scenario, stage, seconds, outcome);
+            play(*scenario, stage, length, outcome);
         }
         stage.spin();
         stage.judge(QStringLiteral("fresh chart"), freshChartFaults(stage));
         judge(entry, stage, outcome);
     }
-    std::printf("%s: seed %u, %d rounds, resident %lld KiB (%+lld), heap %lld KiB (%+lld)\n", entry.name, seed, outcome.rounds,
-                outcome.after.resident, outcome.after.resident - outcome.before.resident, outcome.after.heap,
-                outcome.after.heap - outcome.before.heap);
+    std::printf("%s: seed %u, %d rounds, resident %lld KiB (%+lld), heap %lld KiB (%+lld)\n", entry.name, seed,
+                outcome.rounds, outcome.after.resident, outcome.after.resident - outcome.before.resident,
+                outcome.after.heap, outcome.after.heap - outcome.before.heap);
     for (const QString &fault : qAsConst(outcome.faults))
         std::fprintf(stderr, "FAIL %s: %s\n", entry.name, qPrintable(fault));
     return outcome.faults.isEmpty() ? 0 : 1;
@@ -121,15 +139,20 @@ int main(int argc, char **argv)
     parser.addHelpOption();
     parser.addPositionalArgument("scenario", "What to do; one of --list.");
     const QCommandLineOption seconds("seconds", "How long.", "N", "2");
-    const QCommandLineOption seed("seed", "The seed of chance.", "N", "1");
+    const QCommandLineOption rounds("rounds", "How often at least.", "N", "5");
+    const QCommandLineOption seed("seed", "The seed of chance, or random.", "N", "1");
     const QCommandLineOption lists("list", "The scenarios.");
-    parser.addOptions({seconds, seed, lists});
+    const QCommandLineOption expects("expect-list", "Fail unless these are the scenarios.", "A,B");
+    parser.addOptions({seconds, rounds, seed, lists, expects});
     parser.process(application);
-    if (parser.isSet(lists))
-        return list();
+    if (parser.isSet(lists) || parser.isSet(expects))
+        return list(parser.value(expects));
     const SScenarioEntry *entry = find(parser.positionalArguments().value(0));
     if (!entry)
         parser.showHelp(2);
-    const quint32 wanted = parser.value(seed) == QLatin1String("random") ? std::random_device()() : parser.value(seed).toUInt();
-    return run(*entry, parser.value(seconds).toDouble(), wanted);
+    const quint32 wanted =
+        parser.value(seed) == QLatin1String("random") ? std::random_device()() : parser.value(seed).toUInt();
+    constexpr int fewestRounds = 5;
+    return run(*entry, {parser.value(seconds).toDouble(), std::max(parser.value(rounds).toInt(), fewestRounds)},
+               wanted);
 }

@@ -21,13 +21,17 @@
 
 namespace {
 
-// The scene's layout, in pixels from the window's edges.
-constexpr int chartTop = 40;
-constexpr int chartSide = 12;
+// The scene's layout, in pixels from the window's edges. Below the chart lie its axis, the navigator and the legend.
+constexpr int chartTop = 12;
+constexpr int chartLeft = 60;
+constexpr int chartRight = 12;
+constexpr int chartBottom = 142;
 
 const QColor barColor(7, 203, 242);
 const QColor lightGround(255, 255, 255);
 const QColor darkGround(20, 24, 29);
+const QColor lightLines(223, 227, 232);
+const QColor darkLines(44, 51, 59);
 
 struct SOutcome
 {
@@ -67,6 +71,11 @@ private slots:
     void barsStandWhereTheFileHasThem();
     void peaksOfASpectrumStandWhereTheFileHasThem_data();
     void peaksOfASpectrumStandWhereTheFileHasThem();
+    void aSinglePeakIsSeen_data();
+    void aSinglePeakIsSeen();
+    void anAreaFollowsTheValues();
+    void smoothingSpreadsAPeak();
+    void aLogarithmicScaleShowsPowersOfTen();
     void theSecondFileLiesOverTheFirst();
     void theBinWidthChangesTheLabelsAndNoBar();
     void twoRunsAndBothRenderLoopsGiveTheSamePicture();
@@ -140,8 +149,8 @@ void tst_vorlixview::helpNamesEveryOption()
     const SOutcome outcome = view({QStringLiteral("--help")}, noDisplay);
     QCOMPARE(outcome.exitCode, 0);
     QCOMPARE(outcome.errors, QString());
-    for (const char *word :
-         {"vorlixview", "FILE...", "--png <OUT>", "--size <WxH>", "--bin-width <W>", "--dark", "--help", "--version"})
+    for (const char *word : {"vorlixview", "FILE...", "--png <OUT>", "--size <WxH>", "--bin-width <W>", "--unit <UNIT>",
+                             "--area", "--smooth <DEPTH>", "--log", "--dark", "--help", "--version"})
         QVERIFY2(outcome.output.contains(QLatin1String(word)), word);
 }
 
@@ -166,7 +175,8 @@ void tst_vorlixview::badArgumentsAreRefused_data()
     const QString limits = QStringLiteral(": not WIDTHxHEIGHT with sides from 64 to 8192 pixels");
     const QString number = QStringLiteral(": not a number above 0");
 
-    row("nothing", {}, QStringLiteral("no file given; --help tells how"));
+    row("a picture of nothing", QStringLiteral("--png out.png"),
+        QStringLiteral("no file given for the picture; --help tells how"));
     row("a missing file", QStringLiteral("missing.txt"), QStringLiteral("missing.txt: no such file"));
     row("a missing file after a good one", QStringLiteral("series.txt other/missing.txt"),
         QStringLiteral("other/missing.txt: no such file"));
@@ -183,6 +193,9 @@ void tst_vorlixview::badArgumentsAreRefused_data()
     for (const char *width : {"0", "-1", "nan", "inf", "1e400", "wide", "1,5", "0x10"})
         row(width, QStringLiteral("--bin-width %1 series.txt").arg(QLatin1String(width)),
             QStringLiteral("--bin-width ") + QLatin1String(width) + number);
+    for (const char *depth : {"0", "-1", "2.5", "many", "1000001", "99999999"})
+        row(depth, QStringLiteral("--smooth %1 series.txt").arg(QLatin1String(depth)),
+            QStringLiteral("--smooth %1: not a whole number from 1 to 1000000").arg(QLatin1String(depth)));
 }
 
 void tst_vorlixview::badArgumentsAreRefused()
@@ -260,12 +273,18 @@ static int columnHeight(const QImage &image, int x, int bottom)
     return bottom - y;
 }
 
-/// What the bars cover. The dot beside the file's name has their colour, too, and stands above the chart.
+/// The ground, or a line of the axis on it.
+static bool isGround(const QColor &color, bool dark)
+{
+    return color == (dark ? darkGround : lightGround) || color == (dark ? darkLines : lightLines);
+}
+
+/// What the bars cover in the chart. Below it they are seen once more, in the navigator.
 static QRect barBox(const QImage &image)
 {
     QRect box;
-    for (int y = chartTop; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
+    for (int y = chartTop; y < image.height() - chartBottom; ++y) {
+        for (int x = chartLeft; x < image.width() - chartRight; ++x) {
             if (image.pixelColor(x, y) == barColor)
                 box |= QRect(x, y, 1, 1);
         }
@@ -286,8 +305,9 @@ void tst_vorlixview::barsStandWhereTheFileHasThem()
     const QRect box = barBox(image);
 
     // Fitted: from margin to margin, and the highest bar leaves 5 % of its height above it.
-    QCOMPARE(box.left(), chartSide);
-    QCOMPARE(box.right(), scene.size.width() - chartSide - 1);
+    QCOMPARE(box.left(), chartLeft);
+    QCOMPARE(box.right(), scene.size.width() - chartRight - 1);
+    QCOMPARE(box.bottom(), scene.size.height() - chartBottom - 1);
     const double chartHeight = box.bottom() + 1 - chartTop;
     QVERIFY(std::abs(box.height() - chartHeight / 1.05) <= 1.0);
 
@@ -304,7 +324,7 @@ void tst_vorlixview::barsStandWhereTheFileHasThem()
                 qPrintable(QStringLiteral("bar %1, column %2: %3 for %4").arg(i).arg(x).arg(height).arg(expected)));
         }
         const QPoint above((first + last) / 2, box.bottom() - int(expected) - 3);
-        QCOMPARE(image.pixelColor(above), scene.dark ? darkGround : lightGround);
+        QVERIFY(isGround(image.pixelColor(above), scene.dark));
     }
 }
 
@@ -331,16 +351,23 @@ void tst_vorlixview::peaksOfASpectrumStandWhereTheFileHasThem()
 
     const QImage image = picture({fileOf(QStringLiteral("spectrum.txt"), text)}, scene);
     QCOMPARE(image.size(), scene.size);
-    // A pixel shows the bar in which its centre lies; at a border of two bars it is either.
-    const int chartWidth = scene.size.width() - 2 * chartSide;
+    // A bar is the highest of so many values that it is at least a pixel wide. A pixel shows the bar in which its
+    // centre lies; at a border of two bars it is either.
+    const int chartWidth = scene.size.width() - chartLeft - chartRight;
+    int together = 1;
+    while (counts.size() / together > chartWidth)
+        together *= 2;
+    QVector<double> bars;
+    for (int i = 0; i < counts.size(); i += together)
+        bars.append(*std::max_element(counts.cbegin() + i, counts.cbegin() + i + together));
     const int bottom = barBox(image).bottom();
     const double chartHeight = bottom + 1 - chartTop;
     int columnsWithPeaks = 0;
     for (int column = 0; column < chartWidth; ++column) {
-        const int bar = int((column + 0.5) / chartWidth * counts.size());
-        const int height = columnHeight(image, chartSide + column, bottom);
+        const int bar = int((column + 0.5) / chartWidth * bars.size());
+        const int height = columnHeight(image, chartLeft + column, bottom);
         const auto fits = [&](int index) {
-            const double count = counts[qBound(0, index, int(counts.size()) - 1)];
+            const double count = bars[qBound(0, index, int(bars.size()) - 1)];
             return std::abs(height - chartHeight / 1.05 * count / highest) <= 1.0;
         };
         QVERIFY2(fits(bar) || fits(bar - 1) || fits(bar + 1), qPrintable(QStringLiteral("column %1").arg(column)));
@@ -349,13 +376,113 @@ void tst_vorlixview::peaksOfASpectrumStandWhereTheFileHasThem()
     QVERIFY(columnsWithPeaks >= 5);
 }
 
+void tst_vorlixview::aSinglePeakIsSeen_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<int>("channel");
+    for (const QString &option : {QString(), QStringLiteral("--area"), QStringLiteral("--dark")}) {
+        for (const int channel : {0, 4999, 7321, 9999})
+            QTest::newRow(qPrintable(QStringLiteral("%1 channel %2").arg(option).arg(channel))) << option << channel;
+    }
+}
+
+/// One count in ten thousand channels, fourteen times as many as the picture has columns.
+void tst_vorlixview::aSinglePeakIsSeen()
+{
+    QFETCH(QString, option);
+    QFETCH(int, channel);
+    QByteArray text;
+    for (int i = 0; i < 10000; ++i)
+        text += i == channel ? "700\n" : "0\n";
+    QStringList arguments{fileOf(QStringLiteral("peak.txt"), text)};
+    if (!option.isEmpty())
+        arguments.append(option);
+    const SScene scene{QSize(800, 400), false, QStringLiteral("threaded")};
+    const QImage image = picture(arguments, scene);
+    QCOMPARE(image.size(), scene.size);
+
+    const int chartWidth = 800 - chartLeft - chartRight;
+    const int chartHeight = 400 - chartTop - chartBottom;
+    int highest = 0;
+    int column = -1;
+    for (int x = chartLeft; x < 800 - chartRight; ++x) {
+        const int height = columnHeight(image, x, 400 - chartBottom - 1);
+        column = height > highest ? x : column;
+        highest = std::max(highest, height);
+    }
+    QVERIFY2(std::abs(highest - chartHeight / 1.05) <= 2.0, qPrintable(QString::number(highest)));
+    QVERIFY2(std::abs(column - (chartLeft + (channel + 0.5) / 10000 * chartWidth)) <= 2.5,
+             qPrintable(QString::number(column)));
+}
+
+/// The height up to which a column is not ground.
+static int filledHeight(const QImage &image, int x)
+{
+    int y = image.height() - chartBottom - 1;
+    while (y >= chartTop && !isGround(image.pixelColor(x, y), false))
+        --y;
+    return image.height() - chartBottom - 1 - y;
+}
+
+/// From the middle of one bin to the middle of the next, the height changes evenly.
+void tst_vorlixview::anAreaFollowsTheValues()
+{
+    const QVector<double> values{4, 8, 2, 6, 6};
+    const QImage image = picture({QStringLiteral("--area"), fileOf(QStringLiteral("series.txt"), "4\n8\n2\n6\n6\n")},
+                                 {QSize(572, 400), false, QStringLiteral("threaded")});
+    QCOMPARE(image.size(), QSize(572, 400));
+    const double chartHeight = 400 - chartTop - chartBottom;
+    for (int column = 55; column < 445; column += 7) { // a hundred columns a bin
+        const double place = (column + 0.5) / 100.0 - 0.5;
+        const int before = int(place);
+        const double value = values[before] + (place - before) * (values[before + 1] - values[before]);
+        const double expected = chartHeight / 1.05 * value / 8.0;
+        const int height = filledHeight(image, chartLeft + column);
+        QVERIFY2(std::abs(height - expected) <= 4.0,
+                 qPrintable(QStringLiteral("column %1: %2 for %3").arg(column).arg(height).arg(expected)));
+    }
+}
+
+/// An average over four values of one peak of 8: four or five bins of 2 around its place, as high as the chart allows.
+void tst_vorlixview::smoothingSpreadsAPeak()
+{
+    QByteArray text;
+    for (int i = 0; i < 20; ++i)
+        text += i == 10 ? "8\n" : "0\n";
+    const QImage image =
+        picture({QStringLiteral("--smooth"), QStringLiteral("4"), fileOf(QStringLiteral("series.txt"), text)},
+                {QSize(472, 400), false, QStringLiteral("threaded")});
+    QCOMPARE(image.size(), QSize(472, 400));
+    const double full = (400 - chartTop - chartBottom) / 1.05;
+    for (int bin = 0; bin < 20; ++bin) { // twenty columns a bin
+        const int height = filledHeight(image, chartLeft + 20 * bin + 10);
+        const bool raised = bin >= 8 && bin <= 12;
+        QVERIFY2(std::abs(height - (raised ? full : 0.0)) <= 1.0,
+                 qPrintable(QStringLiteral("bin %1: %2").arg(bin).arg(height)));
+    }
+}
+
+void tst_vorlixview::aLogarithmicScaleShowsPowersOfTen()
+{
+    const QImage image =
+        picture({QStringLiteral("--log"), fileOf(QStringLiteral("series.txt"), "1\n10\n100\n1000\n0\n")},
+                {QSize(572, 400), false, QStringLiteral("threaded")});
+    QCOMPARE(image.size(), QSize(572, 400));
+    const double full = (400 - chartTop - chartBottom) / 1.05;
+    for (int bin = 0; bin < 5; ++bin) {
+        const double expected = bin < 4 ? full * bin / 3.0 : 0.0;
+        const int height = columnHeight(image, chartLeft + 100 * bin + 50, 400 - chartBottom - 1);
+        QVERIFY2(std::abs(height - expected) <= 1.0, qPrintable(QStringLiteral("bin %1: %2").arg(bin).arg(height)));
+    }
+}
+
 void tst_vorlixview::theSecondFileLiesOverTheFirst()
 {
     const QStringList files{fileOf(QStringLiteral("a.txt"), "10\n0\n"), fileOf(QStringLiteral("b.txt"), "5\n5\n")};
     const QImage image = picture(files, {QSize(400, 300), false, QStringLiteral("threaded")});
     QCOMPARE(image.size(), QSize(400, 300));
-    const int low = 240;
-    const int high = 100;
+    const int low = 130;
+    const int high = 40;
     const auto mixed = [](const QColor &over, const QColor &under) {
         const auto channel = [](int o, int u) { return int(std::lround(0.6 * o + 0.4 * u)); };
         return QColor(channel(over.red(), under.red()), channel(over.green(), under.green()),

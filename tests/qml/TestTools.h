@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "tests/support/LogCatcher.h"
+
+#include <QColor>
+#include <QImage>
+#include <QObject>
+#include <QPointF>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QSize>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <QVariantList>
+
+#include <atomic>
+#include <memory>
+
+/// What a test written in QML cannot reach by itself: the message log, other windows, pixels of files. GUI thread.
+class TestTools : public QObject
+{
+    Q_OBJECT
+
+public:
+    ~TestTools() override;
+
+    /// From now on messages are collected. Qt's test library writes those before, "QWARN" and the like, to its report.
+    Q_INVOKABLE void catchMessages();
+    /// The messages since the last call, without debug messages.
+    Q_INVOKABLE QStringList takeMessages();
+    /// The debug messages since the last call of this or takeMessages().
+    Q_INVOKABLE QStringList takeConsole();
+
+    /// Gives the window's charts their colours on every ground, and counts its frames from now on.
+    Q_INVOKABLE void prepare(QQuickWindow *window);
+    Q_INVOKABLE int frames() const { return m_frames; }
+
+    /// The visible windows, without `except`; those of dialogs among them.
+    Q_INVOKABLE QVariantList otherWindows(QQuickWindow *except) const;
+    Q_INVOKABLE QQuickItem *contentOf(QQuickWindow *window) const { return window->contentItem(); }
+    /// A click of the left button in the middle of an item, in whichever window it is.
+    Q_INVOKABLE void clickOn(QQuickItem *item) const;
+    Q_INVOKABLE void press(QQuickWindow *window, int key) const;
+    /// A press, moves in steps and, if asked for, a release, in the window's pixels.
+    Q_INVOKABLE void drag(QQuickWindow *window, const QPointF &from, const QPointF &to, bool release = true) const;
+    Q_INVOKABLE void release(QQuickWindow *window, const QPointF &at) const;
+
+    /// A path in a folder that is removed at the end.
+    Q_INVOKABLE QString temporaryPath(const QString &name) const { return m_folder.filePath(name); }
+    Q_INVOKABLE QString urlOf(const QString &path) const;
+    Q_INVOKABLE bool exists(const QString &path) const;
+    /// Of an image file; empty when it can't be read.
+    Q_INVOKABLE QSize imageSize(const QString &path) const;
+    Q_INVOKABLE QColor imagePixel(const QString &path, int x, int y) const;
+    /// How strongly neighbouring pixels differ at most, 0 to 255, in a rectangle of an image file: 0 for a flat one.
+    Q_INVOKABLE int steepestEdge(const QString &path, const QRect &area) const;
+
+private:
+    std::unique_ptr<LogCatcher> m_log;
+    QTemporaryDir m_folder;
+    std::atomic<int> m_frames{0};
+};

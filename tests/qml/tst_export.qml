@@ -1,0 +1,197 @@
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls.Material 2.15
+import QtTest 1.15
+import VorlixPlugin 1.0
+import "qrc:/qml"
+
+Item {
+    width: 600
+    height: 400
+
+    Component {
+        id: sceneComponent
+
+        PlotScene {
+        }
+    }
+
+    Component {
+        id: spyComponent
+
+        SignalSpy {
+            signalName: "exportComplete"
+        }
+    }
+
+    PlotCase {
+        property PlotScene scene
+        property SPlotQML plot
+        property SignalSpy spy
+
+        name: "export"
+
+        function init() {
+            scene = createTemporaryObject(sceneComponent, parent);
+            plot = scene.plot;
+            spy = createTemporaryObject(spyComponent, parent, { target: plot });
+            tryVerify(() => scene.chart.zoomRect.width === 1000);
+            settle();
+        }
+
+        function exported(name, upsize) {
+            const path = tools.temporaryPath(name);
+            if (upsize === undefined)
+                plot.exportImage(path);
+            else
+                plot.exportImage(path, upsize);
+            spy.wait();
+            compare(spy.signalArguments[spy.count - 1][0], path);
+            return path;
+        }
+
+        function same(color, expected) {
+            expect(Qt.colorEqual(color, expected), () => color + " instead of " + expected);
+        }
+
+        function test_aPictureHasTheSizeOfThePlot() {
+            compare(tools.imageSize(exported("plain.png")), Qt.size(600, 400));
+        }
+
+        function test_aPictureHasASizeTimesUpsize_data() {
+            return [{ tag: "2", upsize: 2, size: Qt.size(1200, 800) }, { tag: "0.5", upsize: 0.5, size: Qt.size(300,
+                200) }, { tag: "1.5", upsize: 1.5, size: Qt.size(900, 600) }];
+        }
+
+        function test_aPictureHasASizeTimesUpsize(row) {
+            compare(tools.imageSize(exported("sized.png", row.upsize)), row.size);
+        }
+
+        function test_itShowsWhatThePlotShows() {
+            const path = exported("same.png");
+            const picture = grabImage(scene);
+            const chart = scene.chart;
+            for (let i = 1; i < 20; ++i) {
+                for (const height of [0.2, 0.5, 0.7]) {
+                    const at = chart.mapToItem(scene, Math.round(chart.width * i / 20) + 3, chart.height * height);
+                    same(tools.imagePixel(path, at.x, at.y), picture.pixel(at.x, at.y));
+                }
+            }
+        }
+
+        function test_itHasTheBackgroundOfTheTheme() {
+            same(tools.imagePixel(exported("light.png"), 3, 3), "#fafafa");
+            plot.Material.theme = Material.Dark;
+            same(tools.imagePixel(exported("dark.png"), 3, 3), "#303030");
+        }
+
+        function test_theViewHasNoBackground() {
+            scene.color = "#00ff00";
+            settle();
+            same(grabImage(scene).pixel(3, 3), "#00ff00");
+            same(tools.imagePixel(exported("own.png"), 3, 3), "#fafafa");
+        }
+
+        function test_upsizeMakesTextAndLinesSharper() {
+            // At four times the size, the edges of letters drawn at that size are as steep as before; those of magnified
+            // letters fall over four pixels.
+            const plain = exported("plain.png");
+            const large = exported("large.png", 4);
+            const place = rectIn(textsIn(plot.xAxis)[2], plot);
+            const small = tools.steepestEdge(plain, place);
+            const sharp = tools.steepestEdge(large, Qt.rect(place.x * 4, place.y * 4, place.width * 4, place.height * 4));
+            verify(sharp >= 0.8 * small, "edges of " + sharp + " after " + small);
+            const mark = plot.xAxis.mapToItem(plot, 0, 4);
+            const before = tools.imagePixel(large, mark.x * 4 - 2, mark.y * 4);
+            const on = tools.imagePixel(large, mark.x * 4 + 1, mark.y * 4);
+            same(before, "#fafafa");
+            same(on, "#bdbdbd");
+        }
+
+        function test_aPictureDoesNotDisturbTheView() {
+            const before = grabImage(scene);
+            plot.exportImage(tools.temporaryPath("aside.png"), 3);
+            waitForRendering(scene);
+            const during = grabImage(scene);
+            spy.wait();
+            settle();
+            const after = grabImage(scene);
+            for (let x = 2; x < 600; x += 7) {
+                for (let y = 2; y < 400; y += 5) {
+                    same(during.pixel(x, y), before.pixel(x, y));
+                    same(after.pixel(x, y), before.pixel(x, y));
+                }
+            }
+        }
+
+        function test_aLaterPictureShowsTheLaterState() {
+            const at = scene.chart.mapToItem(scene, scene.chart.width * 0.9, scene.chart.height * 0.5);
+            same(tools.imagePixel(exported("first.png"), at.x, at.y), "#2040c0");
+            scene.bars.color = "#c04020";
+            same(tools.imagePixel(exported("second.png", 1), at.x, at.y), "#c04020");
+        }
+
+        function test_fileUrlsAreTaken_data() {
+            return [{ tag: "plain", name: "url.png" }, { tag: "with blanks", name: "a b ü.png" },
+                { tag: "with a per cent sign", name: "100%.png" }];
+        }
+
+        function test_fileUrlsAreTaken(row) {
+            const path = tools.temporaryPath(row.name);
+            const url = tools.urlOf(path);
+            verify(url.startsWith("file:///"));
+            plot.exportImage(url);
+            spy.wait();
+            compare(spy.signalArguments[0][0], url);
+            compare(tools.imageSize(path), Qt.size(600, 400));
+        }
+
+        function test_aUrlObjectIsTaken() {
+            const path = tools.temporaryPath("object.png");
+            plot.exportImage(Qt.resolvedUrl(tools.urlOf(path)));
+            spy.wait();
+            verify(tools.exists(path));
+        }
+
+        function test_aHandMadeUrlIsTaken() {
+            const path = tools.temporaryPath("50%.png");
+            plot.exportImage("file://" + path);
+            spy.wait();
+            verify(tools.exists(path));
+        }
+
+        function test_aPathThatCannotBeWrittenIsReported_data() {
+            return [{ tag: "no folder", name: "no/such/folder.png" }, { tag: "no format", name: "picture.unknown" }];
+        }
+
+        function test_aPathThatCannotBeWrittenIsReported(row) {
+            const path = exported(row.name);
+            const messages = tools.takeMessages();
+            compare(messages.length, 1);
+            verify(messages[0].indexOf(path) >= 0, messages);
+            verify(!tools.exists(path));
+        }
+
+        function test_aPictureOfNoSizeIsReported_data() {
+            return [{ tag: "0", upsize: 0 }, { tag: "negative", upsize: -1 }, { tag: "NaN", upsize: NaN }];
+        }
+
+        function test_aPictureOfNoSizeIsReported(row) {
+            const path = tools.temporaryPath("none.png");
+            plot.exportImage(path, row.upsize);
+            wait(100);
+            compare(spy.count, 0);
+            const messages = tools.takeMessages();
+            compare(messages.length, 1);
+            verify(messages[0].indexOf(path) >= 0, messages);
+        }
+
+        function test_theChartAreasOwnExportWritesNothing() {
+            const path = tools.temporaryPath("chart.png");
+            scene.chart.exportImage(path);
+            wait(200);
+            verify(!tools.exists(path));
+            compare(spy.count, 0);
+        }
+    }
+}

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#include "viewer/FileChecks.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QLocale>
+
+QString FileChecks::whyUnreadable(const QString &path)
+{
+    const QFileInfo file(path);
+    if (!file.exists())
+        return QStringLiteral("no such file");
+    if (file.isDir())
+        return QStringLiteral("is a directory, not a file of numbers");
+    if (!file.isFile())
+        return QStringLiteral("is no regular file"); // a pipe, say: the reader wants to know where it ends
+    if (!file.isReadable())
+        return QStringLiteral("may not be read");
+    return {};
+}
+
+QString FileChecks::whyUnwritable(const QString &path)
+{
+    if (QFileInfo(path).isDir())
+        return QStringLiteral("is a directory");
+    const bool wasThere = QFileInfo::exists(path);
+    QFile file(path);
+    if (!file.open(QIODevice::ReadWrite | QIODevice::Append))
+        return file.errorString();
+    file.close();
+    if (!wasThere)
+        file.remove();
+    return {};
+}
+
+QStringList FileChecks::pathsOf(const QList<QUrl> &urls)
+{
+    QStringList paths;
+    for (const QUrl &url : urls)
+        paths.append(url.isLocalFile() ? url.toLocalFile() : url.toString());
+    return paths;
+}
+
+QString FileChecks::sizeOf(const QString &path)
+{
+    return QLocale::c().formattedDataSize(QFileInfo(path).size());
+}

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "viewer/SeriesWorker.h"
+
+#include <QQmlComponent>
+#include <QQmlParserStatus>
+#include <QThread>
+#include <QVariantMap>
+
+/// A file of numbers, read and transformed in a thread of its own; every change of what is asked for starts it anew.
+/// GUI thread.
+class SeriesFile : public QObject, public QQmlParserStatus
+{
+    Q_OBJECT
+    Q_INTERFACES(QQmlParserStatus)
+    Q_PROPERTY(QString file MEMBER m_file NOTIFY orderChanged)
+    /// Running average over so many values; 1 for none.
+    Q_PROPERTY(int smoothDepth MEMBER m_smoothDepth NOTIFY orderChanged)
+    /// Whether the series becomes its decimal logarithms.
+    Q_PROPERTY(bool logarithmic MEMBER m_logarithmic NOTIFY orderChanged)
+    /// Width of one value along x.
+    Q_PROPERTY(double binWidth MEMBER m_binWidth NOTIFY binWidthChanged)
+    /// Make an SCSVReader and a MovingAvarangeU64.
+    Q_PROPERTY(QQmlComponent *reader MEMBER m_readerComponent)
+    Q_PROPERTY(QQmlComponent *average MEMBER m_averageComponent)
+    /// Whether an order is being worked on.
+    Q_PROPERTY(bool busy READ isBusy NOTIFY busyChanged)
+    /// Why there is nothing to see, in words; empty for no reason.
+    Q_PROPERTY(QString problem READ problem NOTIFY seriesChanged)
+    /// Values in the file.
+    Q_PROPERTY(int count READ count NOTIFY seriesChanged)
+    /// The largest finite value to show, at least 0.
+    Q_PROPERTY(double maximum READ maximum NOTIFY seriesChanged)
+
+public:
+    explicit SeriesFile(QObject *parent = nullptr);
+    ~SeriesFile() override;
+
+    bool isBusy() const { return m_busy; }
+    QString problem() const { return m_result.problem; }
+    int count() const { return m_result.count; }
+    double maximum() const { return m_result.maximum; }
+
+    /// Gives a data node the series to show and its area. The area may reach a little beyond the file's last value.
+    Q_INVOKABLE void feed(QObject *node) const;
+    /// The highest of the values that the file has between two places along x: "index", "value" and, of how many,
+    /// "count". Empty where it has none.
+    Q_INVOKABLE QVariantMap highestIn(double left, double right) const;
+
+    void classBegin() override {}
+    void componentComplete() override;
+
+signals:
+    void orderChanged();
+    void binWidthChanged();
+    void busyChanged();
+    void seriesChanged();
+
+private:
+    void start();
+    void order();
+    void take(const SSeriesOrder &order, const SSeriesResult &result);
+
+    QString m_file;
+    int m_smoothDepth = 1;
+    bool m_logarithmic = false;
+    double m_binWidth = 1.0;
+    QQmlComponent *m_readerComponent = nullptr;
+    QQmlComponent *m_averageComponent = nullptr;
+    bool m_busy = false;
+    int m_openOrders = 0;
+    SSeriesResult m_result;
+    QThread m_thread;
+    SeriesWorker *m_worker = nullptr; ///< lives in the thread and goes with it
+};

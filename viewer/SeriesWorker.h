@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QVector>
+
+#include <memory>
+
+/// What a file's series is to become.
+struct SSeriesOrder
+{
+    QString file;
+    int smoothDepth = 1;      ///< running average over so many values; 1 for none
+    bool logarithmic = false; ///< decimal logarithms instead of the values
+};
+Q_DECLARE_METATYPE(SSeriesOrder)
+
+/// What became of an order. Both series are padded with zeros, see paddedSize().
+struct SSeriesResult
+{
+    QString problem;        ///< in words; empty for none
+    int count = 0;          ///< values in the file
+    double maximum = 0.0;   ///< the largest finite value of `shown`, at least 0
+    QVector<double> values; ///< as the file has them
+    QVector<double> shown;  ///< smoothed, as logarithms, or the same as `values`
+};
+Q_DECLARE_METATYPE(SSeriesResult)
+
+/// The size to which a series of `count` values is padded so that its ten or so coarsest sizes, and with them the bars
+/// that a plot of usual width shows, halve without a rest: every coarse bar then stands exactly over the values that it
+/// is the maximum of. At most a 512th larger than `count`.
+int paddedSize(int count);
+
+/// Reads and transforms series with data nodes of the module, away from the GUI thread. Lives in a thread of its own.
+class SeriesWorker : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `reader` is an SCSVReader and `average` a MovingAvarangeU64. They are used in this object's thread alone.
+    SeriesWorker(std::unique_ptr<QObject> reader, std::unique_ptr<QObject> average);
+
+    void work(const SSeriesOrder &order);
+
+signals:
+    void finished(const SSeriesOrder &order, const SSeriesResult &result);
+
+private:
+    QString read(const QString &file);
+    QVector<double> smoothed(int depth);
+
+    std::unique_ptr<QObject> m_reader;
+    std::unique_ptr<QObject> m_average;
+    QString m_file;
+    QString m_problem;
+    int m_count = 0;
+    QVector<double> m_values;
+};

@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+#include "viewer/VisiblePart.h"
+
+#include <QVariant>
+
+#include <algorithm>
+#include <cmath>
+
+void VisiblePart::setNode(QObject *node)
+{
+    if (node == m_node)
+        return;
+    if (m_node)
+        m_node->disconnect(this);
+    m_node = node;
+    if (node) {
+        connect(node, SIGNAL(dataChanged()), this, SLOT(update()));
+        connect(node, SIGNAL(areaChanged()), this, SLOT(update()));
+    }
+    restart();
+}
+
+void VisiblePart::setChart(QObject *chart)
+{
+    if (chart == m_chart)
+        return;
+    if (m_chart)
+        m_chart->disconnect(this);
+    m_chart = chart;
+    if (chart)
+        connect(chart, SIGNAL(zoomRectChanged()), this, SLOT(update()));
+    restart();
+}
+
+void VisiblePart::setPlotter(QObject *plotter)
+{
+    if (plotter == m_plotter)
+        return;
+    m_plotter = plotter;
+    restart();
+}
+
+void VisiblePart::setShift(double shift)
+{
+    if (shift == m_shift)
+        return;
+    m_shift = shift;
+    restart();
+}
+
+void VisiblePart::restart()
+{
+    m_part = {};
+    emit changed();
+    update();
+}
+
+void VisiblePart::update()
+{
+    if (!m_node || !m_chart || !m_plotter)
+        return;
+    const auto series = m_node->property("data").value<QVector<double>>();
+    const QRectF area = m_node->property("area").toRectF();
+    if (series.constData() != m_series.constData() || series.size() != m_series.size() || area != m_area)
+        m_part = {};
+    m_series = series;
+    m_area = area;
+    if (series.isEmpty() || !(area.width() > 0.0))
+        return;
+    const double barWidth = area.width() / series.size();
+    const SRange shown = shownRange(barWidth);
+    if (shown.first >= shown.end || isServed(shown))
+        return;
+    const int margin = std::min(shown.end - shown.first, series.size());
+    serve({std::max(0, shown.first - margin), std::min(series.size() - margin, shown.end) + margin}, barWidth);
+}
+
+VisiblePart::SRange VisiblePart::shownRange(double barWidth) const
+{
+    const QRectF zoom = m_chart->property("zoomRect").toRectF();
+    const auto index = [&](double place) {
+        return place > 0.0 ? int(std::min(place, double(m_series.size()))) : 0; // 0 for a NaN, too
+    };
+    return {index(std::floor((zoom.left() - m_area.left()) / barWidth)),
+            index(std::ceil((zoom.right() - m_area.left()) / barWidth))};
+}
+
+bool VisiblePart::isServed(const SRange &shown) const
+{
+    constexpr int widest = 16; // times what is shown, lest the plotter's precision suffers
+    return shown.first >= m_part.first && shown.end <= m_part.end
+        && (m_part.end - m_part.first) / widest <= shown.end - shown.first;
+}
+
+void VisiblePart::serve(const SRange &part, double barWidth)
+{
+    m_part = part;
+    const QVector<double> values = m_series.mid(part.first, part.end - part.first);
+    const double highest = std::max(0.0, *std::max_element(values.cbegin(), values.cend()));
+    const QRectF area(m_area.left() + (part.first + m_shift) * barWidth, 0.0, values.size() * barWidth, highest);
+    // The chart is not to fit itself to the new area and the old values.
+    QMetaObject::invokeMethod(m_chart, "lock_update");
+    m_plotter->setProperty("plotterArea", area);
+    QMetaObject::invokeMethod(m_chart, "unlock_update");
+    m_plotter->setProperty("data", QVariant::fromValue(values));
+}
+
+QRectF VisiblePart::barAt(double x) const
+{
+    const double place = std::floor((x - m_area.left()) / m_area.width() * m_series.size());
+    if (!(place >= 0.0 && place < m_series.size()))
+        return {};
+    const double barWidth = m_area.width() / m_series.size();
+    return {m_area.left() + place * barWidth, 0.0, barWidth, m_series.at(int(place))};
+}
