@@ -4,6 +4,7 @@
 #include "common/Lanes.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
@@ -48,4 +49,20 @@ double *extend(QVector<double> &series, int count)
     const int size = series.size();
     series.resize(size + count);
     return series.data() + size;
+}
+
+bool finiteInSingle(const double *values, int count)
+{
+    constexpr double largest = std::numeric_limits<float>::max(); // what is above may still round to it; never mind
+    const Lanes most{largest, largest};
+    LaneTruths finite = ~LaneTruths{};
+    int i = 0;
+    for (; i <= count - lanes; i += lanes) {
+        const Lanes loaded = loadLanes(values + i);
+        finite &= (loaded <= most) & (loaded >= -most); // false for a NaN
+    }
+    bool all = (finite[0] & finite[1]) != 0;
+    for (; i < count; ++i)
+        all &= values[i] <= largest && values[i] >= -largest;
+    return all;
 }

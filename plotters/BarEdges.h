@@ -34,6 +34,8 @@ public:
     }
 
     int barCount() const { return m_pairs.size() / 2; }
+    /// Whether no edge lies before an earlier one, and none is a NaN.
+    bool isAscending() const { return m_ascending; }
     /// Edge barCount().
     double total() const { return m_total; }
     /// Edge `index`, at most barCount().

@@ -152,6 +152,7 @@ bool BarPlotterDx::__update_index()
     const int count = drawableNumbers(m_data);
     if (m_indexArray.size() > 6 * count)
         return false;
+    m_indexArray.reserve(6 * count);
     appendBarIndices(m_indexArray, m_indexArray.size() / 6, count); // those present do not depend on the values
     return true; // Deliberate: at equal length too.
 }

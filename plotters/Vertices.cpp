@@ -83,20 +83,31 @@ void writeHResVertices(const double *pairs, const double *edges, int count, SHRe
     }
 }
 
-void appendBarIndices(QVector<uint> &indices, int present, int count)
+void appendBarIndices(QVector<uint> &indices, int first, int end)
 {
-    indices.reserve(6 * count);
-    for (int done = present; done < count; done += seriesPortion) {
-        const int end = std::min(done + seriesPortion, count);
-        uint *index = portionAt(indices, 6 * done, 6 * (end - done));
-        for (int i = done; i < end; ++i, index += 6) {
-            const uint corner = 4u * uint(i);
+    while (first < end) {
+        const int portionEnd = std::min(first + seriesPortion, end);
+        uint *index = portionAt(indices, indices.size(), 6 * (portionEnd - first));
+        for (; first < portionEnd; ++first, index += 6) {
+            const uint corner = 4u * uint(first);
             index[0] = corner + 1;
             index[1] = corner + 2;
             index[2] = corner;
             index[3] = corner + 1;
             index[4] = corner + 2;
             index[5] = corner + 3;
+        }
+    }
+}
+
+void appendBarNumbers(QVector<float> &numbers, int first, int end)
+{
+    while (first < end) {
+        const int portionEnd = std::min(first + seriesPortion, end);
+        float *number = portionAt(numbers, numbers.size(), 4 * (portionEnd - first));
+        for (; first < portionEnd; ++first, number += 4) {
+            number[0] = number[2] = float(first);
+            number[1] = number[3] = float(first + 1);
         }
     }
 }

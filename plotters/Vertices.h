@@ -19,6 +19,10 @@ void writeAreaVertices(const double *values, int first, int count, QVector2D *fi
 /// are (width, value), `edges` the positions of the bars' count + 1 edges.
 void writeHResVertices(const double *pairs, const double *edges, int count, SHResVertex *corners);
 
-/// Appends the six indices of each bar from number `present` on, whose four corners follow those of the bar before, until
-/// there are `count` bars: two triangles that cover the bar.
-void appendBarIndices(QVector<uint> &indices, int present, int count);
+/// Appends six indices for each bar from number `first` to one before `end`, two triangles that cover it. The corners of
+/// bar i are 4i to 4i + 3. The caller reserves the room.
+void appendBarIndices(QVector<uint> &indices, int first, int end);
+
+/// Appends four numbers for each bar i from number `first` to one before `end`, one per corner: i, i + 1, i, i + 1. The
+/// caller reserves the room.
+void appendBarNumbers(QVector<float> &numbers, int first, int end);

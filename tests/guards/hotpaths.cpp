@@ -8,6 +8,7 @@
 #include "plotters/BarPlotterDx.h"
 #include "plotters/SlotRange.h"
 #include "plotters/Vertices.h"
+#include "plotters/VisibleBars.h"
 #include "sources/NumberLines.h"
 
 #include <QBuffer>
@@ -63,6 +64,7 @@ void countSeries(const QVector<double> &series)
     copy.detach();
     count("sameSeries", [&] { sink = sameSeries(series, copy); });
     count("maximumFromZero", [&] { sink = maximumFromZero(series.constData(), values); });
+    count("finiteInSingle", [&] { sink = finiteInSingle(series.constData(), values); });
     count("firstMaximum", [&] { sink = firstMaximum(series.constData(), values); });
 
     BlockMaxima maxima;
@@ -109,6 +111,8 @@ void countQueries(const QVector<double> &series)
     count("BarEdges::of", [&] { edges = BarEdges::of(series, 0.0); });
     count("BarEdges::edgeAtOrBeyond", [&] { sink = edges.edgeAtOrBeyond(0.61 * edges.total()); });
     count("BarEdges::maximumIn", [&] { sink = edges.maximumIn(7, values / 2 - 7); });
+    const SBarRow row{-1.0f, 2.0f / 10'000'000, 0, 10'000'000};
+    count("barsOnPixelCentres", [&] { sink = barsOnPixelCentres(row, {1000, 8}).size(); });
     count("slotAt", [&] { sink = slotAt(QRectF(0.0, 0.0, values, 1.0), values, 0.61 * values); });
 }
 
