@@ -10,6 +10,8 @@ struct SBarRange
 {
     int first = 0;
     int end = 0;
+
+    friend bool operator==(const SBarRange &a, const SBarRange &b) { return a.first == b.first && a.end == b.end; }
 };
 
 /// The positions of bars of individual widths that follow each other: bar k lies between edge k and edge k + 1, and

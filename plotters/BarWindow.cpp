@@ -67,10 +67,8 @@ void BarWindow::draw(const QVector<double> &series, const QVector<SBarRange> &ra
 
 bool BarWindow::isUploaded(const QVector<double> &series, const QVector<SBarRange> &ranges) const
 {
-    const auto same = [](const SBarRange &a, const SBarRange &b) { return a.first == b.first && a.end == b.end; };
     return !m_ranges.isEmpty() && m_heightBuffer.isCreated() && m_series.constData() == series.constData()
-        && m_series.size() == series.size() && m_ranges.size() == ranges.size()
-        && std::equal(ranges.cbegin(), ranges.cend(), m_ranges.cbegin(), same);
+        && m_series.size() == series.size() && m_ranges == ranges;
 }
 
 void BarWindow::createBuffers()

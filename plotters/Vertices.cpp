@@ -13,7 +13,6 @@ namespace {
 
 using ValuePair = double __attribute__((vector_size(16)));
 using FloatPair = float __attribute__((vector_size(8)));
-using IndexPair = int __attribute__((vector_size(8)));
 using FourFloats = float __attribute__((vector_size(16)));
 
 static_assert(sizeof(QVector2D) == sizeof(FloatPair), "two floats");
@@ -46,23 +45,31 @@ void writeBarHeights(const double *values, int count, float *heights)
     }
 }
 
-void writeAreaVertices(const double *values, int first, int count, QVector2D *fill, QVector2D *border)
+void writeFillVertices(const double *values, int first, int count, QVector2D *fill)
 {
     int i = 0;
-    for (; i + 2 <= count; i += 2, fill += 4, border += 2) {
-        const FloatPair x = __builtin_convertvector(IndexPair{first + i, first + i + 1}, FloatPair);
+    for (; i + 2 <= count; i += 2, fill += 4) {
         const FloatPair y = roundedPair(values + i);
-        const FourFloats line = __builtin_shufflevector(x, y, 0, 2, 1, 3);
-        store(fill, FourFloats{line[0], 0.0f, line[0], line[1]});
-        store(fill + 2, FourFloats{line[2], 0.0f, line[2], line[3]});
-        store(border, line);
+        const float left = float(first + i);
+        const float right = float(first + i + 1);
+        store(fill, FourFloats{left, 0.0f, left, y[0]});
+        store(fill + 2, FourFloats{right, 0.0f, right, y[1]});
     }
     if (i < count) {
         const float x = float(first + i);
-        const float y = float(values[i]);
-        fill[0] = QVector2D(x, 0.0f);
-        fill[1] = border[0] = QVector2D(x, y);
+        store(fill, FourFloats{x, 0.0f, x, float(values[i])});
     }
+}
+
+void writeBorderVertices(const double *values, int first, int count, QVector2D *border)
+{
+    int i = 0;
+    for (; i + 2 <= count; i += 2, border += 2) {
+        const FloatPair y = roundedPair(values + i);
+        store(border, FourFloats{float(first + i), y[0], float(first + i + 1), y[1]});
+    }
+    if (i < count)
+        border[0] = QVector2D(float(first + i), float(values[i]));
 }
 
 void writeHResVertices(const double *pairs, const double *edges, int count, SHResVertex *corners)

@@ -11,9 +11,11 @@ struct SHResVertex;
 /// Four heights for each of `count` bars: 0, 0, value, value.
 void writeBarHeights(const double *values, int count, float *heights);
 
-/// For `count` points from number `first` on: two vertices of the fill, (i, 0) and (i, value), and one of the border,
-/// (i, value).
-void writeAreaVertices(const double *values, int first, int count, QVector2D *fill, QVector2D *border);
+/// Two vertices of the fill for each of `count` points from number `first` on: (i, 0) and (i, value).
+void writeFillVertices(const double *values, int first, int count, QVector2D *fill);
+
+/// One vertex of the border for each of `count` points from number `first` on: (i, value).
+void writeBorderVertices(const double *values, int first, int count, QVector2D *border);
 
 /// Four corners for each of `count` bars of individual widths: bottom left, bottom right, top left, top right. `pairs`
 /// are (width, value), `edges` the positions of the bars' count + 1 edges.

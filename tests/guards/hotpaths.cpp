@@ -93,7 +93,8 @@ void countVertices(const QVector<double> &series)
 
     QVector<QVector2D> fill(2 * values);
     QVector<QVector2D> border(values);
-    count("writeAreaVertices", [&] { writeAreaVertices(series.constData(), 0, values, fill.data(), border.data()); });
+    count("writeFillVertices", [&] { writeFillVertices(series.constData(), 0, values, fill.data()); });
+    count("writeBorderVertices", [&] { writeBorderVertices(series.constData(), 0, values, border.data()); });
 
     QVector<SHResVertex> corners(4 * (values / 2));
     count("writeHResVertices", [&] {

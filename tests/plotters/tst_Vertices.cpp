@@ -64,7 +64,8 @@ void tst_Vertices::anAreaHasTwoFillVerticesAndOneOfTheBorderPerPoint()
     const double values[] = {1.0, 3.0, 2.0};
     QVector<QVector2D> fill(6);
     QVector<QVector2D> border(3);
-    writeAreaVertices(values, 10, 3, fill.data(), border.data());
+    writeFillVertices(values, 10, 3, fill.data());
+    writeBorderVertices(values, 10, 3, border.data());
     QCOMPARE(fill, (QVector<QVector2D>{{10, 0}, {10, 1}, {11, 0}, {11, 3}, {12, 0}, {12, 2}}));
     QCOMPARE(border, (QVector<QVector2D>{{10, 1}, {11, 3}, {12, 2}}));
 }
@@ -85,8 +86,8 @@ void tst_Vertices::areaVerticesHaveTheBitsOfThePlainLoop()
         }
         QVector<float> fill(4 * series.size());
         QVector<float> border(2 * series.size());
-        writeAreaVertices(series.constData(), first, series.size(), reinterpret_cast<QVector2D *>(fill.data()),
-                          reinterpret_cast<QVector2D *>(border.data()));
+        writeFillVertices(series.constData(), first, series.size(), reinterpret_cast<QVector2D *>(fill.data()));
+        writeBorderVertices(series.constData(), first, series.size(), reinterpret_cast<QVector2D *>(border.data()));
         QCOMPARE(bitsOf(fill), bitsOf(expectedFill));
         QCOMPARE(bitsOf(border), bitsOf(expectedBorder));
     }
@@ -95,9 +96,8 @@ void tst_Vertices::areaVerticesHaveTheBitsOfThePlainLoop()
 void tst_Vertices::pointNumbersAreRoundedToSinglePrecision()
 {
     const double values[] = {1.0, 1.0, 1.0};
-    QVector<QVector2D> fill(6);
     QVector<QVector2D> border(3);
-    writeAreaVertices(values, 16'777'216, 3, fill.data(), border.data()); // 2^24: odd numbers have no float any more
+    writeBorderVertices(values, 16'777'216, 3, border.data()); // 2^24: odd numbers have no float any more
     QCOMPARE(border, (QVector<QVector2D>{{16777216.0f, 1}, {16777216.0f, 1}, {16777218.0f, 1}}));
 }
 
