@@ -4,6 +4,9 @@
 #include "common/Lanes.h"
 
 #include <algorithm>
+#include <climits>
+#include <cstring>
+#include <limits>
 
 namespace {
 
@@ -48,4 +51,25 @@ double *extend(QVector<double> &series, int count)
     const int size = series.size();
     series.resize(size + count);
     return series.data() + size;
+}
+
+bool finiteInSingle(const double *values, int count)
+{
+    constexpr double largest = std::numeric_limits<float>::max(); // what is above may still round to it; never mind
+    qint64 largestBits;
+    std::memcpy(&largestBits, &largest, sizeof largestBits);
+    // Without their sign, doubles ascend like their bits, with infinity and then the NaNs at the end.
+    const LaneTruths most{largestBits, largestBits};
+    const LaneTruths unsignedBits{LLONG_MAX, LLONG_MAX};
+    LaneTruths missing{}; // negative where a value was beyond
+    int i = 0;
+    for (; i <= count - lanes; i += lanes) {
+        LaneTruths bits;
+        std::memcpy(&bits, values + i, sizeof bits);
+        missing |= most - (bits & unsignedBits);
+    }
+    bool all = missing[0] >= 0 && missing[1] >= 0;
+    for (; i < count; ++i)
+        all &= values[i] <= largest && values[i] >= -largest;
+    return all;
 }

@@ -54,6 +54,9 @@ T *portionAt(QVector<T> &storage, int begin, int count)
     return storage.data() + begin;
 }
 
+/// Whether each of `count` values is finite in single precision.
+bool finiteInSingle(const double *values, int count);
+
 // Largest values. A value replaces the maximum only when it is strictly greater, so a NaN never does.
 
 /// The largest of `count` values and 0.0.

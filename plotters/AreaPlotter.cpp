@@ -3,7 +3,7 @@
 
 #include "common/BlockMaxima.h"
 #include "common/Change.h"
-#include "plotters/SlotVertices.h"
+#include "plotters/Vertices.h"
 
 #include <QDebug>
 
@@ -76,20 +76,30 @@ const QVector<SAttributeDefinition> AreaPlotter::declareArributeArray()
 
 // arrays: GUI thread, or render thread while the GUI thread is blocked
 
+bool AreaPlotter::isLong() const
+{
+    return m_data.size() > wholeSeries && m_data.size() <= maximumPoints;
+}
+
 bool AreaPlotter::__update_vertex()
 {
     if (m_data.size() > maximumPoints)
         qWarning() << "AreaPlotter draws at most" << maximumPoints << "points, not" << m_data.size();
     const QVector<double> series = m_data.size() <= maximumPoints ? m_data : QVector<double>();
-    const int size = series.size();
-    if (m_fillVertices.size() != 4 * size)
-        restart(m_fillVertices, 4 * size);
-    prepare(m_borderVertices, size);
+    const int whole = isLong() ? 0 : series.size();
+    if (m_fillVertices.size() != 4 * whole)
+        restart(m_fillVertices, 4 * whole);
+    prepare(m_borderVertices, whole);
+    m_finite = true;
     const BlockMaxima maxima = BlockMaxima::of(series, [&](int start, int count) {
-        QVector2D *fill = portionAt(m_fillVertices, 2 * start, 2 * count);
-        writeAreaVertices(series.constData() + start, start, count, fill, portionAt(m_borderVertices, start, count));
+        const double *values = series.constData() + start;
+        m_finite &= finiteInSingle(values, count);
+        if (whole == 0)
+            return;
+        writeFillVertices(values, start, count, portionAt(m_fillVertices, 2 * start, 2 * count));
+        writeBorderVertices(values, start, count, portionAt(m_borderVertices, start, count));
     });
-    m_fillVertices.resize(4 * size); // zeros; at equal length they are there
+    m_fillVertices.resize(4 * whole); // zeros; at equal length they are there
     m_plotterArea.setHeight(maxima.maximum()); // Deliberate: without a signal.
     keepMaxima(maxima);
     m_dirtyFlags |= borderDataDirty;

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "plotters/BarEdges.h"
 #include "plotters/IPlotter1D.h"
 
+#include <QMatrix4x4>
 #include <QVector2D>
 
 /// The area between 0 and the line through the points (i, value i), with an optional border line and vertical gradient.
@@ -23,6 +25,8 @@ class AreaPlotter : public IPlotter1D
     Q_PROPERTY(QColor gradientColor READ gradientColor WRITE setGradientColor NOTIFY gradientColorChanged)
 
 public:
+    /// Of a longer series only the vertices that can be seen are uploaded, when they are drawn.
+    static constexpr int wholeSeries = 65'536;
     /// The fill vertices of more points would pass the 2 GiB that a container holds.
     static constexpr int maximumPoints = 60'000'000;
 
@@ -65,8 +69,23 @@ private:
         QColor borderColor;
         bool borderEnable = false;
         QColor bottomColor;
+        QVector<double> series; ///< a long one, which is drawn by parts
+        bool finite = false;    ///< every value of it is, in single precision
+    };
+    /// What is in the buffers of a series that is drawn by parts.
+    struct SUploadedPart
+    {
+        QVector<double> series;
+        QVector<SBarRange> spans; ///< of the fill: span i lies between point i and the next
+        SBarRange line;           ///< points of the border
     };
 
+    bool isLong() const;
+    void uploadParts(QVector<SRenderLayerDefinition> &layers, const SBarRange &points);
+    void uploadFill(const QVector<SBarRange> &spans);
+    void uploadBorder(const SBarRange &points);
+    QVector<SBarRange> visibleSpans(const SBarRange &points) const;
+    QMatrix4x4 matrix() const;
     void appendLayers(QVector<SRenderLayerDefinition> &layers) const;
 
     QVector<QVector2D> m_borderVertices; ///< one per point
@@ -76,6 +95,10 @@ private:
     bool m_borderEnable = true;
     bool m_enableGradient = false;
     QColor m_gradientColor{7, 203, 242, 255};
+    bool m_finite = false; ///< every value of the series is, in single precision
     SAreaFrame m_shown; ///< written by sync_buffers(), read by the drawing hooks
+    SUploadedPart m_uploaded;              ///< render thread
+    QVector<QVector2D> m_partVertices;     ///< render thread: on their way into a buffer
+    int m_fillCount = 0;                   ///< render thread: vertices of the part in the buffer
     QRectF m_shownView; ///< render thread
 };

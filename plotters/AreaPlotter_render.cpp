@@ -1,15 +1,28 @@
 // SPDX-License-Identifier: MIT
 #include "plotters/AreaPlotter.h"
 
+#include "common/Series.h"
 #include "plotters/SlotRange.h"
+#include "plotters/Vertices.h"
+#include "plotters/VisibleBars.h"
 
-#include <QMatrix4x4>
+#include <QOpenGLContext>
+#include <QOpenGLFunctions>
 #include <QOpenGLShaderProgram>
 #include <QVector3D>
+
+#include <algorithm>
 
 namespace {
 
 enum Layer { FillLayer = 0, BorderLayer = 1 };
+
+void upload(QOpenGLBuffer &buffer, const QVector<QVector2D> &vertices)
+{
+    buffer.bind();
+    buffer.allocate(vertices.constData(), vertices.size() * int(sizeof(QVector2D)));
+    buffer.release();
+}
 
 } // namespace
 
@@ -17,9 +30,17 @@ enum Layer { FillLayer = 0, BorderLayer = 1 };
 
 void AreaPlotter::sync_buffers()
 {
+    const bool kept = m_dirtyFlags == 0 && wasSynchronizedHere() && m_buffers.value(0).isCreated();
+    if (!kept)
+        m_uploaded = {}; // what the base uploads takes its place
     IPlotter::sync_buffers();
-    m_shown = {m_borderVertices.size(), m_borderWidth, m_borderColor, m_borderEnable,
-               m_enableGradient ? m_gradientColor : m_color};
+    m_shown = {isLong() ? m_data.size() : m_borderVertices.size(),
+               m_borderWidth,
+               m_borderColor,
+               m_borderEnable,
+               m_enableGradient ? m_gradientColor : m_color,
+               isLong() ? m_data : QVector<double>(),
+               m_finite};
 }
 
 // called by draw(): render thread, GUI thread running
@@ -40,6 +61,76 @@ void AreaPlotter::_fetch_render_layers(QVector<SRenderLayerDefinition> &layers, 
     layers[BorderLayer].count = count;
     if (!m_shown.borderEnable)
         layers[BorderLayer].mode = 0;
+    if (!m_shown.series.isEmpty() && count > 0)
+        uploadParts(layers, {start, start + count});
+}
+
+// a long series: the buffers hold what the frame shows
+
+void AreaPlotter::uploadParts(QVector<SRenderLayerDefinition> &layers, const SBarRange &points)
+{
+    if (m_uploaded.series.constData() != m_shown.series.constData()) {
+        m_uploaded = {};
+        m_uploaded.series = m_shown.series;
+    }
+    const QVector<SBarRange> spans = visibleSpans(points);
+    if (spans != m_uploaded.spans) {
+        m_uploaded.spans = spans;
+        uploadFill(spans);
+    }
+    layers[FillLayer].first = 0;
+    layers[FillLayer].count = m_fillCount;
+    if (layers.at(BorderLayer).mode == 0)
+        return;
+    if (!(points == m_uploaded.line)) {
+        m_uploaded.line = points;
+        uploadBorder(points);
+    }
+    layers[BorderLayer].first = 0;
+}
+
+QVector<SBarRange> AreaPlotter::visibleSpans(const SBarRange &points) const
+{
+    const SBarRange all{points.first, std::max(points.end - 1, points.first)};
+    if (!m_shown.finite) // where a corner at infinity leaves marks is up to the rasteriser
+        return {all};
+    const QMatrix4x4 placed = matrix();
+    const SBarRow row{placed(0, 2) + placed(0, 3), placed(0, 0), all.first, all.end};
+    const QVector<SBarRange> visible = barsOnPixelCentres(row, currentPixelRow(*QOpenGLContext::currentContext()->functions()));
+    return visible.isEmpty() ? QVector<SBarRange>{all} : visible;
+}
+
+/// Strips with an even number of vertices each, tied by triangles without area: every other triangle keeps its order.
+void AreaPlotter::uploadFill(const QVector<SBarRange> &spans)
+{
+    int count = 0;
+    for (const SBarRange &span : spans)
+        count += 2 * (span.end - span.first + 1) + 2;
+    restart(m_partVertices, count);
+    for (const SBarRange &span : spans) {
+        const int points = span.end - span.first + 1;
+        const int tie = m_partVertices.isEmpty() ? 0 : 2;
+        QVector2D *vertex = portionAt(m_partVertices, m_partVertices.size(), 2 * points + tie);
+        writeFillVertices(m_shown.series.constData() + span.first, span.first, points, vertex + tie);
+        if (tie != 0) {
+            vertex[0] = vertex[-1];
+            vertex[1] = vertex[2];
+        }
+    }
+    m_fillCount = m_partVertices.size();
+    upload(m_buffers[0], m_partVertices);
+}
+
+void AreaPlotter::uploadBorder(const SBarRange &points)
+{
+    const int count = points.end - points.first;
+    restart(m_partVertices, count);
+    for (int done = 0; done < count; done += seriesPortion) {
+        const int portion = std::min(seriesPortion, count - done);
+        const int first = points.first + done;
+        writeBorderVertices(m_shown.series.constData() + first, first, portion, portionAt(m_partVertices, done, portion));
+    }
+    upload(m_buffers[1], m_partVertices);
 }
 
 void AreaPlotter::appendLayers(QVector<SRenderLayerDefinition> &layers) const
@@ -62,17 +153,23 @@ void AreaPlotter::appendLayers(QVector<SRenderLayerDefinition> &layers) const
 
 void AreaPlotter::_update_uniforms(QOpenGLShaderProgram &program, const SRenderLayerDefinition &layer)
 {
-    const double slotWidth = frame().plotterArea.width() / m_shown.points;
-    QMatrix4x4 projection;
-    projection.ortho(m_shownView);
-    QMatrix4x4 model;
-    model.translate(QVector3D(float(frame().plotterArea.left() + frame().xOffset), 0.0f, 0.0f));
-    model.scale(QVector3D(float(slotWidth), 1.0f, 1.0f));
-    program.setUniformValue("matrix", projection * model);
+    program.setUniformValue("matrix", matrix());
     if (layer.order != FillLayer) {
         program.setUniformValue("color", m_shown.borderColor);
     } else {
         program.setUniformValue("color_top", frame().color);
         program.setUniformValue("color_bot", m_shown.bottomColor);
     }
+}
+
+/// From (number of the point, value) to normalised device coordinates.
+QMatrix4x4 AreaPlotter::matrix() const
+{
+    const double slotWidth = frame().plotterArea.width() / m_shown.points;
+    QMatrix4x4 projection;
+    projection.ortho(m_shownView);
+    QMatrix4x4 model;
+    model.translate(QVector3D(float(frame().plotterArea.left() + frame().xOffset), 0.0f, 0.0f));
+    model.scale(QVector3D(float(slotWidth), 1.0f, 1.0f));
+    return projection * model;
 }

@@ -3,7 +3,7 @@
 
 #include "common/BlockMaxima.h"
 #include "plotters/BarPlotter_p.h"
-#include "plotters/SlotVertices.h"
+#include "plotters/Vertices.h"
 
 #include <QDebug>
 
@@ -18,20 +18,6 @@ void writeBarPoints(const double *values, int count, float *points, int pointsPe
         std::transform(values, values + count, points, [](double value) { return float(value); });
     else
         writeBarHeights(values, count, points);
-}
-
-/// Appends the numbers of the corners of bars `present` to `count` - 1.
-void appendBarNumbers(QVector<float> &numbers, int present, int count)
-{
-    numbers.reserve(4 * count);
-    for (int done = present; done < count; done += seriesPortion) {
-        const int end = std::min(done + seriesPortion, count);
-        float *number = portionAt(numbers, 4 * done, 4 * (end - done));
-        for (int i = done; i < end; ++i, number += 4) {
-            number[0] = number[2] = float(i);
-            number[1] = number[3] = float(i + 1);
-        }
-    }
 }
 
 } // namespace
@@ -86,16 +72,25 @@ void BarPlotter::buildArrays()
     buildIndices();
 }
 
+bool BarPlotter::isLong() const
+{
+    return drawableBars() > wholeSeries && barModeHasVertexIds(barShaderMode());
+}
+
 void BarPlotter::buildVertices()
 {
     const QMutexLocker lock(&m_dataMutex);
     m_barDirty |= vertexDataDirty;
     const int pointsPerBar = barModeHasIndices(barShaderMode()) ? 4 : 1;
     const QVector<double> series = drawableBars() > 0 ? m_data : QVector<double>();
-    prepare(m_points, pointsPerBar * series.size());
+    const bool whole = !isLong();
+    m_finite = true;
+    prepare(m_points, whole ? pointsPerBar * series.size() : 0);
     const BlockMaxima maxima = BlockMaxima::of(series, [&](int start, int count) {
-        float *points = portionAt(m_points, pointsPerBar * start, pointsPerBar * count);
-        writeBarPoints(series.constData() + start, count, points, pointsPerBar);
+        const double *values = series.constData() + start;
+        m_finite &= finiteInSingle(values, count);
+        if (whole)
+            writeBarPoints(values, count, portionAt(m_points, pointsPerBar * start, pointsPerBar * count), pointsPerBar);
     });
     m_plotterArea.setHeight(maxima.maximum()); // Deliberate: without a signal.
     keepMaxima(maxima);
@@ -105,11 +100,14 @@ void BarPlotter::buildIndices()
 {
     const int mode = barShaderMode();
     const int count = drawableBars();
-    if (!barModeHasIndices(mode) || m_indices.size() > 6 * count)
+    if (!barModeHasIndices(mode) || isLong() || m_indices.size() > 6 * count)
         return;
     m_barDirty |= indexDataDirty; // Deliberate: at equal length too.
     const int present = m_indices.size() / 6;
+    m_indices.reserve(6 * count);
     appendBarIndices(m_indices, present, count);
-    if (barModeHasVertexIds(mode))
-        appendBarNumbers(m_vertexIds, present, count);
+    if (!barModeHasVertexIds(mode))
+        return;
+    m_vertexIds.reserve(4 * count);
+    appendBarNumbers(m_vertexIds, present, count);
 }

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "plotters/BarWindow.h"
 #include "plotters/IPlotter1D.h"
+#include "plotters/VisibleBars.h"
 
 /// Adjacent vertical bars of one colour, one per value, between 0 and the value.
 ///
@@ -15,6 +17,9 @@ class BarPlotter : public IPlotter1D
 public:
     /// The index buffer of more bars would pass the 2 GiB that a container holds.
     static constexpr int maximumBars = 80'000'000;
+
+    /// Of a longer series only the bars that can be seen are uploaded, when they are drawn.
+    static constexpr int wholeSeries = 8192;
 
     explicit BarPlotter(QObject *parent = nullptr);
     ~BarPlotter() override;
@@ -32,11 +37,14 @@ private:
     void buildVertices();
     void buildIndices();
     int drawableBars() const;
+    bool isLong() const;
 
     // render thread
     void createBuffers();
     void uploadPoints();
     void uploadIndices();
+    void drawWhole(const SBarRow &row, QOpenGLShaderProgram &program, QOpenGLFunctions &gl);
+    void drawParts(const SBarRow &row, QOpenGLShaderProgram &program, QOpenGLFunctions &gl);
     void bindAttributes(QOpenGLShaderProgram &program, int mode);
     void releaseAttributes(QOpenGLShaderProgram &program, int mode);
 
@@ -49,4 +57,8 @@ private:
     uint m_barDirty = 0;
     bool m_glReady = false;
     int m_barCount = 0;          ///< bars in the buffers
+    bool m_finite = false;       ///< every value of the series is, in single precision
+    bool m_shownFinite = false;  ///< the same for what is drawn
+    QVector<double> m_shownSeries; ///< a long one, which is drawn by parts: written by sync_buffers(), read while drawing
+    BarWindow m_window;            ///< render thread
 };

@@ -3,7 +3,8 @@
 
 #include "common/Compare.h"
 #include "common/Index.h"
-#include "plotters/SlotVertices.h"
+#include "common/Series.h"
+#include "plotters/Vertices.h"
 
 #include <QDebug>
 
@@ -42,11 +43,17 @@ int BarPlotterDx::_index_at(double x) const
         return 0;
     if (fuzzyEqual(x, m_plotterArea.right()))
         return count;
-    int index = -1;
-    double rightEdge = m_plotterArea.left();
-    while (x > rightEdge && index < count - 1) // widths may not add up to the width, or be no numbers at all
-        rightEdge += m_data.at(2 * ++index);
-    return index;
+    return edgesFrom(m_plotterArea.left()).edgeAtOrBeyond(x) - 1;
+}
+
+const BarEdges &BarPlotterDx::edgesFrom(double start) const
+{
+    const double position = start + 0.0; // one zero of the two
+    if (m_edges.isOf(m_data, position))
+        return m_edges;
+    if (!m_queryEdges.isOf(m_data, position))
+        m_queryEdges = BarEdges::of(m_data, position);
+    return m_queryEdges;
 }
 
 int BarPlotterDx::__start_index(const QRectF &area) const
@@ -64,13 +71,9 @@ double BarPlotterDx::max_in(const QRectF &area) const
     const QRectF shared = area.intersected(m_plotterArea);
     if (shared.isEmpty() || m_data.isEmpty())
         return 0.0;
-    double maximum = 0.0;
-    const int end = __end_index(shared);
-    for (int bar = __start_index(shared); bar < end; ++bar) {
-        if (m_data.at(2 * bar + 1) > maximum)
-            maximum = m_data.at(2 * bar + 1);
-    }
-    return maximum;
+    const int start = __start_index(shared);
+    const int end = std::min(__end_index(shared), barCount());
+    return start < end ? edgesFrom(m_plotterArea.left()).maximumIn(start, end) : 0.0;
 }
 
 const QRectF BarPlotterDx::area_at(const QPointF &point) const
@@ -101,6 +104,8 @@ SInfoPoint BarPlotterDx::mouse_hovering(const QPointF &point) const
 
 double BarPlotterDx::__dx_from_to(int from, int to) const
 {
+    if (from == 0)
+        return edgesFrom(0.0).edge(to + 1);
     double sum = 0.0;
     for (int bar = from; bar <= to; ++bar)
         sum += m_data.at(2 * bar);
@@ -126,27 +131,17 @@ bool BarPlotterDx::__update_vertex()
     if (m_data.size() > maximumNumbers)
         qWarning() << "BarPlotterDx draws at most" << maximumNumbers << "numbers, not" << m_data.size();
     const int count = drawableNumbers(m_data);
-    if (m_vertexArray.size() != 4 * count) {
-        m_vertexArray.clear();
-        m_vertexArray.resize(4 * count);
-    } // at equal length the half that is never drawn is zero already
-
-    double maximum = count > 1 ? m_data.at(1) : 0.0; // the first value, not 0: all may be negative
-    SHResVertex *corner = m_vertexArray.data();
-    float most = 0.0f; // the parts of the left edge, which is the right edge of the bar before
-    float least = 0.0f;
-    m_edges = BarEdges::of(count > 0 ? m_data : QVector<double>(), [&](double right, double value) {
-        const float rightMost = float(right);
-        const float rightLeast = float(right - double(rightMost));
-        corner[0] = {most, least, 0.0f};
-        corner[1] = {rightMost, rightLeast, 0.0f};
-        corner[2] = {most, least, float(value)};
-        corner[3] = {rightMost, rightLeast, float(value)};
-        corner += 4;
-        most = rightMost;
-        least = rightLeast;
-        maximum = value > maximum ? value : maximum; // a NaN never is
+    if (m_vertexArray.size() != 4 * count)
+        restart(m_vertexArray, 4 * count);
+    const QVector<double> series = count > 0 ? m_data : QVector<double>();
+    double maximum = count > 1 ? series.at(1) : 0.0; // the first value, not 0: all may be negative
+    m_edges = BarEdges::of(series, 0.0, [&](int first, int bars, const double *edges) {
+        const double *pairs = series.constData() + 2 * first;
+        writeHResVertices(pairs, edges, bars, portionAt(m_vertexArray, 4 * first, 4 * bars));
+        for (int bar = 0; bar < bars; ++bar)
+            maximum = pairs[2 * bar + 1] > maximum ? pairs[2 * bar + 1] : maximum; // a NaN never is
     });
+    m_vertexArray.resize(4 * count); // zeros; at equal length they are there
     m_plotterArea.setHeight(maximum); // Deliberate: without signals.
     m_plotterArea.setWidth(m_edges.total());
     return true;
@@ -157,6 +152,7 @@ bool BarPlotterDx::__update_index()
     const int count = drawableNumbers(m_data);
     if (m_indexArray.size() > 6 * count)
         return false;
+    m_indexArray.reserve(6 * count);
     appendBarIndices(m_indexArray, m_indexArray.size() / 6, count); // those present do not depend on the values
     return true; // Deliberate: at equal length too.
 }

@@ -19,7 +19,7 @@ Q_DECLARE_TYPEINFO(SHResVertex, Q_PRIMITIVE_TYPE);
 ///
 /// The series holds pairs (width, value); a last number without partner is no bar. The bars begin at plotterArea.left;
 /// width and height of plotterArea belong to the data, only its position can be set. xOffset is not used. More than
-/// maximumNumbers numbers are not drawn. Queries scan the bars from the left.
+/// maximumNumbers numbers are not drawn.
 class VORLIX_EXPORT BarPlotterDx : public IPlotter1D
 {
     Q_OBJECT
@@ -54,13 +54,15 @@ public:
 private:
     int barCount() const { return m_data.size() / 2; }
     double __dx_from_to(int from, int to) const;
+    const BarEdges &edgesFrom(double start) const;
     void __update_draw_index(const QRectF &viewArea);
 
     QVector<SHResVertex> m_vertexArray; ///< four per number, that is twice what the bars use; the rest is zero
     QVector<uint> m_indexArray;         ///< six per number; never shrinks
     int m_drawStart = 0;                ///< render thread
     int m_drawEnd = 0;                  ///< render thread
-    BarEdges m_edges;                   ///< of the bars in the vertex array
+    BarEdges m_edges;                   ///< of the bars in the vertex array, from 0
+    mutable BarEdges m_queryEdges;      ///< of the series, or of one that is no longer there: what queries made last
     BarEdges m_shownEdges;              ///< of the bars in the buffers: written by sync_buffers(), read while drawing
     QRectF m_shownView;                 ///< render thread
 };

@@ -79,6 +79,7 @@ void BarPlotter::sync_buffers()
 void BarPlotter::createBuffers()
 {
     m_barDirty |= vertexDataDirty | indexDataDirty;
+    m_window = BarWindow();
     m_pointBuffer = QOpenGLBuffer(QOpenGLBuffer::VertexBuffer);
     m_pointBuffer.setUsagePattern(QOpenGLBuffer::DynamicDraw);
     m_pointBuffer.create();
@@ -99,7 +100,9 @@ void BarPlotter::uploadPoints()
 {
     m_barDirty &= ~vertexDataDirty;
     const QMutexLocker lock(&m_dataMutex);
-    m_barCount = barModeHasIndices(barShaderMode()) ? m_points.size() / 4 : m_points.size();
+    m_barCount = drawableBars();
+    m_shownFinite = m_finite;
+    m_shownSeries = isLong() ? m_data : QVector<double>();
     m_pointBuffer.bind();
     m_pointBuffer.allocate(m_points.constData(), m_points.size() * int(sizeof(float)));
     m_pointBuffer.release();
@@ -137,24 +140,46 @@ void BarPlotter::draw(const QRectF &viewArea)
     QOpenGLShaderProgram &program = shared.program();
     program.bind();
     program.setUniformValue("bar_color", frame().color);
-    program.setUniformValue("screen_dx", float(2.0 * (barWidth / viewArea.width())));
-    program.setUniformValue("screen_x", float(2.0 * ((extent.left() - viewArea.left()) / viewArea.width()) - 1.0));
+    const SBarRow row{float(2.0 * ((extent.left() - viewArea.left()) / viewArea.width()) - 1.0),
+                      float(2.0 * (barWidth / viewArea.width())), first, last};
+    program.setUniformValue("screen_dx", row.step);
+    program.setUniformValue("screen_x", row.start);
     program.setUniformValue("screen_dy", float(viewArea.height() * 0.5));
 
     QOpenGLFunctions &gl = *QOpenGLContext::currentContext()->functions();
+    if (m_shownSeries.isEmpty())
+        drawWhole(row, program, gl);
+    else
+        drawParts(row, program, gl);
+}
+
+void BarPlotter::drawWhole(const SBarRow &row, QOpenGLShaderProgram &program, QOpenGLFunctions &gl)
+{
     const int mode = barShaderMode();
+    const int count = row.end - row.first;
     bindAttributes(program, mode);
     if (barModeHasIndices(mode)) {
         constexpr int indicesPerBar = 6;
         m_indexBuffer.bind();
-        gl.glDrawElements(GL_TRIANGLES, (last - first) * indicesPerBar, GL_UNSIGNED_INT,
-                          reinterpret_cast<const void *>(quintptr(first) * indicesPerBar * sizeof(uint)));
+        gl.glDrawElements(GL_TRIANGLES, count * indicesPerBar, GL_UNSIGNED_INT,
+                          reinterpret_cast<const void *>(quintptr(row.first) * indicesPerBar * sizeof(uint)));
         m_indexBuffer.release();
     } else {
-        gl.glDrawArrays(GL_POINTS, first, last - first);
+        gl.glDrawArrays(GL_POINTS, row.first, count);
     }
     reportGLError(gl);
     releaseAttributes(program, mode);
+}
+
+void BarPlotter::drawParts(const SBarRow &row, QOpenGLShaderProgram &program, QOpenGLFunctions &gl)
+{
+    QVector<SBarRange> visible;
+    if (m_shownFinite) // where a corner at infinity leaves marks is up to the rasteriser
+        visible = barsOnPixelCentres(row, currentPixelRow(gl));
+    if (visible.isEmpty())
+        visible = {{row.first, row.end}};
+    m_window.draw(m_shownSeries, visible, program, gl);
+    reportGLError(gl);
 }
 
 void BarPlotter::bindAttributes(QOpenGLShaderProgram &program, int mode)

@@ -140,7 +140,7 @@ private:
     {
         QElapsedTimer total;
         total.start();
-        for (int step = 1; step < zoomSteps && total.elapsed() < roundMs; ++step) {
+        for (int step = 1; step < zoomSteps(m_task.count) && total.elapsed() < roundMs; ++step) {
             if (!zoomTo(step))
                 return false;
             m_step = step;

@@ -49,6 +49,12 @@ QVector<double> testSeries(int count, int phase)
     return series;
 }
 
+int zoomSteps(int count)
+{
+    constexpr double fewest = 57.0; // values in the last view: two or three at each probe
+    return 1 + int(std::log(fewest / count) / std::log(zoomFactor));
+}
+
 SView zoomView(int step)
 {
     const double half = 0.5 * std::pow(zoomFactor, step);

@@ -19,8 +19,9 @@ struct SView
 /// Values in 0.0 to 1.0, the largest close to 1.0. `phase` is 0 or 1; each is the other's opposite.
 QVector<double> testSeries(int count, int phase);
 
-/// Zooming in on the middle: step 0 shows everything, each further one seven tenths of what the step before showed.
-constexpr int zoomSteps = 9;
+/// Zooming in on the middle: step 0 shows everything, each further one seven tenths of what the step before showed, down
+/// to some 60 of `count` values.
+int zoomSteps(int count);
 SView zoomView(int step);
 
 /// Whether the left probe must be high at `step`; the right one is the opposite.

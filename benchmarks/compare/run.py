@@ -34,9 +34,10 @@ CONTENDERS = (
 OURS = "VorlixPlugin, pyramid"
 ALONE = "VorlixPlugin, plotter alone"
 MEASURES = (
-    ("first frame", "First frame: from the series in memory to the picture on the screen"),
-    ("replace", "Replacing the whole series, to the picture"),
-    ("zoom step", "A zoom step over the same series, to the picture"),
+    ("first frame", statistics.median, "First frame: from the series in memory to the picture on the screen"),
+    ("replace", statistics.median, "Replacing the whole series, to the picture"),
+    ("zoom step", statistics.median, "A zoom step over the same series, to the picture"),
+    ("zoom step", max, "The slowest zoom step of a way from all values to 60 of them and back"),
 )
 
 
@@ -125,10 +126,10 @@ class Results:
         self.results = results
         self.by_key = {(one["contender"], one["kind"], one["count"]): one for one in results}
 
-    def value(self, contender, kind, count, what):
-        """The median, or None."""
+    def value(self, contender, kind, count, what, choose=statistics.median):
+        """The median, or what `choose` takes; None if there is none."""
         found = self.by_key.get((contender, kind, count), {}).get("found", {}).get(what)
-        return statistics.median(found) if found else None
+        return choose(found) if found else None
 
     def memory(self, contender, kind, count, what="memory"):
         """In multiples of the series, above the same contender with the shortest series; None if not measured."""
@@ -175,9 +176,9 @@ def print_tables(results):
     for kind in results.kinds():
         names = results.contenders(kind)
         print(f"\n### {kind.capitalize()}")
-        for what, title in MEASURES:
-            def time_of(name, size, what=what, kind=kind):
-                value = results.value(name, kind, size, what)
+        for what, choose, title in MEASURES:
+            def time_of(name, size, what=what, choose=choose, kind=kind):
+                value = results.value(name, kind, size, what, choose)
                 return results.failure(name, kind, size) if value is None else milliseconds(value)
 
             print_table(title, names, sizes, time_of)
@@ -196,7 +197,7 @@ def print_losses(results):
     print("\n### Where this module is not the fastest\n")
     lost = False
     for kind in results.kinds():
-        for what, _ in MEASURES:
+        for what in dict.fromkeys(what for what, _, _ in MEASURES):
             for size in results.sizes():
                 ours = results.value(OURS, kind, size, what)
                 others = [

@@ -56,6 +56,7 @@ private slots:
     void restartLeavesSharedValuesAlone();
     void extendAppendsZerosInPlace();
     void theLongestSeriesFitsIntoAVector();
+    void finiteInSingleKnowsInfinitiesAndNaN();
     void maximumStartsAtZero();
     void maximaHaveTheBitsOfThePlainLoop();
     void theFirstOfEqualMaximaStays();
@@ -159,6 +160,22 @@ void tst_Series::theLongestSeriesFitsIntoAVector()
     QVector<double> series;
     restart(series, longestSeries); // address space only: no page of it is written
     QCOMPARE(series.capacity(), longestSeries);
+}
+
+void tst_Series::finiteInSingleKnowsInfinitiesAndNaN()
+{
+    QVERIFY(finiteInSingle(nullptr, 0));
+    using Limits = std::numeric_limits<double>;
+    for (const double strange : {Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN(), 1e39, -1e300}) {
+        for (int size = 1; size < 10; ++size) {
+            for (int at = 0; at < size; ++at) {
+                QVector<double> series(size, -3e38);
+                QVERIFY(finiteInSingle(series.constData(), size));
+                series[at] = strange;
+                QVERIFY(!finiteInSingle(series.constData(), size));
+            }
+        }
+    }
 }
 
 void tst_Series::maximumStartsAtZero()

@@ -5,6 +5,9 @@
 #include <QtTest>
 
 #include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <iterator>
 #include <limits>
 
 namespace {
@@ -14,7 +17,7 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 BarEdges edgesOf(const QVector<double> &pairs)
 {
-    return BarEdges::of(pairs, [](double, double) {});
+    return BarEdges::of(pairs, 0.0);
 }
 
 /// The plain scan over all bars.
@@ -41,6 +44,41 @@ QVector<double> pairsOf(int count, Width &&width)
     return pairs;
 }
 
+/// A width of one of the kinds below.
+double widthOf(int kind, QRandomGenerator &random)
+{
+    const double plain = random.generateDouble();
+    const bool rare = random.bounded(40) == 0;
+    switch (kind) {
+    case 1:
+        return random.bounded(3) ? 0.0 : plain;
+    case 2:
+        return plain * std::pow(10.0, random.bounded(24) - 12);
+    case 3:
+        return rare ? -plain : plain;
+    case 4:
+        return rare ? notANumber : plain;
+    case 5:
+        return rare ? infinity : plain;
+    case 6:
+        return rare ? (random.bounded(2) ? infinity : -infinity) : plain;
+    default:
+        return plain;
+    }
+}
+
+void addWidthKinds()
+{
+    QTest::addColumn<int>("kind");
+    QTest::newRow("positive widths") << 0;
+    QTest::newRow("many of width zero") << 1;
+    QTest::newRow("very different widths") << 2;
+    QTest::newRow("some negative") << 3;
+    QTest::newRow("some no numbers") << 4;
+    QTest::newRow("some infinite") << 5;
+    QTest::newRow("infinities of both signs") << 6;
+}
+
 } // namespace
 
 class tst_BarEdges : public QObject
@@ -50,10 +88,14 @@ class tst_BarEdges : public QObject
 private slots:
     void nothingHasNoBars();
     void aNumberWithoutPartnerIsNoBar();
-    void barsAreVisitedInOrderWithTheirRightEdges();
+    void barsAreVisitedInOrderWithTheirEdges();
     void theRangeGoesFromTheBarOfTheLeftEdgeToThatOfTheRight();
     void theRangeIsWhatAScanFinds_data();
     void theRangeIsWhatAScanFinds();
+    void edgesAreFoundAndAddedAsAScanDoes_data();
+    void edgesAreFoundAndAddedAsAScanDoes();
+    void maximaHaveTheBitsOfThePlainLoop();
+    void itAnswersForItsSeriesAndStartOnly();
     void aSearchTouchesFewBarsOfMany();
 };
 
@@ -74,11 +116,23 @@ void tst_BarEdges::aNumberWithoutPartnerIsNoBar()
     QCOMPARE(edges.total(), 3.0);
 }
 
-void tst_BarEdges::barsAreVisitedInOrderWithTheirRightEdges()
+void tst_BarEdges::barsAreVisitedInOrderWithTheirEdges()
 {
     QVector<double> seen;
-    BarEdges::of({1.0, 5.0, 2.0, 3.0, 0.5, -1.0}, [&](double right, double value) { seen << right << value; });
-    QCOMPARE(seen, (QVector<double>{1.0, 5.0, 3.0, 3.0, 3.5, -1.0}));
+    BarEdges::of({1.0, 5.0, 2.0, 3.0, 0.5, -1.0}, 10.0, [&](int first, int count, const double *edges) {
+        QCOMPARE(first, 0);
+        QCOMPARE(count, 3);
+        std::copy(edges, edges + count + 1, std::back_inserter(seen));
+    });
+    QCOMPARE(seen, (QVector<double>{10.0, 11.0, 13.0, 13.5}));
+
+    int visited = 0;
+    BarEdges::of(QVector<double>(2000, 1.0), 0.0, [&](int first, int count, const double *edges) {
+        QCOMPARE(first, visited);
+        QCOMPARE(edges[count], double(first + count));
+        visited += count;
+    });
+    QCOMPARE(visited, 1000);
 }
 
 void tst_BarEdges::theRangeGoesFromTheBarOfTheLeftEdgeToThatOfTheRight()
@@ -97,40 +151,14 @@ void tst_BarEdges::theRangeGoesFromTheBarOfTheLeftEdgeToThatOfTheRight()
 
 void tst_BarEdges::theRangeIsWhatAScanFinds_data()
 {
-    QTest::addColumn<int>("kind");
-    QTest::newRow("positive widths") << 0;
-    QTest::newRow("many of width zero") << 1;
-    QTest::newRow("very different widths") << 2;
-    QTest::newRow("some negative") << 3;
-    QTest::newRow("some no numbers") << 4;
-    QTest::newRow("some infinite") << 5;
-    QTest::newRow("infinities of both signs") << 6;
+    addWidthKinds();
 }
 
 void tst_BarEdges::theRangeIsWhatAScanFinds()
 {
     QFETCH(int, kind);
     QRandomGenerator random(20240517u + uint(kind));
-    const auto width = [&]() -> double {
-        const double plain = random.generateDouble();
-        const bool rare = random.bounded(40) == 0;
-        switch (kind) {
-        case 1:
-            return random.bounded(3) ? 0.0 : plain;
-        case 2:
-            return plain * std::pow(10.0, random.bounded(24) - 12);
-        case 3:
-            return rare ? -plain : plain;
-        case 4:
-            return rare ? notANumber : plain;
-        case 5:
-            return rare ? infinity : plain;
-        case 6:
-            return rare ? (random.bounded(2) ? infinity : -infinity) : plain;
-        default:
-            return plain;
-        }
-    };
+    const auto width = [&] { return widthOf(kind, random); };
     for (int round = 0; round < 400; ++round) {
         const int sizes[] = {0, 1, 2, 3, 7, 255, 256, 257, 511, 512, 513, 1000, int(random.bounded(3000))};
         const QVector<double> pairs = pairsOf(sizes[random.bounded(int(std::size(sizes)))], width);
@@ -154,6 +182,66 @@ void tst_BarEdges::theRangeIsWhatAScanFinds()
             QCOMPARE(found.end, expected.end);
         }
     }
+}
+
+void tst_BarEdges::edgesAreFoundAndAddedAsAScanDoes_data()
+{
+    addWidthKinds();
+}
+
+void tst_BarEdges::edgesAreFoundAndAddedAsAScanDoes()
+{
+    QFETCH(int, kind);
+    QRandomGenerator random(7u + uint(kind));
+    for (int round = 0; round < 200; ++round) {
+        const double start = round % 3 ? 1e9 * (random.generateDouble() - 0.5) : 0.0;
+        const QVector<double> pairs = pairsOf(int(random.bounded(2000)), [&] { return widthOf(kind, random); });
+        const BarEdges edges = BarEdges::of(pairs, start);
+        QVector<double> plain{start};
+        for (int i = 0; i + 1 < pairs.size(); i += 2)
+            plain.append(plain.last() + pairs.at(i));
+        for (int probe = 0; probe < 30; ++probe) {
+            const int index = int(random.bounded(plain.size()));
+            const double edge = edges.edge(index);
+            QCOMPARE(std::memcmp(&edge, &plain.at(index), sizeof edge), 0);
+            const double x = plain.at(index) + (probe % 3 - 1) * 0.3;
+            int expected = 0;
+            while (x > plain.at(expected) && expected < plain.size() - 1)
+                ++expected;
+            QCOMPARE(edges.edgeAtOrBeyond(x), expected);
+        }
+    }
+}
+
+void tst_BarEdges::maximaHaveTheBitsOfThePlainLoop()
+{
+    QRandomGenerator random(3);
+    for (int round = 0; round < 300; ++round) {
+        QVector<double> pairs = pairsOf(int(random.bounded(2000)), [] { return 1.0; });
+        for (int i = 1; i < pairs.size(); i += 2)
+            pairs[i] = random.bounded(30) == 0 ? notANumber : random.generateDouble() - (round % 2);
+        const BarEdges edges = edgesOf(pairs);
+        for (int probe = 0; probe < 20; ++probe) {
+            const int first = int(random.bounded(pairs.size() / 2 + 1));
+            const int end = first + int(random.bounded(pairs.size() / 2 + 1 - first));
+            double maximum = 0.0;
+            for (int bar = first; bar < end; ++bar)
+                maximum = pairs.at(2 * bar + 1) > maximum ? pairs.at(2 * bar + 1) : maximum;
+            const double found = edges.maximumIn(first, end);
+            QCOMPARE(std::memcmp(&found, &maximum, sizeof found), 0);
+        }
+    }
+}
+
+void tst_BarEdges::itAnswersForItsSeriesAndStartOnly()
+{
+    QVector<double> pairs{1.0, 5.0, 2.0, 3.0};
+    const BarEdges edges = BarEdges::of(pairs, 2.0);
+    QVERIFY(edges.isOf(pairs, 2.0));
+    QVERIFY(!edges.isOf(pairs, 0.0));
+    pairs[0] = 3.0; // detaches
+    QVERIFY(!edges.isOf(pairs, 2.0));
+    QVERIFY(BarEdges().isOf({}, 0.0));
 }
 
 void tst_BarEdges::aSearchTouchesFewBarsOfMany()
