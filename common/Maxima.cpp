@@ -1,32 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "common/Series.h"
 
-#include <cstring>
+#include "common/Lanes.h"
 
-// The compiler turns a loop with one running maximum into no vector code, because the order of comparisons decides
-// which zero or NaN remains. With one maximum per lane, replaced on strictly greater, every lane obeys the rule by
-// itself, and lanes that started from the same value differ at the end only in what is greater, or in the sign of a
-// zero.
+// The compiler turns a loop with one running maximum into no vector code, because the order of comparisons decides which
+// zero or NaN remains. With one maximum per lane, replaced on strictly greater, every lane obeys the rule by itself, and
+// lanes that started from the same value differ at the end only in what is greater, or in the sign of a zero.
 
 namespace {
-
-constexpr int lanes = 2;
-constexpr int stride = 4 * lanes; // values per round: four independent chains hide the latency
-
-using Lanes = double __attribute__((vector_size(lanes * sizeof(double))));
-using LaneNumbers = long long __attribute__((vector_size(lanes * sizeof(long long))));
-
-inline Lanes load(const double *values)
-{
-    Lanes loaded;
-    std::memcpy(&loaded, values, sizeof loaded);
-    return loaded;
-}
-
-inline void store(double *values, Lanes stored)
-{
-    std::memcpy(values, &stored, sizeof stored);
-}
 
 template <class Number>
 inline Number greater(Number candidate, Number maximum)
@@ -40,11 +21,11 @@ double maximumFrom(double start, const double *values, int count)
     const Lanes first{start, start};
     Lanes maxima[4] = {first, first, first, first};
     int i = 0;
-    for (; i <= count - stride; i += stride) {
-        maxima[0] = greater(load(values + i), maxima[0]);
-        maxima[1] = greater(load(values + i + lanes), maxima[1]);
-        maxima[2] = greater(load(values + i + 2 * lanes), maxima[2]);
-        maxima[3] = greater(load(values + i + 3 * lanes), maxima[3]);
+    for (; i <= count - valuesPerRound; i += valuesPerRound) {
+        maxima[0] = greater(loadLanes(values + i), maxima[0]);
+        maxima[1] = greater(loadLanes(values + i + lanes), maxima[1]);
+        maxima[2] = greater(loadLanes(values + i + 2 * lanes), maxima[2]);
+        maxima[3] = greater(loadLanes(values + i + 3 * lanes), maxima[3]);
     }
     const Lanes joined = greater(greater(maxima[3], maxima[2]), greater(maxima[1], maxima[0]));
     double maximum = greater(joined[1], joined[0]);
@@ -78,11 +59,11 @@ void pairMaxima(const double *values, int count, double *maxima)
     const Lanes zero{};
     int i = 0;
     for (; i <= count - lanes; i += lanes) {
-        const Lanes left = load(values + 2 * i);
-        const Lanes right = load(values + 2 * i + lanes);
-        const Lanes even = __builtin_shuffle(left, right, LaneNumbers{0, 2});
-        const Lanes odd = __builtin_shuffle(left, right, LaneNumbers{1, 3});
-        store(maxima + i, greater(odd, greater(even, zero)));
+        const Lanes left = loadLanes(values + 2 * i);
+        const Lanes right = loadLanes(values + 2 * i + lanes);
+        const Lanes even = __builtin_shufflevector(left, right, 0, 2);
+        const Lanes odd = __builtin_shufflevector(left, right, 1, 3);
+        storeLanes(maxima + i, greater(odd, greater(even, zero)));
     }
     for (; i < count; ++i)
         maxima[i] = greater(values[2 * i + 1], greater(values[2 * i], 0.0));

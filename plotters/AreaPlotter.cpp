@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "plotters/AreaPlotter.h"
 
+#include "common/BlockMaxima.h"
 #include "common/Change.h"
+#include "plotters/SlotVertices.h"
 
 #include <QDebug>
 
@@ -78,26 +80,18 @@ bool AreaPlotter::__update_vertex()
 {
     if (m_data.size() > maximumPoints)
         qWarning() << "AreaPlotter draws at most" << maximumPoints << "points, not" << m_data.size();
-    const int count = m_data.size() <= maximumPoints ? m_data.size() : 0;
-    if (m_fillVertices.size() != 4 * count) {
-        m_fillVertices.clear();
-        m_fillVertices.resize(4 * count);
-    } // at equal length the half that is never drawn is zero already
-    m_borderVertices.resize(count);
-
-    const double *values = m_data.constData();
-    QVector2D *fill = m_fillVertices.data();
-    QVector2D *border = m_borderVertices.data();
-    double maximum = 0.0;
-    for (int i = 0; i < count; ++i) {
-        const float x = float(i);
-        const float value = float(values[i]);
-        fill[2 * i] = QVector2D(x, 0.0f);
-        fill[2 * i + 1] = QVector2D(x, value);
-        border[i] = QVector2D(x, value);
-        maximum = values[i] > maximum ? values[i] : maximum; // a NaN never is
-    }
-    m_plotterArea.setHeight(maximum); // Deliberate: without a signal.
+    const QVector<double> series = m_data.size() <= maximumPoints ? m_data : QVector<double>();
+    const int size = series.size();
+    if (m_fillVertices.size() != 4 * size)
+        restart(m_fillVertices, 4 * size);
+    prepare(m_borderVertices, size);
+    const BlockMaxima maxima = BlockMaxima::of(series, [&](int start, int count) {
+        QVector2D *fill = portionAt(m_fillVertices, 2 * start, 2 * count);
+        writeAreaVertices(series.constData() + start, start, count, fill, portionAt(m_borderVertices, start, count));
+    });
+    m_fillVertices.resize(4 * size); // zeros; at equal length they are there
+    m_plotterArea.setHeight(maxima.maximum()); // Deliberate: without a signal.
+    keepMaxima(maxima);
     m_dirtyFlags |= borderDataDirty;
     return true;
 }

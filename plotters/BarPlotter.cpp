@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "plotters/BarPlotter.h"
 
-#include "common/Series.h"
+#include "common/BlockMaxima.h"
 #include "plotters/BarPlotter_p.h"
+#include "plotters/SlotVertices.h"
 
 #include <QDebug>
 
@@ -10,19 +11,26 @@
 
 namespace {
 
-/// Per value v the heights 0, 0, v, v of a bar's corners, or v alone where a shader expands it.
+/// Per value the heights of a bar's four corners, or the value alone where a shader expands it.
 void writeBarPoints(const double *values, int count, float *points, int pointsPerBar)
 {
-    if (pointsPerBar == 1) {
+    if (pointsPerBar == 1)
         std::transform(values, values + count, points, [](double value) { return float(value); });
-        return;
-    }
-    for (int i = 0; i < count; ++i, points += 4) {
-        const float height = float(values[i]);
-        points[0] = 0.0f;
-        points[1] = 0.0f;
-        points[2] = height;
-        points[3] = height;
+    else
+        writeBarHeights(values, count, points);
+}
+
+/// Appends the numbers of the corners of bars `present` to `count` - 1.
+void appendBarNumbers(QVector<float> &numbers, int present, int count)
+{
+    numbers.reserve(4 * count);
+    for (int done = present; done < count; done += seriesPortion) {
+        const int end = std::min(done + seriesPortion, count);
+        float *number = portionAt(numbers, 4 * done, 4 * (end - done));
+        for (int i = done; i < end; ++i, number += 4) {
+            number[0] = number[2] = float(i);
+            number[1] = number[3] = float(i + 1);
+        }
     }
 }
 
@@ -80,21 +88,17 @@ void BarPlotter::buildArrays()
 
 void BarPlotter::buildVertices()
 {
-    constexpr int block = 2048; // values: still in the first-level cache when their maximum is taken
     const QMutexLocker lock(&m_dataMutex);
     m_barDirty |= vertexDataDirty;
     const int pointsPerBar = barModeHasIndices(barShaderMode()) ? 4 : 1;
-    const int count = drawableBars();
-    m_points.resize(pointsPerBar * count); // at equal length this touches nothing
-    const double *values = m_data.constData();
-    float *points = m_points.data();
-    double maximum = 0.0;
-    for (int start = 0; start < count; start += block) {
-        const int length = std::min(block, count - start);
-        writeBarPoints(values + start, length, points + qptrdiff(pointsPerBar) * start, pointsPerBar);
-        maximum = std::max(maximum, maximumFromZero(values + start, length));
-    }
-    m_plotterArea.setHeight(maximum); // Deliberate: without a signal.
+    const QVector<double> series = drawableBars() > 0 ? m_data : QVector<double>();
+    prepare(m_points, pointsPerBar * series.size());
+    const BlockMaxima maxima = BlockMaxima::of(series, [&](int start, int count) {
+        float *points = portionAt(m_points, pointsPerBar * start, pointsPerBar * count);
+        writeBarPoints(series.constData() + start, count, points, pointsPerBar);
+    });
+    m_plotterArea.setHeight(maxima.maximum()); // Deliberate: without a signal.
+    keepMaxima(maxima);
 }
 
 void BarPlotter::buildIndices()
@@ -105,23 +109,7 @@ void BarPlotter::buildIndices()
         return;
     m_barDirty |= indexDataDirty; // Deliberate: at equal length too.
     const int present = m_indices.size() / 6;
-    m_indices.resize(6 * count);
-    uint *index = m_indices.data() + 6 * present;
-    for (int i = present; i < count; ++i, index += 6) {
-        const uint corner = 4u * uint(i);
-        index[0] = corner + 1;
-        index[1] = corner + 2;
-        index[2] = corner;
-        index[3] = corner + 1;
-        index[4] = corner + 2;
-        index[5] = corner + 3;
-    }
-    if (!barModeHasVertexIds(mode))
-        return;
-    m_vertexIds.resize(4 * count);
-    float *vertexId = m_vertexIds.data() + 4 * present;
-    for (int i = present; i < count; ++i, vertexId += 4) {
-        vertexId[0] = vertexId[2] = float(i);
-        vertexId[1] = vertexId[3] = float(i + 1);
-    }
+    appendBarIndices(m_indices, present, count);
+    if (barModeHasVertexIds(mode))
+        appendBarNumbers(m_vertexIds, present, count);
 }

@@ -3,6 +3,7 @@
 
 #include "common/Compare.h"
 #include "common/Index.h"
+#include "plotters/SlotVertices.h"
 
 #include <QDebug>
 
@@ -156,18 +157,7 @@ bool BarPlotterDx::__update_index()
     const int count = drawableNumbers(m_data);
     if (m_indexArray.size() > 6 * count)
         return false;
-    const int present = m_indexArray.size() / 6; // their indices do not depend on the values
-    m_indexArray.resize(6 * count);
-    uint *index = m_indexArray.data() + 6 * present;
-    for (int i = present; i < count; ++i, index += 6) {
-        const uint corner = 4u * uint(i);
-        index[0] = corner + 1;
-        index[1] = corner + 2;
-        index[2] = corner;
-        index[3] = corner + 1;
-        index[4] = corner + 2;
-        index[5] = corner + 3;
-    }
+    appendBarIndices(m_indexArray, m_indexArray.size() / 6, count); // those present do not depend on the values
     return true; // Deliberate: at equal length too.
 }
 

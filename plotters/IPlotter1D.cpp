@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "plotters/IPlotter1D.h"
 
+#include "common/BlockMaxima.h"
 #include "plotters/SlotRange.h"
 
 #include <algorithm>
@@ -20,18 +21,29 @@ int IPlotter1D::__end_index(const QRectF &area) const
     return endSlot(modArea(), m_data.size(), area);
 }
 
+void IPlotter1D::keepMaxima(const BlockMaxima &maxima)
+{
+    m_maxima = std::make_shared<const BlockMaxima>(maxima);
+}
+
+const BlockMaxima &IPlotter1D::maxima() const
+{
+    if (!m_maxima || !m_maxima->isOf(m_data))
+        m_maxima = std::make_shared<const BlockMaxima>(BlockMaxima::of(m_data));
+    return *m_maxima;
+}
+
 double IPlotter1D::max_in(const QRectF &area) const
 {
     if (area.intersected(modArea()).isEmpty() || m_data.isEmpty())
         return 0.0;
     const int start = std::max(__start_index(area), 0);
     const int end = std::min(__end_index(area), m_data.size());
-    float maximum = 0.0f; // Deliberate: single precision, compared as double.
-    for (int i = start; i < end; ++i) {
-        if (m_data.at(i) > double(maximum))
-            maximum = float(m_data.at(i));
-    }
-    return double(maximum);
+    if (start >= end)
+        return 0.0;
+    // Deliberate: single precision. A running maximum that is rounded each time it is replaced ends at the same number:
+    // rounding keeps the order, so what the largest value rounds to is neither passed before nor after it.
+    return double(float(maxima().maximumIn(start, end)));
 }
 
 SInfoPoint IPlotter1D::mouse_hovering(const QPointF &point) const

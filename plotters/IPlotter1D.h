@@ -3,6 +3,10 @@
 
 #include "plotters/IPlotter.h"
 
+#include <memory>
+
+class BlockMaxima;
+
 /// A plotter with one number per position: value k of n belongs to the k-th of n equal slots that divide modArea from
 /// left to right. Data nodes feed it. Queries are in data coordinates and belong to the GUI thread.
 class IPlotter1D : public IPlotter
@@ -23,4 +27,13 @@ public:
     virtual int __start_index(const QRectF &area) const;
     /// One past the last slot to draw for `area`.
     virtual int __end_index(const QRectF &area) const;
+
+protected:
+    /// Gives max_in() what was found out about the series on the way to something else.
+    void keepMaxima(const BlockMaxima &maxima);
+
+private:
+    const BlockMaxima &maxima() const;
+
+    mutable std::shared_ptr<const BlockMaxima> m_maxima; ///< of the series, or of one that is no longer there
 };

@@ -35,6 +35,14 @@ Item {
         navigator.zoomRect = Qt.rect(left, shown.y, w, shown.height);
     }
 
+    /// recalcWidth() once both charts know their rectangles, unless somebody chose what the strip shows.
+    function firstRecalc() {
+        const isWhole = navigator.zoomRect.x === navigator.chartRect.x && navigator.zoomRect.width === navigator.chartRect.width;
+        if (isWhole && !navigator.fitPending)
+            recalcWidth();
+
+    }
+
     clip: true
     onWidthChanged: recalcWidth()
 
@@ -63,6 +71,7 @@ Item {
 
         anchors.fill: parent
         adaptChartHeight: false
+        onFitPendingChanged: root.firstRecalc()
     }
 
     Rectangle {

@@ -119,7 +119,7 @@ Item {
                     zoomRect = Qt.rect(x1, zoomRect.y, x2 - x1, zoomRect.height);
                 }
 
-                onFitPendingChanged: navBar.recalcWidth()
+                onFitPendingChanged: navBar.firstRecalc()
 
                 anchors {
                     top: parent.top

@@ -24,10 +24,29 @@ bool isBlank(char c)
     return c == ' ' || c == '\t' || c == '\r';
 }
 
+/// Takes the number at `*text` if it is a whole one of so few digits that nothing is rounded.
+bool takeWholeNumber(const char **text, const char *end, double &value)
+{
+    constexpr int exactDigits = 15;
+    const bool negative = *text != end && **text == '-';
+    const char *digits = *text + int(negative);
+    const char *digit = digits;
+    qint64 whole = 0;
+    for (; digit != end && isDigit(*digit) && digit - digits < exactDigits; ++digit)
+        whole = 10 * whole + (*digit - '0');
+    if (digit == digits || (digit != end && (isDigit(*digit) || *digit == '.' || *digit == 'e' || *digit == 'E')))
+        return false;
+    value = negative ? -double(whole) : double(whole);
+    *text = digit;
+    return true;
+}
+
 /// Takes the decimal number at `*text`, if all readers of numbers agree on what it is, and moves `*text` behind it.
 bool takeNumber(const char **text, const char *end, double &value)
 {
     constexpr int longestNumber = 64; // characters; printed doubles have at most 24
+    if (takeWholeNumber(text, end, value))
+        return true;
     const char *begin = *text;
     const char *digits = begin != end && *begin == '-' ? begin + 1 : begin;
     if (digits == end
@@ -61,25 +80,51 @@ public:
 
     bool append(double value)
     {
-        if (m_values.size() == m_values.capacity() && !grow())
+        if (m_next == m_end && !grow())
             return false;
-        m_values.append(value);
+        *m_next++ = value;
         return true;
     }
-    QVector<double> take() { return std::move(m_values); }
+
+    /// Makes room for as many as there will be if the rest of the text is like the part that was read. Growing copies;
+    /// room that is not used costs address space only.
+    void expect(qint64 textSize, qint64 partSize)
+    {
+        constexpr double slack = 1.125;
+        const int count = size();
+        reserve(qint64(slack * count / partSize * textSize));
+        m_next = m_values.data() + count;
+        m_end = m_values.data() + m_values.size();
+    }
+
+    QVector<double> take()
+    {
+        m_values.resize(size());
+        return std::move(m_values);
+    }
 
 private:
+    int size() const { return m_values.size() - int(m_end - m_next); }
+
     bool grow()
     {
-        constexpr int first = 4096;
-        if (m_values.size() >= m_limit)
+        const int count = m_values.size();
+        const int portion = std::min(seriesPortion, m_limit - count);
+        if (portion == 0)
             return false;
-        m_values.reserve(int(std::min(std::max(2 * qint64(m_values.size()), qint64(first)), qint64(m_limit))));
+        if (m_values.capacity() < count + portion)
+            reserve(2 * (qint64(count) + portion));
+        m_next = extend(m_values, portion);
+        m_end = m_next + portion;
         return true;
     }
+
+    void reserve(qint64 count) { m_values.reserve(int(std::min(count, qint64(m_limit)))); }
 
     int m_limit;
     QVector<double> m_values;
+    double *m_next = nullptr; ///< where the next value goes, in
+    double *m_end = nullptr;  ///< the part of m_values that was made for values to come
 };
 
 enum class Outcome { Done, NeedsTextMode, TooManyLines, LineTooLong, ReadError };
@@ -98,9 +143,12 @@ public:
                 return Outcome::ReadError;
             if (count == 0)
                 return m_held == 0 ? Outcome::Done : takeLine(m_buffer.constData(), m_buffer.constData() + m_held);
+            const bool isFirst = m_device.pos() == count;
             const Outcome outcome = takeLines(m_held + int(count));
             if (outcome != Outcome::Done)
                 return outcome;
+            if (isFirst)
+                m_values.expect(m_device.size(), count);
         }
         return Outcome::LineTooLong;
     }

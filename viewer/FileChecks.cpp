@@ -33,13 +33,11 @@ QString FileChecks::whyUnwritable(const QString &path)
     return {};
 }
 
-QStringList FileChecks::pathsOf(const QVariantList &urls)
+QStringList FileChecks::pathsOf(const QList<QUrl> &urls)
 {
     QStringList paths;
-    for (const QVariant &entry : urls) {
-        const QUrl url = entry.toUrl();
+    for (const QUrl &url : urls)
         paths.append(url.isLocalFile() ? url.toLocalFile() : url.toString());
-    }
     return paths;
 }
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QList>
 #include <QObject>
 #include <QString>
 #include <QStringList>
 #include <QUrl>
-#include <QVariantList>
 
 /// What the viewer's scene asks about files. GUI thread.
 class FileChecks : public QObject
@@ -20,7 +20,7 @@ public:
     /// An empty string for a path where a picture can be written; else why it can't. Leaves no file behind.
     Q_INVOKABLE static QString whyUnwritable(const QString &path);
     /// The paths of local files; of others, the URL, which is no path of a file.
-    Q_INVOKABLE static QStringList pathsOf(const QVariantList &urls);
+    Q_INVOKABLE static QStringList pathsOf(const QList<QUrl> &urls);
     Q_INVOKABLE static QUrl urlOf(const QString &path) { return QUrl::fromLocalFile(path); }
     /// Such as "28.2 MiB"; for people.
     Q_INVOKABLE static QString sizeOf(const QString &path);

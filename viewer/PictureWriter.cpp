@@ -64,8 +64,8 @@ void PictureWriter::frameShown()
         return;
     const QRectF chartRect = m_chart->property("chartRect").toRectF();
     const QRectF zoomRect = m_chart->property("zoomRect").toRectF();
-    const bool still = !m_window->property("reading").toBool() && sameRect(chartRect, m_chartRect)
-        && sameRect(zoomRect, m_zoomRect);
+    const bool still =
+        !m_window->property("reading").toBool() && sameRect(chartRect, m_chartRect) && sameRect(zoomRect, m_zoomRect);
     m_stillFrames = still ? m_stillFrames + 1 : 0;
     m_chartRect = chartRect;
     m_zoomRect = zoomRect;

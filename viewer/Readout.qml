@@ -13,9 +13,18 @@ ChartTooltip {
     property var formatX: String
     property real binWidth: 1
     readonly property real dataX: chart.zoomRect.x + mouse.mouseX / chart.width * chart.zoomRect.width
-    readonly property var found: shown ? lookUp(dataX) : []
+    property var found: []
     readonly property bool shown: enabled && mouse.containsMouse && !mouse.pressed
     readonly property point tip: found.length > 0 ? tipOf(found) : Qt.point(0, 0)
+
+    /// Once the series have followed the zoom.
+    function refreshSoon() {
+        Qt.callLater(refresh);
+    }
+
+    function refresh() {
+        found = shown ? lookUp(dataX) : [];
+    }
 
     function lookUp(x) {
         return views.filter((view) => {
@@ -30,9 +39,9 @@ ChartTooltip {
     /// The top of the highest bar under the mouse, in the coordinates of what this lies in.
     function tipOf(entries) {
         const zoom = chart.zoomRect;
-        const top = Math.max(...entries.map((entry) => {
-            return Math.max(entry.bar.height, 0);
-        }));
+        const top = entries.reduce((highest, entry) => {
+            return Math.max(highest, entry.bar.height);
+        }, 0);
         const bar = entries[0].bar;
         const middle = Math.min(Math.max(bar.x + bar.width / 2, zoom.left), zoom.right);
         const x = bar.width / zoom.width * chart.width < 20 ? (middle - zoom.x) / zoom.width * chart.width : mouse.mouseX;
@@ -51,6 +60,17 @@ ChartTooltip {
     y: Math.max(tip.y - height - 2, 2)
     visible: found.length > 0
     z: 10
+    onDataXChanged: refreshSoon()
+    onShownChanged: refreshSoon()
+    onViewsChanged: refreshSoon()
+
+    Connections {
+        function onZoomRectChanged() {
+            root.refreshSoon();
+        }
+
+        target: root.chart
+    }
 
     Column {
         id: lines

@@ -62,7 +62,8 @@ void SeriesFile::order()
         return;
     ++m_openOrders;
     const SSeriesOrder order{m_file, std::max(m_smoothDepth, 1), m_logarithmic};
-    QMetaObject::invokeMethod(m_worker, [worker = m_worker, order] { worker->work(order); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        m_worker, [worker = m_worker, order] { worker->work(order); }, Qt::QueuedConnection);
     if (m_busy)
         return;
     m_busy = true;
@@ -90,7 +91,9 @@ void SeriesFile::feed(QObject *node) const
 
 QVariantMap SeriesFile::highestIn(double left, double right) const
 {
-    const auto index = [this](double x) { return int(std::lround(std::min(std::max(x / m_binWidth, 0.0), double(count())))); };
+    const auto index = [this](double x) {
+        return int(std::lround(std::min(std::max(x / m_binWidth, 0.0), double(count()))));
+    };
     const int first = index(left);
     const int end = index(right);
     if (first >= end)

@@ -25,7 +25,6 @@ Item {
     readonly property alias maximum: source.maximum
     /// The one that draws, of the two.
     readonly property QtObject plotter: asArea ? area : bars
-
     property bool ready: false
 
     /// The series and its extent have changed: the charts' rectangles must stand before it is drawn.
@@ -73,7 +72,7 @@ Item {
     Component.onCompleted: {
         ready = true;
         bars.color = barColor;
-        area.color = Qt.rgba(barColor.r, barColor.g, barColor.b, 0.4);
+        area.color = Qt.rgba(barColor.r, barColor.g, barColor.b, 0.5);
         chart.addPlotter(plotter);
         decorator.addPlotter(plotter);
         navigator.addPlotter(overview);
@@ -154,7 +153,7 @@ Item {
     BarPlotter {
         id: overview
 
-        color: view.plotter.color
+        color: Qt.rgba(view.plotter.color.r, view.plotter.color.g, view.plotter.color.b, Math.max(view.plotter.color.a, 0.6))
         name: bars.name
         visible: view.plotter.visible
         zOrder: view.layerOrder

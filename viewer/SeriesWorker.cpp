@@ -101,7 +101,8 @@ QVector<double> SeriesWorker::smoothed(int depth)
     give(*m_average, input);
     Series average = seriesOf(*m_average);
     give(*m_average, {0.0});
-    // The average is longer than its input at both ends: value i of the input lies in the middle of what went into this.
+    // The average is longer than its input at both ends: value i of the input lies in the middle of what went into
+    // this.
     const int shift = std::max(0, depth / 2 - 1);
     if (average.size() < m_count + shift)
         return m_values;

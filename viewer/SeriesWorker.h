@@ -11,7 +11,7 @@
 struct SSeriesOrder
 {
     QString file;
-    int smoothDepth = 1;     ///< running average over so many values; 1 for none
+    int smoothDepth = 1;      ///< running average over so many values; 1 for none
     bool logarithmic = false; ///< decimal logarithms instead of the values
 };
 Q_DECLARE_METATYPE(SSeriesOrder)

@@ -64,11 +64,13 @@ ToolBar {
                 placeholderText: "1"
                 text: root.scene.smoothDepth
                 width: 64
+                onEditingFinished: root.scene.smoothDepth = Number(text)
+
                 validator: IntValidator {
                     bottom: 1
-                    top: 1000000
+                    top: 1e+06
                 }
-                onEditingFinished: root.scene.smoothDepth = Number(text)
+
             }
 
             Caption {
@@ -78,9 +80,6 @@ ToolBar {
             Field {
                 text: root.scene.binWidth
                 width: 84
-                validator: RegularExpressionValidator {
-                    regularExpression: /[0-9]*\.?[0-9]+([eE][-+]?[0-9]{1,2})?/
-                }
                 onEditingFinished: {
                     if (Number(text) > 0)
                         root.scene.binWidth = Number(text);
@@ -89,6 +88,11 @@ ToolBar {
                         return root.scene.binWidth;
                     });
                 }
+
+                validator: RegularExpressionValidator {
+                    regularExpression: /[0-9]*\.?[0-9]+([eE][-+]?[0-9]{1,2})?/
+                }
+
             }
 
             Caption {

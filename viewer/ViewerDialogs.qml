@@ -32,7 +32,7 @@ Item {
             nameFilters: ["All files (*)", "Text (*.txt *.csv *.dat *.asc)"]
             selectMultiple: true
             title: "Open files of numbers"
-            onAccepted: root.filesChosen(fileChecks.pathsOf(fileUrls))
+            onAccepted: root.filesChosen(fileChecks.pathsOf(fileUrls.length > 0 ? fileUrls : [fileUrl]))
         }
 
     }

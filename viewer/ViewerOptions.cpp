@@ -83,7 +83,8 @@ SViewerOptions parseViewerOptions(const QStringList &arguments)
     const QCommandLineOption smooth(QStringLiteral("smooth"),
                                     QStringLiteral("Show a running average over DEPTH values."),
                                     QStringLiteral("DEPTH"), QStringLiteral("1"));
-    const QCommandLineOption logarithmic(QStringLiteral("log"), QStringLiteral("Use a logarithmic scale for the values."));
+    const QCommandLineOption logarithmic(QStringLiteral("log"),
+                                         QStringLiteral("Use a logarithmic scale for the values."));
     const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Draw on a dark ground."));
     parser.addOptions({png, size, binWidth, unit, area, smooth, logarithmic, dark});
     const QCommandLineOption help = parser.addHelpOption();

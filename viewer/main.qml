@@ -45,7 +45,9 @@ ApplicationWindow {
     }
 
     function highest(values) {
-        return Math.max(0, ...values);
+        return values.reduce((a, b) => {
+            return Math.max(a, b);
+        }, 0);
     }
 
     /// Shows files beside those that are there. What can't be shown is said.
@@ -132,7 +134,8 @@ ApplicationWindow {
     /// With as many decimals as a step needs.
     function roundedTo(value, step) {
         const decimals = Math.min(Math.max(Math.ceil(-Math.log10(step)), 0), 15);
-        return Math.abs(value) < 1e+15 && isFinite(decimals) && step > 1e-14 ? String(Number(value.toFixed(decimals))) : shortNumber(value);
+        const isUsual = Math.abs(value) < 1e+15 && isFinite(decimals) && step > 1e-14;
+        return isUsual ? String(Number(value.toFixed(decimals))) : shortNumber(value);
     }
 
     function shortNumber(value) {
@@ -270,8 +273,10 @@ ApplicationWindow {
                 }).map((view) => {
                     return view.name + ": " + view.problem;
                 });
-                const invitation = window.views.length === 0 && !message.text ? ["Drop files of numbers here, or press Ctrl+O"] : [];
-                return [...busy, ...problems, ...invitation].join("\n");
+                if (window.views.length === 0 && !message.text)
+                    return "Drop files of numbers here, or press Ctrl+O";
+
+                return busy.concat(problems).join("\n");
             }
             textFormat: Text.PlainText
             width: window.width - 24
@@ -296,6 +301,12 @@ ApplicationWindow {
         onPictureChosen: window.exportTo(path)
     }
 
+    ViewerKeys {
+        active: !window.asPicture
+        fileDialogs: dialogs
+        scene: window
+    }
+
     header: ViewerBar {
         id: bar
 
@@ -315,114 +326,33 @@ ApplicationWindow {
         textFormat: Text.PlainText
         wrapMode: Text.Wrap
 
-        background: Rectangle {
-            color: "#b3261e"
-        }
-
         TapHandler {
             onTapped: message.text = ""
         }
 
+        background: Rectangle {
+            color: "#b3261e"
+        }
+
     }
 
-    component AxisColors: QtObject {
+    component AxisColors: Item {
+        id: colors
+
         property Item axis
-        readonly property list<Binding> bindings: [
-            Binding {
-                target: axis
-                property: "axisTextColor"
-                value: window.dark ? "#b4bcc6" : "#515861"
-            },
-            Binding {
-                target: axis
-                property: "axisLineColor"
-                value: window.dark ? "#2c333b" : "#dfe3e8"
-            }
-        ]
-    }
 
-    component Key: Shortcut {
-        enabled: !window.asPicture
-    }
+        Binding {
+            target: colors.axis
+            property: "axisTextColor"
+            value: window.dark ? "#b4bcc6" : "#515861"
+        }
 
-    Key {
-        sequence: StandardKey.Open
-        onActivated: dialogs.chooseFiles()
-    }
+        Binding {
+            target: colors.axis
+            property: "axisLineColor"
+            value: window.dark ? "#2c333b" : "#dfe3e8"
+        }
 
-    Key {
-        sequence: StandardKey.Save
-        onActivated: dialogs.choosePicture()
-    }
-
-    Key {
-        sequence: StandardKey.Close
-        onActivated: window.closeAll()
-    }
-
-    Key {
-        sequence: StandardKey.Quit
-        onActivated: window.close()
-    }
-
-    Key {
-        sequences: ["+", "=", "Up"]
-        onActivated: window.zoomBy(1.5, 0.5)
-    }
-
-    Key {
-        sequences: ["-", "Down"]
-        onActivated: window.zoomBy(1 / 1.5, 0.5)
-    }
-
-    Key {
-        sequence: "Left"
-        onActivated: window.panBy(-0.1)
-    }
-
-    Key {
-        sequence: "Right"
-        onActivated: window.panBy(0.1)
-    }
-
-    Key {
-        sequence: "PgUp"
-        onActivated: window.panBy(-0.9)
-    }
-
-    Key {
-        sequence: "PgDown"
-        onActivated: window.panBy(0.9)
-    }
-
-    Key {
-        sequence: "Home"
-        onActivated: window.zoomTo(0, window.chart.zoomRect.width)
-    }
-
-    Key {
-        sequence: "End"
-        onActivated: window.zoomTo(window.chart.chartRect.right, window.chart.zoomRect.width)
-    }
-
-    Key {
-        sequences: ["0", "Esc"]
-        onActivated: window.zoomTo(0, window.chart.chartRect.width)
-    }
-
-    Key {
-        sequence: "A"
-        onActivated: window.asArea = !window.asArea
-    }
-
-    Key {
-        sequence: "L"
-        onActivated: window.logarithmic = !window.logarithmic
-    }
-
-    Key {
-        sequence: "D"
-        onActivated: window.dark = !window.dark
     }
 
 }

@@ -171,10 +171,10 @@ void TestReference::the_components()
     QFETCH(QString, file);
     const std::unique_ptr<QObject> plotter = create("BarPlotter");
     QQmlComponent component(&m_engine, QUrl("qrc:/qml/" + file));
-    QVariantMap required;
+    QVariantMap given;
     if (file == "Legend/LegendElement.qml")
-        required["modelData"] = QVariant::fromValue(plotter.get());
-    const std::unique_ptr<QObject> object(component.createWithInitialProperties(required));
+        given["plotter"] = QVariant::fromValue(plotter.get());
+    const std::unique_ptr<QObject> object(component.createWithInitialProperties(given));
     QVERIFY2(object, qPrintable(component.errorString()));
 
     const QString text = section(textOf("docs/reference/components.md"), "## " + QFileInfo(file).baseName());

@@ -108,7 +108,7 @@ bool Snapshot::isReady()
 {
     if (qEnvironmentVariableIsSet("SNAPSHOT_UNTIL") && !evaluate(m_window, "SNAPSHOT_UNTIL").toBool())
         return false;
-    if (qEnvironmentVariableIsSet("SNAPSHOT_DO"))
+    if (qEnvironmentVariableIsSet("SNAPSHOT_DO") && !qEnvironmentVariableIsSet("SNAPSHOT_RECORD"))
         evaluate(m_window, "SNAPSHOT_DO");
     return true;
 }
@@ -126,6 +126,7 @@ void Snapshot::record()
     const QStringList words = qEnvironmentVariable("SNAPSHOT_RECORD").split(' ');
     m_timer.setInterval(words.value(2).toInt());
     m_window->grabWindow().save(QStringLiteral("%1/%2.png").arg(words.value(0)).arg(m_recorded, 4, 10, QChar('0')));
+    evaluate(m_window, "SNAPSHOT_DO");
     if (++m_recorded >= words.value(1).toInt())
         QCoreApplication::exit(0);
 }

@@ -19,7 +19,8 @@ class QQuickWindow;
 ///   SNAPSHOT_UNTIL      a QML expression on the window; nothing is looked at before it is true
 ///   SNAPSHOT_DO         a QML expression to evaluate then
 ///   SNAPSHOT_AFTER      milliseconds to wait then; without it, until two looks in a row see the same
-///   SNAPSHOT_RECORD     "FOLDER COUNT INTERVAL": instead of all this, write COUNT pictures, one every INTERVAL ms
+///   SNAPSHOT_RECORD     "FOLDER COUNT INTERVAL": write COUNT pictures, one every INTERVAL ms, and evaluate SNAPSHOT_DO
+///                       after each; nothing is compared
 class Snapshot : public QObject
 {
     Q_OBJECT

@@ -2,6 +2,7 @@
 #include "Pictures.h"
 
 #include <QDir>
+#include <QImageReader>
 #include <QPainter>
 #include <QtTest>
 
@@ -70,6 +71,22 @@ private slots:
                 QVERIFY2(difference > 0.16, qPrintable(names[i] + " and " + names[j]));
             }
         }
+    }
+
+    /// The moving picture begins with what its example shows, and ends elsewhere. It has few colours.
+    void the_moving_picture_belongs_to_its_example()
+    {
+        const QDir gallery(QStringLiteral(GALLERY));
+        QImageReader movie(gallery.filePath("zoom.gif"));
+        const QImage first = movie.read();
+        const QImage example =
+            QImage(gallery.filePath("05-pyramid.png")).scaled(first.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        QVERIFY(differingBlocks(first, example) < 0.02);
+        QVERIFY(movie.imageCount() > 30);
+        QImage last;
+        while (movie.canRead())
+            last = movie.read();
+        QVERIFY(differingBlocks(last, example) > 0.1);
     }
 };
 

@@ -489,5 +489,5 @@ void tst_DecimatorU64::theNodeMayDieWhileItsLevelMoves()
     QVERIFY(!node);
 }
 
-QTEST_MAIN(tst_DecimatorU64)
+QTEST_GUILESS_MAIN(tst_DecimatorU64)
 #include "tst_DecimatorU64.moc"

@@ -5,6 +5,7 @@
 #include "tests/support/MetaTable.h"
 #include "tests/support/RandomSeries.h"
 #include "tests/support/RecordingPlotter.h"
+#include "tests/support/VirtualSlot.h"
 
 #include <QUuid>
 #include <QtTest>
@@ -22,6 +23,7 @@ class Node : public Filter1D
 public:
     using Filter1D::__end_index;
     using Filter1D::__start_index;
+    using Filter1D::_filter_func;
     using Filter1D::Filter1D;
     using Filter1D::originalData;
     using Filter1D::parentFilter;
@@ -75,6 +77,7 @@ class tst_Filter1D : public QObject
 
 private slots:
     void propertiesSignalsAndInvokablesStandInOrder();
+    void virtualOperationsStandInOrder();
     void aNewNodeIsEmptyAndHasAnIdentifierOfItsOwn();
 
     void theSameSeriesIsPublishedOnce();
@@ -124,11 +127,24 @@ void tst_Filter1D::propertiesSignalsAndInvokablesStandInOrder()
     QCOMPARE(ownSignals(meta),
              (QStringList{QStringLiteral("dataChanged()"), QStringLiteral("areaChanged()"),
                           QStringLiteral("chartAreaChanged()"), QStringLiteral("dataIDChanged()")}));
-    QCOMPARE(
-        ownMethods(meta),
-        (QStringList{QStringLiteral("void addFilter(Filter1D*)"), QStringLiteral("void removeFilter(Filter1D*)"),
-                     QStringLiteral("void addPlotter(IPlotter1D*)"), QStringLiteral("void removePlotter(IPlotter1D*)"),
-                     QStringLiteral("void plotters()")}));
+    QCOMPARE(ownMethods(meta),
+             (QStringList{QStringLiteral("void addFilter(Filter1D*)"), QStringLiteral("void removeFilter(Filter1D*)"),
+                          QStringLiteral("void addPlotter(IPlotter1D*)"),
+                          QStringLiteral("void removePlotter(IPlotter1D*)"), QStringLiteral("void plotters()")}));
+}
+
+void tst_Filter1D::virtualOperationsStandInOrder()
+{
+    const std::ptrdiff_t numbers[] = {
+        virtualSlot(&Filter1D::data),    virtualSlot(&Filter1D::setData),  virtualSlot(&Filter1D::area),
+        virtualSlot(&Filter1D::setArea), virtualSlot(&Filter1D::dataID),   virtualSlot(&Filter1D::setDataID),
+        virtualSlot(&Filter1D::max_in),  virtualSlot(&Filter1D::value_at), virtualSlot(&Filter1D::index_at),
+        virtualSlot(&Filter1D::area_at), virtualSlot(&Node::_filter_func), virtualSlot(&Node::__start_index),
+        virtualSlot(&Node::__end_index),
+    };
+    std::ptrdiff_t expected = 12; // behind those of QObject
+    for (const std::ptrdiff_t slot : numbers)
+        QCOMPARE(slot, expected++);
 }
 
 void tst_Filter1D::aNewNodeIsEmptyAndHasAnIdentifierOfItsOwn()

@@ -40,7 +40,7 @@ Window {
         }
         for (const name of components) {
             const component = Qt.createComponent("qrc:/qml/" + name + ".qml");
-            const properties = name === "Legend/LegendElement" ? {modelData: bars} : {};
+            const properties = name === "Legend/LegendElement" ? {plotter: bars} : {};
             report(name, component.createObject(window.contentItem, properties), component.errorString());
         }
         Qt.exit(failures);

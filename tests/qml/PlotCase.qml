@@ -85,15 +85,16 @@ TestCase {
     /// Whether two rectangles share more than an edge.
     function overlap(a, b) {
         const slack = 0.01;
-        return Math.min(a.right, b.right) - Math.max(a.left, b.left) > slack && Math.min(a.bottom, b.bottom) - Math.max(a.top, b.top) > slack;
+        return Math.min(a.right, b.right) - Math.max(a.left, b.left) > slack && Math.min(a.bottom,
+            b.bottom) - Math.max(a.top, b.top) > slack;
     }
 
     /// Waits until the window has drawn nothing for a while.
     function settle() {
         let before = -1;
-        for (let i = 0; i < 40 && before !== tools.frames(); ++i) {
+        for (let i = 0; i < 80 && before !== tools.frames(); ++i) {
             before = tools.frames();
-            wait(100);
+            wait(50);
         }
     }
 

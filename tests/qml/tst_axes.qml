@@ -119,16 +119,19 @@ Item {
                     values.push(k * step);
                 const count = Math.min(values.length, Math.round(most));
                 const found = marks();
-                expect(Math.abs(found.length - count) <= (atEdge(values, start, length, step) ? 1 : 0), () => what + ": " + found.length + " ticks instead of " + count);
+                expect(Math.abs(found.length - count) <= (atEdge(values, start, length, step) ? 1 : 0),
+                    () => what + ": " + found.length + " ticks instead of " + count);
                 for (let i = 0; i < Math.min(found.length, count); ++i)
-                    near(rectIn(found[i], xAxis).x, (values[i] - start) / length * xAxis.width, xAxis.width * (1 + Math.abs(start) / length), what + ", tick " + i);
+                    near(rectIn(found[i], xAxis).x, (values[i] - start) / length * xAxis.width,
+                        xAxis.width * (1 + Math.abs(start) / length), what + ", tick " + i);
             }
         }
 
         /// Whether rounding decides if the last multiple is still inside.
         function atEdge(values, start, length, step) {
             const last = values.length > 0 ? values[values.length - 1] : start;
-            return Math.abs(last - start - length) < 1e-9 * Math.max(length, Math.abs(start)) || Math.abs(last + step - start - length) < 1e-9 * Math.max(length, Math.abs(start));
+            return Math.abs(last - start - length) < 1e-9 * Math.max(length, Math.abs(start))
+                || Math.abs(last + step - start - length) < 1e-9 * Math.max(length, Math.abs(start));
         }
 
         function test_xTicksAreAtLeastTheirWidthApart() {
@@ -137,7 +140,8 @@ Item {
                 xAxis.minTickWidth = 30 + random() * 100;
                 const found = marks();
                 for (let i = 1; i < found.length; ++i)
-                    expect(rectIn(found[i], xAxis).x - rectIn(found[i - 1], xAxis).x >= xAxis.minTickWidth - 1e-6, () => "too near");
+                    expect(rectIn(found[i], xAxis).x - rectIn(found[i - 1], xAxis).x >= xAxis.minTickWidth - 1e-6,
+                        () => "too near");
             }
         }
 
@@ -180,7 +184,8 @@ Item {
         function test_xLabelsOfAFunction() {
             xAxis.rectArea = Qt.rect(0, 0, 4, 1);
             xAxis.axisTextFunc = (value) => "<" + value + ">";
-            compare(textsIn(xAxis).map((label) => label.text), ["<0>", "<0.5>", "<1>", "<1.5>", "<2>", "<2.5>", "<3>", "<3.5>", "<4>"]);
+            compare(textsIn(xAxis).map((label) => label.text), ["<0>", "<0.5>", "<1>", "<1.5>", "<2>", "<2.5>", "<3>",
+                "<3.5>", "<4>"]);
         }
 
         function test_aLabelThatCannotBeComputedIsLeftOut_data() {
@@ -260,7 +265,8 @@ Item {
         }
 
         function test_noTicksFromNowhere_data() {
-            return [{ tag: "NaN", start: NaN }, { tag: "infinite", start: Infinity }, { tag: "minus infinite", start: -Infinity }];
+            return [{ tag: "NaN", start: NaN }, { tag: "infinite", start: Infinity }, { tag: "minus infinite",
+                start: -Infinity }];
         }
 
         function test_noTicksFromNowhere(row) {
@@ -297,7 +303,8 @@ Item {
                 for (let k = 0; k * step <= length && values.length < most; ++k)
                     values.push(k * step);
                 const found = lines();
-                expect(Math.abs(found.length - values.length) <= (atEdge(values, 0, length, step) ? 1 : 0), () => what + ": " + found.length + " lines instead of " + values.length);
+                expect(Math.abs(found.length - values.length) <= (atEdge(values, 0, length, step) ? 1 : 0),
+                    () => what + ": " + found.length + " lines instead of " + values.length);
                 for (let i = 0; i < Math.min(found.length, values.length); ++i) {
                     const line = rectIn(found[i], yAxis);
                     near(line.y, yAxis.height - values[i] / length * yAxis.height, yAxis.height, what + ", line " + i);
@@ -329,7 +336,8 @@ Item {
         function test_yLabelsOfAFunction() {
             yAxis.rectArea = Qt.rect(0, 0, 1, 4);
             yAxis.axisTextFunc = (value) => value + " V";
-            compare(textsIn(yAxis).map((label) => label.text), ["0 V", "0.5 V", "1 V", "1.5 V", "2 V", "2.5 V", "3 V", "3.5 V"]);
+            compare(textsIn(yAxis).map((label) => label.text), ["0 V", "0.5 V", "1 V", "1.5 V", "2 V", "2.5 V", "3 V",
+                "3.5 V"]);
         }
 
         function test_yLinesHaveTheLineColour() {

@@ -35,6 +35,7 @@ Item {
             scene = createTemporaryObject(sceneComponent, parent);
             plot = scene.plot;
             spy = createTemporaryObject(spyComponent, parent, { target: plot });
+            tryVerify(() => scene.chart.zoomRect.width === 1000);
             settle();
         }
 
@@ -58,7 +59,8 @@ Item {
         }
 
         function test_aPictureHasASizeTimesUpsize_data() {
-            return [{ tag: "2", upsize: 2, size: Qt.size(1200, 800) }, { tag: "0.5", upsize: 0.5, size: Qt.size(300, 200) }, { tag: "1.5", upsize: 1.5, size: Qt.size(900, 600) }];
+            return [{ tag: "2", upsize: 2, size: Qt.size(1200, 800) }, { tag: "0.5", upsize: 0.5, size: Qt.size(300,
+                200) }, { tag: "1.5", upsize: 1.5, size: Qt.size(900, 600) }];
         }
 
         function test_aPictureHasASizeTimesUpsize(row) {
@@ -130,7 +132,8 @@ Item {
         }
 
         function test_fileUrlsAreTaken_data() {
-            return [{ tag: "plain", name: "url.png" }, { tag: "with blanks", name: "a b ü.png" }, { tag: "with a per cent sign", name: "100%.png" }];
+            return [{ tag: "plain", name: "url.png" }, { tag: "with blanks", name: "a b ü.png" },
+                { tag: "with a per cent sign", name: "100%.png" }];
         }
 
         function test_fileUrlsAreTaken(row) {

@@ -39,6 +39,7 @@ Item {
         function init() {
             scene = createTemporaryObject(sceneComponent, parent);
             plot = scene.plot;
+            tryVerify(() => plot.refChartArea.zoomRect.width === 1000 && plot.refNavigator.zoomRect.width === 1000);
             settle();
         }
 
@@ -115,7 +116,8 @@ Item {
             compareRect(legendRect(), Qt.rect(0, legendTop, width, legendHeight), what + ", legend");
             compareRect(rectIn(plot.yAxis, plot), chartRect(), what + ", y axis");
             const xAxis = rectIn(plot.xAxis, plot);
-            compareRect(Qt.rect(xAxis.x, xAxis.y, xAxis.width, 1), Qt.rect(left, chartBottom, width - left - 12, 1), what + ", x axis");
+            compareRect(Qt.rect(xAxis.x, xAxis.y, xAxis.width, 1), Qt.rect(left, chartBottom, width - left - 12, 1),
+                what + ", x axis");
         }
 
         function test_layoutWithEverySwitch() {
@@ -202,13 +204,18 @@ Item {
                 const place = places[i];
                 if (!(place.width > 0 && place.height > 0))
                     continue;
-                expect(place.left >= -0.01 && place.top >= -0.01 && place.right <= plot.width + 0.01 && place.bottom <= plot.height + 0.01, () => what + ": '" + texts[i].text + "' leaves the plot: " + place);
+                expect(place.left >= -0.01 && place.top >= -0.01 && place.right <= plot.width + 0.01
+                    && place.bottom <= plot.height + 0.01,
+                    () => what + ": '" + texts[i].text + "' leaves the plot: " + place);
                 for (let j = 0; j < i; ++j)
-                    expect(!overlap(place, places[j]), () => what + ": '" + texts[i].text + "' " + place + " over '" + texts[j].text + "' " + places[j]);
+                    expect(!overlap(place, places[j]),
+                        () => what + ": '" + texts[i].text + "' " + place + " over '" + texts[j].text + "' " + places[j]);
             }
             for (const part of [chartRect(), navigatorRect(), legendRect()])
-                expect(part.left >= -0.01 && part.right <= plot.width + 0.01 && part.top >= -0.01 && part.bottom <= plot.height + 0.01, () => what + ": outside: " + part);
-            expect(chartRect().bottom <= navigatorRect().top && navigatorRect().bottom <= legendRect().top + 0.01, () => what + ": parts overlap");
+                expect(part.left >= -0.01 && part.right <= plot.width + 0.01 && part.top >= -0.01
+                    && part.bottom <= plot.height + 0.01, () => what + ": outside: " + part);
+            expect(chartRect().bottom <= navigatorRect().top && navigatorRect().bottom <= legendRect().top + 0.01,
+                () => what + ": parts overlap");
         }
 
         function isHidden(item) {
@@ -235,7 +242,8 @@ Item {
 
         function test_nothingOverlapsAtAnySize() {
             for (let i = 0; i < 6; ++i)
-                createTemporaryObject(plotterComponent, plot, { name: "plotter with a long name " + i, chartArea: plot.refChartArea });
+                createTemporaryObject(plotterComponent, plot, { name: "plotter with a long name " + i,
+                    chartArea: plot.refChartArea });
             for (const width of [0, 1, 12, 40, 71, 72, 73, 90, 110, 140, 160, 200, 260, 333, 600]) {
                 for (const height of [0, 1, 12, 18, 42, 66, 80, 106, 120, 164, 180, 200, 230, 300, 400]) {
                     resize(width, height);

@@ -59,7 +59,8 @@ Item {
         function plotters(count) {
             const list = [];
             for (let i = 0; i < count; ++i)
-                list.push(createTemporaryObject(plotterComponent, testCase, { name: "plotter " + i, color: Qt.rgba(0.1 * i, 0.5, 0.5, 1) }));
+                list.push(createTemporaryObject(plotterComponent, testCase, { name: "plotter " + i,
+                    color: Qt.rgba(0.1 * i, 0.5, 0.5, 1) }));
             return list;
         }
 
@@ -227,7 +228,8 @@ Item {
             mouseMove(parent, 599, 499);
             mouseMove(legend, 5, 5);
             mouseMove(legend, 6, 6);
-            tryVerify(() => dots(legend).length > 0 && (legend.legendHeight === undefined || legend.implicitHeight === legend.legendHeight));
+            tryVerify(() => dots(legend).length > 0 && (legend.legendHeight === undefined
+                || legend.implicitHeight === legend.legendHeight));
         }
 
         function test_anAcceptedColourIsThePlotters_data() {
@@ -242,7 +244,8 @@ Item {
             inDialog(window, "#3366cc");
             // A click into the field of colours takes what lies there.
             const from = tools.contentOf(window);
-            tools.drag(window, Qt.point(from.width * 0.4, from.height * 0.2), Qt.point(from.width * 0.45, from.height * 0.2));
+            tools.drag(window, Qt.point(from.width * 0.4, from.height * 0.2), Qt.point(from.width * 0.45,
+                from.height * 0.2));
             tools.clickOn(inDialog(window, "OK"));
             noDialog();
             verify(!Qt.colorEqual(list[1].color, "#3366cc"));
@@ -261,7 +264,8 @@ Item {
             const window = chooseColor(legend, 0);
             inDialog(window, "#3366cc");
             const from = tools.contentOf(window);
-            tools.drag(window, Qt.point(from.width * 0.4, from.height * 0.2), Qt.point(from.width * 0.45, from.height * 0.2));
+            tools.drag(window, Qt.point(from.width * 0.4, from.height * 0.2), Qt.point(from.width * 0.45,
+                from.height * 0.2));
             tools.clickOn(inDialog(window, "Cancel"));
             noDialog();
             same(list[0].color, "#3366cc");
@@ -281,7 +285,8 @@ Item {
                 inDialog(window, "OK");
                 legend.currColorSelected = index;
                 const from = tools.contentOf(window);
-                tools.drag(window, Qt.point(from.width * 0.4, from.height * 0.2), Qt.point(from.width * 0.45, from.height * 0.2));
+                tools.drag(window, Qt.point(from.width * 0.4, from.height * 0.2), Qt.point(from.width * 0.45,
+                    from.height * 0.2));
                 tools.clickOn(inDialog(window, "OK"));
                 noDialog();
                 compare(list.map((plotter) => String(plotter.color)), before, "with " + index);
@@ -332,15 +337,18 @@ Item {
         }
 
         function test_cellsOf125By30Centred(row) {
-            const legend = createTemporaryObject(horizontalComponent, parent, { plotterList: plotters(row.count), width: row.width });
+            const legend = createTemporaryObject(horizontalComponent, parent, { plotterList: plotters(row.count),
+                width: row.width });
             settle();
             const rows = Math.ceil(row.count / row.columns);
             compare(legend.implicitHeight, rows * 30);
             const cells = grid(legend);
-            compareRect(rectIn(cells, legend), Qt.rect(Math.floor((row.width - row.columns * 125) / 2), 0, row.columns * 125, rows * 30), "grid");
+            compareRect(rectIn(cells, legend), Qt.rect(Math.floor((row.width - row.columns * 125) / 2), 0,
+                row.columns * 125, rows * 30), "grid");
             for (let i = 0; i < row.count; ++i) {
                 const cell = textReading(legend, "plotter " + i).parent.parent;
-                compareRect(rectIn(cell, cells), Qt.rect(i % row.columns * 125, Math.floor(i / row.columns) * 30, 125, 30), "cell " + i);
+                compareRect(rectIn(cell, cells), Qt.rect(i % row.columns * 125, Math.floor(i / row.columns) * 30, 125,
+                    30), "cell " + i);
             }
         }
 
@@ -379,7 +387,8 @@ Item {
             compare(textsIn(legend).filter((text) => /plotter/.test(text.text)).map((text) => text.text), ["plotter 0"]);
             legend.plotterList = list.slice(1, 4);
             settle();
-            compare(textsIn(legend).filter((text) => /plotter/.test(text.text)).map((text) => text.text), ["plotter 1", "plotter 2", "plotter 3"]);
+            compare(textsIn(legend).filter((text) => /plotter/.test(text.text)).map((text) => text.text),
+                ["plotter 1", "plotter 2", "plotter 3"]);
             legend.plotterList = [];
             compare(dots(legend).length, 0);
             legend.plotterList = null;
@@ -490,7 +499,8 @@ Item {
             compareRect(rectIn(textReading(legend, "plotter 2").parent.parent, legend), Qt.rect(0, 90, 200, 30), "third");
             legend.elemHeight = 45;
             settle();
-            compareRect(rectIn(textReading(legend, "plotter 2").parent.parent, legend), Qt.rect(0, 120, 200, 45), "third of 45");
+            compareRect(rectIn(textReading(legend, "plotter 2").parent.parent, legend), Qt.rect(0, 120, 200, 45),
+                "third of 45");
         }
 
         function test_theViewLegendStaysOpenOverItsElements() {

@@ -27,13 +27,15 @@ Item {
         function same(x, y, expected, what) {
             const color = picture.pixel(Math.round(x), Math.round(y));
             const wanted = Qt.darker(expected, 1); // a colour value instead of a string
-            const isNear = ["r", "g", "b"].every((part) => Math.abs(color[part] - wanted[part]) < 1.5 / 255); // blending rounds
+            const isNear = ["r", "g",
+                "b"].every((part) => Math.abs(color[part] - wanted[part]) < 1.5 / 255); // blending rounds
             expect(isNear, () => what + " at " + x + ", " + y + ": " + color + " instead of " + expected);
         }
 
         function show(theme) {
             scene = createTemporaryObject(sceneComponent, window);
             scene.Material.theme = theme;
+            tryVerify(() => scene.chart.zoomRect.width === 1000 && scene.strip.zoomRect.width === 1000);
             settle();
         }
 
@@ -119,7 +121,8 @@ Item {
             take();
             const texts = textsIn(scene.plot);
             const names = texts.map((text) => text.text).sort();
-            compare(names, ["0", "0", "0.00", "1000.00 s", "1000.00 s", "250.00 s", "32.00", "500.00 s", "64.00", "750.00 s", "96.00", "bars", "other"]);
+            compare(names, ["0", "0", "0.00", "1000.00 s", "1000.00 s", "250.00 s", "32.00", "500.00 s", "64.00",
+                "750.00 s", "96.00", "bars", "other"]);
             for (const text of texts) {
                 const ink = text.text === "other" ? "#bdbdbd" : "#616161";
                 verify(Qt.colorEqual(text.color, ink), text.text);

@@ -89,7 +89,8 @@ Rectangle {
         }
 
         function test_applicationsPutTextOnIt() {
-            const text = createTemporaryQmlObject("import QtQuick 2.15; Rectangle { width: 10; height: 10; color: 'red'; anchors.centerIn: parent }", tooltip);
+            const source = "import QtQuick 2.15; Rectangle { width: 10; height: 10; color: 'red'; anchors.centerIn: parent }";
+            createTemporaryQmlObject(source, tooltip);
             settle();
             same(grabImage(window).pixel(50 + 55, 50 + 32), "red");
         }

@@ -149,9 +149,8 @@ void tst_vorlixview::helpNamesEveryOption()
     const SOutcome outcome = view({QStringLiteral("--help")}, noDisplay);
     QCOMPARE(outcome.exitCode, 0);
     QCOMPARE(outcome.errors, QString());
-    for (const char *word :
-         {"vorlixview", "FILE...", "--png <OUT>", "--size <WxH>", "--bin-width <W>", "--unit <UNIT>", "--area",
-          "--smooth <DEPTH>", "--log", "--dark", "--help", "--version"})
+    for (const char *word : {"vorlixview", "FILE...", "--png <OUT>", "--size <WxH>", "--bin-width <W>", "--unit <UNIT>",
+                             "--area", "--smooth <DEPTH>", "--log", "--dark", "--help", "--version"})
         QVERIFY2(outcome.output.contains(QLatin1String(word)), word);
 }
 
@@ -352,8 +351,8 @@ void tst_vorlixview::peaksOfASpectrumStandWhereTheFileHasThem()
 
     const QImage image = picture({fileOf(QStringLiteral("spectrum.txt"), text)}, scene);
     QCOMPARE(image.size(), scene.size);
-    // A bar is the highest of so many values that it is at least a pixel wide. A pixel shows the bar in which its centre
-    // lies; at a border of two bars it is either.
+    // A bar is the highest of so many values that it is at least a pixel wide. A pixel shows the bar in which its
+    // centre lies; at a border of two bars it is either.
     const int chartWidth = scene.size.width() - chartLeft - chartRight;
     int together = 1;
     while (counts.size() / together > chartWidth)
@@ -450,8 +449,9 @@ void tst_vorlixview::smoothingSpreadsAPeak()
     QByteArray text;
     for (int i = 0; i < 20; ++i)
         text += i == 10 ? "8\n" : "0\n";
-    const QImage image = picture({QStringLiteral("--smooth"), QStringLiteral("4"), fileOf(QStringLiteral("series.txt"), text)},
-                                 {QSize(472, 400), false, QStringLiteral("threaded")});
+    const QImage image =
+        picture({QStringLiteral("--smooth"), QStringLiteral("4"), fileOf(QStringLiteral("series.txt"), text)},
+                {QSize(472, 400), false, QStringLiteral("threaded")});
     QCOMPARE(image.size(), QSize(472, 400));
     const double full = (400 - chartTop - chartBottom) / 1.05;
     for (int bin = 0; bin < 20; ++bin) { // twenty columns a bin
@@ -464,8 +464,9 @@ void tst_vorlixview::smoothingSpreadsAPeak()
 
 void tst_vorlixview::aLogarithmicScaleShowsPowersOfTen()
 {
-    const QImage image = picture({QStringLiteral("--log"), fileOf(QStringLiteral("series.txt"), "1\n10\n100\n1000\n0\n")},
-                                 {QSize(572, 400), false, QStringLiteral("threaded")});
+    const QImage image =
+        picture({QStringLiteral("--log"), fileOf(QStringLiteral("series.txt"), "1\n10\n100\n1000\n0\n")},
+                {QSize(572, 400), false, QStringLiteral("threaded")});
     QCOMPARE(image.size(), QSize(572, 400));
     const double full = (400 - chartTop - chartBottom) / 1.05;
     for (int bin = 0; bin < 5; ++bin) {

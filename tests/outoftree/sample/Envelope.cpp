@@ -3,10 +3,12 @@
 
 #include <algorithm>
 
+//! [destructor]
 Envelope::~Envelope()
 {
     withdraw(); // first thing in every node's destructor: nobody reaches it any more
 }
+//! [destructor]
 
 void Envelope::setDecay(double decay)
 {
@@ -16,6 +18,7 @@ void Envelope::setDecay(double decay)
     emit decayChanged();
 }
 
+//! [filter]
 bool Envelope::_filter_func(const QVector<double> &data)
 {
     QVector<double> envelope = data;
@@ -26,3 +29,4 @@ bool Envelope::_filter_func(const QVector<double> &data)
     }
     return Filter1D::_filter_func(envelope); // stores it and says whether it differs from before
 }
+//! [filter]

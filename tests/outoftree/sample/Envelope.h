@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+//! [class]
 #include <filters/Filter1D.h>
 
 /// A node that holds a peak and lets it fall off: each number is at least `decay` times its left neighbour's result.
@@ -25,3 +26,4 @@ protected:
 private:
     double m_decay = 0.9;
 };
+//! [class]

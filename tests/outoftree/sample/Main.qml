@@ -22,10 +22,12 @@ Window {
         chartArea: chart
         color: "#ffc400"
     }
+    //! [envelope]
     Envelope {
         id: envelope
         area: Qt.rect(0, 0, 400, 1)
         decay: 0.99
         Component.onCompleted: addPlotter(bars)
     }
+    //! [envelope]
 }

@@ -3,6 +3,7 @@
 
 #include <QThread>
 
+//! [run]
 void Sampler::run()
 {
     constexpr int samples = 400;
@@ -14,3 +15,4 @@ void Sampler::run()
         QThread::msleep(5);
     }
 }
+//! [run]

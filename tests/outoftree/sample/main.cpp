@@ -43,8 +43,12 @@ bool looksRight(const QImage &picture)
 int main(int argc, char **argv)
 {
     QGuiApplication application(argc, argv);
+    //! [register]
     qRegisterMetaType<QVector<double>>("QVector<double>"); // so that a queued connection can carry a series
+    //! [register]
+    //! [type]
     qmlRegisterType<Envelope>("Sample", 1, 0, "Envelope");
+    //! [type]
 
     QQmlApplicationEngine engine(QUrl("qrc:/Main.qml"));
     if (engine.rootObjects().isEmpty())
@@ -52,11 +56,13 @@ int main(int argc, char **argv)
     auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
     auto *envelope = window->property("envelope").value<Envelope *>();
 
+    //! [connect]
     QThread thread;
     Sampler sampler(seriesCount);
     sampler.moveToThread(&thread);
     QObject::connect(&thread, &QThread::started, &sampler, &Sampler::run);
     QObject::connect(&sampler, &Sampler::produced, envelope, &Envelope::setData, Qt::QueuedConnection);
+    //! [connect]
 
     int published = 0;
     bool right = false;

@@ -1,0 +1,30 @@
+# SPDX-License-Identifier: MIT
+# Runs each snippet of docs/snippets/ until what its page says of it is true, without a warning.
+# vorlix_add_snippet(NAME EXPRESSION): EXPRESSION is evaluated on the snippet's window.
+function(vorlix_add_snippet name expression)
+  add_test(NAME snippet.${name} COMMAND ${VORLIX_QML_TOOL} docs/snippets/${name}.qml WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+  set_tests_properties(snippet.${name} PROPERTIES LABELS gl TIMEOUT 90
+    ENVIRONMENT "QML2_IMPORT_PATH=${CMAKE_BINARY_DIR}/qml;QT_PLUGIN_PATH=${PROJECT_BINARY_DIR}/tests/examples/plugins;\
+QT_QPA_GENERIC_PLUGINS=vorlixsnapshot;SNAPSHOT_AFTER=200;SNAPSHOT_UNTIL=${expression};\
+SNAPSHOT_RESULT=${CMAKE_CURRENT_BINARY_DIR}/${name}.png")
+  list(APPEND VORLIX_SNIPPETS ${name})
+  set(VORLIX_SNIPPETS ${VORLIX_SNIPPETS} PARENT_SCOPE)
+endfunction()
+
+vorlix_add_snippet(colors "smooth.data.length === 214 && average.data.length === 214")
+vorlix_add_snippet(components "legend.height > 0 && title === '12.35K'")
+vorlix_add_snippet(destroy "maker.made > 10 && chart.plotter.length <= 2")
+vorlix_add_snippet(export "grabbed && saved === '/tmp/vorlix-plot.png'")
+vorlix_add_snippet(own-data "chart.zoomRect.width === 5 && Math.abs(chart.zoomRect.height - 5.25) < 1e-9")
+vorlix_add_snippet(own-file "reader.data.length === 16 && reader.area.width === 8")
+vorlix_add_snippet(throttle "changes.made === 3 && Math.abs(accepting.zoomRect.height - 31.5) < 1e-6 \
+&& Math.abs(settling.zoomRect.height - 31.5) < 1e-6 && Math.abs(dropping.zoomRect.height - 31.5) > 1")
+
+# None may be forgotten.
+file(GLOB snippets RELATIVE ${PROJECT_SOURCE_DIR}/docs/snippets CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/snippets/*.qml)
+foreach(snippet IN LISTS snippets)
+  string(REPLACE ".qml" "" name ${snippet})
+  if(NOT name IN_LIST VORLIX_SNIPPETS)
+    message(FATAL_ERROR "docs/snippets/${snippet}: no test runs it")
+  endif()
+endforeach()
