@@ -28,7 +28,8 @@ class FrameCounter : public QObject
 public:
     explicit FrameCounter(QQuickWindow &window) : QObject(&window)
     {
-        connect(&window, &QQuickWindow::frameSwapped, this, [this] { ++count; }, Qt::DirectConnection);
+        connect(
+            &window, &QQuickWindow::frameSwapped, this, [this] { ++count; }, Qt::DirectConnection);
     }
     std::atomic<int> count{0};
 };
