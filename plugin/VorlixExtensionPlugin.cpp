@@ -1,22 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/VorlixExtensionPlugin.h"
 
-#include "chart/ChartArea.h"
-#include "chart/IChartArea.h"
 #include "filters/DecimatorU64.h"
 #include "filters/Filter1D.h"
 #include "filters/FixedDecimator2D.h"
 #include "filters/FixedDecimatorU64.h"
 #include "filters/MinimalWidth2D.h"
 #include "filters/MovingAvarangeU64.h"
-#include "plotters/AreaPlotter.h"
-#include "plotters/BarDecorator.h"
-#include "plotters/BarPlotter.h"
-#include "plotters/BarPlotterDx.h"
 #include "plotters/SAreaGradientProgram.h"
 #include "plotters/SAreaPlotterProgram.h"
 #include "plotters/SHResBarProgram.h"
 #include "plotters/ShaderProgramRegistry.h"
+#include "plugin/DrawnElement.h"
 #include "sources/RandomU64Data.h"
 #include "sources/SCSVReader.h"
 

@@ -24,6 +24,7 @@ struct SScenarioEntry
     std::unique_ptr<Scenario> (*create)();
     int residentGrowth;          ///< KiB that the resident memory may grow by after the warm-up
     void (*prepare)() = nullptr; ///< called before there is an application
+    double warmUp = 0.0;         ///< seconds that it lasts at most; 0 for half of the time
 };
 
 /// All scenarios.

@@ -20,6 +20,20 @@ std::unique_ptr<QQmlEngine> newEngine()
     return engine;
 }
 
+/// Counts the frames of a window. Connected before the first one, while there is no other thread.
+class FrameCounter : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit FrameCounter(QQuickWindow &window) : QObject(&window)
+    {
+        connect(
+            &window, &QQuickWindow::frameSwapped, this, [this] { ++count; }, Qt::DirectConnection);
+    }
+    std::atomic<int> count{0};
+};
+
 } // namespace
 
 Stage::Stage(quint32 seed, Messages &log) : chance(seed), messages(log), m_engine(newEngine()) {}
@@ -86,6 +100,7 @@ QObject *Stage::scene(const QString &name, const QVariantMap &properties)
 std::unique_ptr<QQuickWindow> Stage::open(const QSize &size)
 {
     auto window = std::make_unique<QQuickWindow>();
+    new FrameCounter(*window);
     window->setColor(Qt::black);
     window->resize(size);
     window->show();
@@ -113,16 +128,14 @@ void Stage::spin(int milliseconds)
 
 void Stage::frames(QQuickWindow &window, int count)
 {
-    const auto left = std::make_shared<std::atomic<int>>(count); // the render thread may come late
-    const QMetaObject::Connection counting = QObject::connect(
-        &window, &QQuickWindow::frameSwapped, &window, [left] { --*left; }, Qt::DirectConnection);
+    const auto *counter = window.findChild<FrameCounter *>();
+    const int wanted = counter->count + count;
     QElapsedTimer waited;
     waited.start();
-    while (*left > 0 && waited.elapsed() < 2000) {
+    while (counter->count < wanted && waited.elapsed() < 2000) {
         window.update();
         spin(1);
     }
-    QObject::disconnect(counting);
 }
 
 void Stage::settle()
@@ -153,3 +166,5 @@ bool Trigger::on(QObject &sender, const QByteArray &signal)
     const int slot = staticMetaObject.indexOfSlot("fire()");
     return emitted >= 0 && QMetaObject::connect(&sender, emitted, this, slot);
 }
+
+#include "Stage.moc"

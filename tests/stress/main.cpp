@@ -60,6 +60,29 @@ struct SLength
 {
     double seconds = 0.0;
     int rounds = 0;
+    double warmUp = 0.0; ///< seconds at most; 0 for half of the time
+};
+
+/// A line a minute, for those who wait.
+class Diary
+{
+public:
+    void write(const SOutcome &outcome)
+    {
+        if (m_minute.isValid() && m_minute.elapsed() < 60000)
+            return;
+        if (m_minute.isValid()) {
+            const SMemory memory = SMemory::now();
+            std::printf("%3d min: %d rounds, resident %lld KiB, heap %lld KiB\n", ++m_minutes, outcome.rounds,
+                        memory.resident, memory.heap);
+            std::fflush(stdout);
+        }
+        m_minute.start();
+    }
+
+private:
+    QElapsedTimer m_minute;
+    int m_minutes = 0;
 };
 
 void play(Scenario &scenario, Stage &stage, const SLength &length, SOutcome &outcome)
@@ -67,14 +90,17 @@ void play(Scenario &scenario, Stage &stage, const SLength &length, SOutcome &out
     const auto reached = [&](const QElapsedTimer &clock, double part) {
         return clock.elapsed() >= length.seconds * 1000.0 * part && outcome.rounds >= length.rounds * part;
     };
+    const double warmUp = length.warmUp > 0.0 ? std::min(length.warmUp / length.seconds, 0.5) : 0.5;
     bool warm = false;
+    Diary diary;
     scenario.prepare(stage);
     QElapsedTimer clock;
     clock.start();
     while (!reached(clock, 1.0)) {
         scenario.round(stage);
         ++outcome.rounds;
-        if (warm || !reached(clock, 0.5))
+        diary.write(outcome);
+        if (warm || !reached(clock, warmUp))
             continue;
         warm = true;
         stage.settle();
