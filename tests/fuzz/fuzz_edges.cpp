@@ -8,10 +8,10 @@
 
 namespace {
 
-SBarRange scan(const QVector<double> &pairs, double left, double right)
+SBarRange scan(const QVector<double> &pairs, double start, double left, double right)
 {
     const int count = pairs.size() / 2;
-    double x = 0.0;
+    double x = start;
     int k = 0;
     while (left > x && k < count)
         x += pairs.at(2 * k++);
@@ -29,21 +29,30 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     QVector<double> pairs = bytes.series(2000);
     for (int doublings = bytes.below(4); doublings > 0; --doublings)
         pairs += pairs;
-    double total = 0.0;
+    const double start = bytes.number();
+    double total = start;
+    double largest = 0.0;
     int bars = 0;
-    const BarEdges edges = BarEdges::of(pairs, [&](double right, double value) {
-        total += pairs.at(2 * bars);
-        if (!equal(right, total) || !equal(value, pairs.at(2 * bars + 1)))
-            fail("edge", QByteArray::number(bars));
-        ++bars;
+    const BarEdges edges = BarEdges::of(pairs, start, [&](int bar, int count, const double *edge) {
+        if (bar != bars || !equal(*edge, total))
+            fail("block", QByteArray::number(bar));
+        for (const int end = bar + count; bars < end; ++bars) {
+            total += pairs.at(2 * bars);
+            if (!equal(*++edge, total))
+                fail("edge", QByteArray::number(bars));
+            const double value = pairs.at(2 * bars + 1);
+            largest = value > largest ? value : largest;
+        }
     });
     if (bars != pairs.size() / 2 || edges.barCount() != bars || !equal(edges.total(), total))
         fail("total", QByteArray::number(edges.total()));
+    if (!equal(edges.maximumIn(0, bars), largest))
+        fail("maximum", QByteArray::number(edges.maximumIn(0, bars)));
     while (!bytes.atEnd()) {
         const double left = bytes.number() * (1 + bytes.below(100));
         const double right = bytes.number() * (1 + bytes.below(100));
         const SBarRange found = edges.barsBetween(left, right);
-        const SBarRange expected = scan(pairs, left, right);
+        const SBarRange expected = scan(pairs, start, left, right);
         if (found.first != expected.first || found.end != expected.end) {
             fail("range", QByteArray::number(found.first) + " to " + QByteArray::number(found.end) + " instead of "
                      + QByteArray::number(expected.first) + " to " + QByteArray::number(expected.end));
