@@ -39,5 +39,5 @@ on_virtual_display() {
     mkdir -p build/session
     chmod 700 build/session
     env -u WAYLAND_DISPLAY QT_QPA_PLATFORM=xcb LC_ALL=C.UTF-8 XDG_RUNTIME_DIR="$root/build/session" \
-        xvfb-run -a -s "-screen 0 1920x1200x24" "$@"
+        xvfb-run -a -s "-screen 0 1920x1200x24 -noreset" "$@"
 }
