@@ -9,7 +9,8 @@
 #include <QThread>
 
 IChartArea::IChartArea(QQuickItem *parent)
-    : QQuickFramebufferObject(parent), m_renderHandle(std::make_shared<RenderHandle<IChartArea>>(this))
+    : QQuickFramebufferObject(parent),
+      m_renderHandle(std::make_shared<RenderHandle<IChartArea>>(this))
 {
 }
 
@@ -32,7 +33,8 @@ QQuickFramebufferObject::Renderer *IChartArea::createRenderer() const
 void IChartArea::announce(Signal changed)
 {
     if (m_synchronizing)
-        QMetaObject::invokeMethod(this, [this, changed] { (this->*changed)(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this, changed] { (this->*changed)(); }, Qt::QueuedConnection);
     else
         (this->*changed)();
 }

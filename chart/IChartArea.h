@@ -15,8 +15,8 @@
 /// The item on which plotters draw: keeps their list, fits its chart rectangle to them, throttles requests for frames
 /// and maps data coordinates to pixels.
 ///
-/// It owns no plotter; a plotter that is destroyed leaves the list silently. Properties and operations belong to the GUI
-/// thread. The scene graph calls syncPlotters() on its render thread while the GUI thread is blocked, and
+/// It owns no plotter; a plotter that is destroyed leaves the list silently. Properties and operations belong to the
+/// GUI thread. The scene graph calls syncPlotters() on its render thread while the GUI thread is blocked, and
 /// renderPlotters() while it runs; renderPlotters() works on the frame that syncPlotters() left and reads nothing else.
 class IChartArea : public QQuickFramebufferObject
 {
@@ -24,7 +24,8 @@ class IChartArea : public QQuickFramebufferObject
     /// The part of data space that the plotters cover; y grows upwards on the screen.
     Q_PROPERTY(QRectF chartRect READ chartRect WRITE setChartRect NOTIFY chartRectChanged)
     /// Whether requests fit chartRect to the plotters.
-    Q_PROPERTY(bool adaptAreaToPlotters READ adaptAreaToPlotters WRITE setAdaptAreaToPlotters NOTIFY adaptAreaToPlottersChanged)
+    Q_PROPERTY(bool adaptAreaToPlotters READ adaptAreaToPlotters WRITE setAdaptAreaToPlotters NOTIFY
+                   adaptAreaToPlottersChanged)
     /// In insertion order. Setting the list does not set the plotters' chartArea.
     Q_PROPERTY(QList<IPlotter *> plotter READ plotter WRITE setPlotter NOTIFY plotterChanged)
     /// Whether requests are accepted.
@@ -96,8 +97,8 @@ protected:
 
     /// Takes the item out of everybody's reach, the render thread's too. First statement of every derived destructor.
     void withdraw();
-    /// Emits `changed`: at once, or, while the plotters are synchronised, from the GUI thread's event loop. The scene graph
-    /// is at work on the item then, and a handler may do away with the item, its window or its plotters.
+    /// Emits `changed`: at once, or, while the plotters are synchronised, from the GUI thread's event loop. The scene
+    /// graph is at work on the item then, and a handler may do away with the item, its window or its plotters.
     void announce(Signal changed);
     /// The formula of mapPointToChart() against `rect`.
     QPointF mapPoint(const QPointF &point, const QRectF &rect) const;
@@ -122,7 +123,7 @@ private:
     uint m_updateIntervalMs = 25;
     int m_requestDepth = 0;
     bool m_synchronizing = false; ///< the scene graph is inside syncPlotters()
-    QRectF m_frameView; ///< render thread: the view rectangle of the frame
+    QRectF m_frameView;           ///< render thread: the view rectangle of the frame
     std::shared_ptr<RenderHandle<IChartArea>> m_renderHandle;
     Anchor m_anchor;
 };

@@ -3,12 +3,12 @@
 
 #include <cstring>
 
-// Two doubles side by side, for loops that the compiler does not vectorise by itself because their result depends on the
-// order of comparisons. Every 64-bit processor has registers of this width; wider ones were tried and gained nothing
-// beyond the second-level cache and little within it.
+// Two doubles side by side, for loops that the compiler does not vectorise by itself because their result depends on
+// the order of comparisons. Every 64-bit processor has registers of this width; wider ones were tried and gained
+// nothing beyond the second-level cache and little within it.
 
 constexpr int lanes = 2;
-constexpr int laneGroups = 4;              // independent chains, which hide the latency of one
+constexpr int laneGroups = 4; // independent chains, which hide the latency of one
 constexpr int valuesPerRound = laneGroups * lanes;
 
 using Lanes = double __attribute__((vector_size(lanes * sizeof(double))));

@@ -110,7 +110,10 @@ public:
 
     /// The targets in insertion order. Copy it (it is implicitly shared) before calling code that may change the list.
     const List &items() const { return m_items; }
-    bool contains(const T *target) const { return std::find(m_items.cbegin(), m_items.cend(), target) != m_items.cend(); }
+    bool contains(const T *target) const
+    {
+        return std::find(m_items.cbegin(), m_items.cend(), target) != m_items.cend();
+    }
 
     /// False, and nothing happens, when `target` is null or already listed.
     bool append(T *target)

@@ -3,9 +3,10 @@
 
 #include "common/Lanes.h"
 
-// The compiler turns a loop with one running maximum into no vector code, because the order of comparisons decides which
-// zero or NaN remains. With one maximum per lane, replaced on strictly greater, every lane obeys the rule by itself, and
-// lanes that started from the same value differ at the end only in what is greater, or in the sign of a zero.
+// The compiler turns a loop with one running maximum into no vector code, because the order of comparisons decides
+// which zero or NaN remains. With one maximum per lane, replaced on strictly greater, every lane obeys the rule by
+// itself, and lanes that started from the same value differ at the end only in what is greater, or in the sign of a
+// zero.
 
 namespace {
 

@@ -44,8 +44,8 @@ void prepare(QVector<T> &storage, int size)
     }
 }
 
-/// Where to write `count` elements from `begin` on, in order, after prepare(). What is not there yet is appended, for the
-/// same reason as in extend().
+/// Where to write `count` elements from `begin` on, in order, after prepare(). What is not there yet is appended, for
+/// the same reason as in extend().
 template <class T>
 T *portionAt(QVector<T> &storage, int begin, int count)
 {

@@ -68,8 +68,8 @@ bool Filter1D::mayPublish()
 {
     if (m_publicationDepth == 0)
         return true;
-    // A node publishes while it is publishing: a handler changed its data, or it feeds itself. The depth bounds the stack;
-    // the number of times bounds the work, which doubles with every round of a cycle that delivers twice.
+    // A node publishes while it is publishing: a handler changed its data, or it feeds itself. The depth bounds the
+    // stack; the number of times bounds the work, which doubles with every round of a cycle that delivers twice.
     constexpr int deepestPublication = 64;
     constexpr int mostReentries = 1024; // of all nodes, until the delivery that came first is done
     if (m_publicationDepth < deepestPublication && ++reentries <= mostReentries)

@@ -7,13 +7,16 @@
 
 namespace {
 
-/// A sum over `depth` values that moves on by one value per average. The sum is carried along as it is, rounding and all;
-/// each step needs the one before, so there must be nothing else in the way.
+/// A sum over `depth` values that moves on by one value per average. The sum is carried along as it is, rounding and
+/// all; each step needs the one before, so there must be nothing else in the way.
 class RunningAverage
 {
 public:
     RunningAverage(const QVector<double> &input, int depth)
-        : m_values(input.constData()), m_last(input.size() - 1), m_depth(depth), m_sum(depth * m_values[0])
+        : m_values(input.constData()),
+          m_last(input.size() - 1),
+          m_depth(depth),
+          m_sum(depth * m_values[0])
     {
     }
 

@@ -99,7 +99,7 @@ bool AreaPlotter::__update_vertex()
         writeFillVertices(values, start, count, portionAt(m_fillVertices, 2 * start, 2 * count));
         writeBorderVertices(values, start, count, portionAt(m_borderVertices, start, count));
     });
-    m_fillVertices.resize(4 * whole); // zeros; at equal length they are there
+    m_fillVertices.resize(4 * whole);          // zeros; at equal length they are there
     m_plotterArea.setHeight(maxima.maximum()); // Deliberate: without a signal.
     keepMaxima(maxima);
     m_dirtyFlags |= borderDataDirty;

@@ -95,10 +95,10 @@ private:
     bool m_borderEnable = true;
     bool m_enableGradient = false;
     QColor m_gradientColor{7, 203, 242, 255};
-    bool m_finite = false; ///< every value of the series is, in single precision
-    SAreaFrame m_shown; ///< written by sync_buffers(), read by the drawing hooks
-    SUploadedPart m_uploaded;              ///< render thread
-    QVector<QVector2D> m_partVertices;     ///< render thread: on their way into a buffer
-    int m_fillCount = 0;                   ///< render thread: vertices of the part in the buffer
-    QRectF m_shownView; ///< render thread
+    bool m_finite = false;             ///< every value of the series is, in single precision
+    SAreaFrame m_shown;                ///< written by sync_buffers(), read by the drawing hooks
+    SUploadedPart m_uploaded;          ///< render thread
+    QVector<QVector2D> m_partVertices; ///< render thread: on their way into a buffer
+    int m_fillCount = 0;               ///< render thread: vertices of the part in the buffer
+    QRectF m_shownView;                ///< render thread
 };

@@ -96,7 +96,8 @@ QVector<SBarRange> AreaPlotter::visibleSpans(const SBarRange &points) const
         return {all};
     const QMatrix4x4 placed = matrix();
     const SBarRow row{placed(0, 2) + placed(0, 3), placed(0, 0), all.first, all.end};
-    const QVector<SBarRange> visible = barsOnPixelCentres(row, currentPixelRow(*QOpenGLContext::currentContext()->functions()));
+    const QVector<SBarRange> visible =
+        barsOnPixelCentres(row, currentPixelRow(*QOpenGLContext::currentContext()->functions()));
     return visible.isEmpty() ? QVector<SBarRange>{all} : visible;
 }
 
@@ -128,7 +129,8 @@ void AreaPlotter::uploadBorder(const SBarRange &points)
     for (int done = 0; done < count; done += seriesPortion) {
         const int portion = std::min(seriesPortion, count - done);
         const int first = points.first + done;
-        writeBorderVertices(m_shown.series.constData() + first, first, portion, portionAt(m_partVertices, done, portion));
+        writeBorderVertices(m_shown.series.constData() + first, first, portion,
+                            portionAt(m_partVertices, done, portion));
     }
     upload(m_buffers[1], m_partVertices);
 }

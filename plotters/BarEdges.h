@@ -94,7 +94,7 @@ BarEdges BarEdges::of(const QVector<double> &pairs, double start, Visit &&visit)
         for (int i = 0; i < inBlock; ++i, pair += 2) {
             blockOfEdges[i + 1] = blockOfEdges[i] + pair[0];
             ascending &= blockOfEdges[i + 1] >= blockOfEdges[i]; // false for a NaN
-            maximum = pair[1] > maximum ? pair[1] : maximum;    // a NaN never is
+            maximum = pair[1] > maximum ? pair[1] : maximum;     // a NaN never is
         }
         edges.m_blockMaxima.append(maximum);
         visit(bar, inBlock, blockOfEdges);

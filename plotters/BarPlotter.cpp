@@ -90,7 +90,8 @@ void BarPlotter::buildVertices()
         const double *values = series.constData() + start;
         m_finite &= finiteInSingle(values, count);
         if (whole)
-            writeBarPoints(values, count, portionAt(m_points, pointsPerBar * start, pointsPerBar * count), pointsPerBar);
+            writeBarPoints(values, count, portionAt(m_points, pointsPerBar * start, pointsPerBar * count),
+                           pointsPerBar);
     });
     m_plotterArea.setHeight(maxima.maximum()); // Deliberate: without a signal.
     keepMaxima(maxima);

@@ -48,17 +48,17 @@ private:
     void bindAttributes(QOpenGLShaderProgram &program, int mode);
     void releaseAttributes(QOpenGLShaderProgram &program, int mode);
 
-    QVector<float> m_points;     ///< four heights per bar, one in the geometry-shader mode
-    QVector<float> m_vertexIds;  ///< four bar numbers per bar
-    QVector<uint> m_indices;     ///< two triangles per bar; never shrinks
+    QVector<float> m_points;    ///< four heights per bar, one in the geometry-shader mode
+    QVector<float> m_vertexIds; ///< four bar numbers per bar
+    QVector<uint> m_indices;    ///< two triangles per bar; never shrinks
     QOpenGLBuffer m_pointBuffer{QOpenGLBuffer::VertexBuffer};
     QOpenGLBuffer m_vertexIdBuffer{QOpenGLBuffer::VertexBuffer};
     QOpenGLBuffer m_indexBuffer{QOpenGLBuffer::IndexBuffer};
     uint m_barDirty = 0;
     bool m_glReady = false;
-    int m_barCount = 0;          ///< bars in the buffers
-    bool m_finite = false;       ///< every value of the series is, in single precision
-    bool m_shownFinite = false;  ///< the same for what is drawn
-    QVector<double> m_shownSeries; ///< a long one, which is drawn by parts: written by sync_buffers(), read while drawing
+    int m_barCount = 0;         ///< bars in the buffers
+    bool m_finite = false;      ///< every value of the series is, in single precision
+    bool m_shownFinite = false; ///< the same for what is drawn
+    QVector<double> m_shownSeries; ///< a long one, drawn by parts: written by sync_buffers(), read while drawing
     BarWindow m_window;            ///< render thread
 };

@@ -141,7 +141,7 @@ bool BarPlotterDx::__update_vertex()
         for (int bar = 0; bar < bars; ++bar)
             maximum = pairs[2 * bar + 1] > maximum ? pairs[2 * bar + 1] : maximum; // a NaN never is
     });
-    m_vertexArray.resize(4 * count); // zeros; at equal length they are there
+    m_vertexArray.resize(4 * count);  // zeros; at equal length they are there
     m_plotterArea.setHeight(maximum); // Deliberate: without signals.
     m_plotterArea.setWidth(m_edges.total());
     return true;
@@ -154,7 +154,7 @@ bool BarPlotterDx::__update_index()
         return false;
     m_indexArray.reserve(6 * count);
     appendBarIndices(m_indexArray, m_indexArray.size() / 6, count); // those present do not depend on the values
-    return true; // Deliberate: at equal length too.
+    return true;                                                    // Deliberate: at equal length too.
 }
 
 const SAttributePointer BarPlotterDx::_fetch_attribute_data(const int &attribute) const

@@ -10,9 +10,9 @@
 
 /// The variants by number; 3 and 4 draw like 0 and 1.
 enum BarShaderMode {
-    BarAttributes = 0,      ///< bar number as an attribute, indexed triangles
-    BarVertexId = 1,        ///< bar number from gl_VertexID, indexed triangles
-    BarGeometryShader = 2,  ///< one point per bar, expanded by a geometry shader
+    BarAttributes = 0,     ///< bar number as an attribute, indexed triangles
+    BarVertexId = 1,       ///< bar number from gl_VertexID, indexed triangles
+    BarGeometryShader = 2, ///< one point per bar, expanded by a geometry shader
     BarAttributesAlias = 3,
     BarVertexIdAlias = 4,
 };

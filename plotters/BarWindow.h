@@ -33,6 +33,6 @@ private:
     QOpenGLBuffer m_heightBuffer{QOpenGLBuffer::VertexBuffer};
     QOpenGLBuffer m_numberBuffer{QOpenGLBuffer::VertexBuffer};
     QOpenGLBuffer m_indexBuffer{QOpenGLBuffer::IndexBuffer};
-    QVector<double> m_series;     ///< what the buffers were filled from,
-    QVector<SBarRange> m_ranges;  ///< none when they hold the last portion only
+    QVector<double> m_series;    ///< what the buffers were filled from,
+    QVector<SBarRange> m_ranges; ///< none when they hold the last portion only
 };

@@ -20,18 +20,18 @@ class QOpenGLContext;
 class QOpenGLFunctions;
 class QOpenGLShaderProgram;
 
-/// What draw() may know of a plotter: copied from the properties while the GUI thread is blocked, right after the upload,
-/// so that a frame always shows what was uploaded for it. Read on the render thread without a lock.
+/// What draw() may know of a plotter: copied from the properties while the GUI thread is blocked, right after the
+/// upload, so that a frame always shows what was uploaded for it. Read on the render thread without a lock.
 struct SPlotterFrame
 {
     const QOpenGLContext *context = nullptr; ///< where the buffers live; null before the first synchronisation
     bool visible = false;
-    bool attached = false;                   ///< the plotter has a chart area of its own
+    bool attached = false; ///< the plotter has a chart area of its own
     QColor color;
     QRectF plotterArea;
     QRectF modArea;
     double xOffset = 0.0;
-    int dataSize = 0;                        ///< numbers in the series, not points
+    int dataSize = 0; ///< numbers in the series, not points
 };
 
 /// The base of everything that draws in a chart area: the common properties, the series and the render pipeline.
@@ -139,7 +139,8 @@ signals:
 protected:
     using Signal = void (IPlotter::*)();
 
-    /// Takes the plotter out of everybody's reach, the render thread's too. First statement of every derived destructor.
+    /// Takes the plotter out of everybody's reach, the render thread's too. First statement of every derived
+    /// destructor.
     void withdraw();
     /// Asks the chart area, if any, for a frame.
     void requestUpdate();
@@ -177,9 +178,9 @@ protected:
     bool m_offsetSubtracts = true;
     QMutex m_spareMutexes[2]; ///< for subclasses; the base never locks them
     QVector<SAttributeDefinition> m_attributes;
-    QVector<QOpenGLBuffer> m_buffers; ///< one per attribute
+    QVector<QOpenGLBuffer> m_buffers;               ///< one per attribute
     QVector<SRenderLayerDefinition> m_renderLayers; ///< render thread only
-    QHash<QString, QOpenGLBuffer> m_namedBuffers; ///< for subclasses; the base only destroys it
+    QHash<QString, QOpenGLBuffer> m_namedBuffers;   ///< for subclasses; the base only destroys it
 
 private:
     void replaceData(const QVector<double> &data);

@@ -15,7 +15,8 @@ namespace {
 /// A buffer is no longer created once its context is gone, also when another one has the same address.
 bool allCreated(const QVector<QOpenGLBuffer> &buffers)
 {
-    return std::all_of(buffers.cbegin(), buffers.cend(), [](const QOpenGLBuffer &buffer) { return buffer.isCreated(); });
+    return std::all_of(buffers.cbegin(), buffers.cend(),
+                       [](const QOpenGLBuffer &buffer) { return buffer.isCreated(); });
 }
 
 } // namespace
@@ -25,7 +26,13 @@ bool allCreated(const QVector<QOpenGLBuffer> &buffers)
 void IPlotter::synchronize()
 {
     sync_buffers();
-    m_frame = {QOpenGLContext::currentContext(), m_visible, bool(m_chartArea), m_color, m_plotterArea, modArea(), m_xOffset,
+    m_frame = {QOpenGLContext::currentContext(),
+               m_visible,
+               bool(m_chartArea),
+               m_color,
+               m_plotterArea,
+               modArea(),
+               m_xOffset,
                m_data.size()};
 }
 
@@ -151,7 +158,8 @@ void IPlotter::bindAttributes(QOpenGLShaderProgram &program, const QVector<int> 
         const QByteArray name = attribute.name.toUtf8();
         m_buffers[number].bind();
         program.enableAttributeArray(name.constData());
-        program.setAttributeBuffer(name.constData(), attribute.dataType, attribute.offset, attribute.tupleSize, attribute.stride);
+        program.setAttributeBuffer(name.constData(), attribute.dataType, attribute.offset, attribute.tupleSize,
+                                   attribute.stride);
     }
 }
 

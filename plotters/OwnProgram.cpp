@@ -68,7 +68,8 @@ bool OwnProgram::ensureLinked(const Sources &sources, const char *owner)
         return true;
     if (!m_failedBefore || m_program.log() != m_reportedLog) {
         m_reportedLog = m_program.log();
-        qCritical() << qPrintable(QStringLiteral("Link shader program for %1 failed with log:\n").arg(QLatin1String(owner)))
+        qCritical() << qPrintable(
+            QStringLiteral("Link shader program for %1 failed with log:\n").arg(QLatin1String(owner)))
                     << m_reportedLog;
     }
     m_failedBefore = true;

@@ -14,8 +14,9 @@ class OwnProgram
 public:
     using Sources = QVector<QPair<QOpenGLShader::ShaderType, QString>>;
 
-    /// Links `sources` unless that is done. A failure is reported as "Link shader program for <owner> failed ..." with the
-    /// log. Every further call tries again, without adding up sources; it reports a failure when the log is another one.
+    /// Links `sources` unless that is done. A failure is reported as "Link shader program for <owner> failed ..." with
+    /// the log. Every further call tries again, without adding up sources; it reports a failure when the log is another
+    /// one.
     bool ensureLinked(const Sources &sources, const char *owner);
     bool isLinked() const { return m_program.isLinked(); }
     QOpenGLShaderProgram &program() { return m_program; }

@@ -8,8 +8,8 @@
 #include <memory>
 #include <unordered_map>
 
-/// One T for every OpenGL context that asked for one. A T is made, used and destroyed on its context's render thread and
-/// goes when the context goes; only the table is shared between threads.
+/// One T for every OpenGL context that asked for one. A T is made, used and destroyed on its context's render thread
+/// and goes when the context goes; only the table is shared between threads.
 template <class T>
 class PerContext
 {
@@ -35,8 +35,9 @@ public:
             const QMutexLocker lock(&m_table->mutex);
             m_table->entries[context] = std::move(created);
         }
-        QObject::connect(context, &QOpenGLContext::aboutToBeDestroyed, context,
-                         [table = std::weak_ptr<Table>(m_table), context] { drop(table, context); }, Qt::DirectConnection);
+        QObject::connect(
+            context, &QOpenGLContext::aboutToBeDestroyed, context,
+            [table = std::weak_ptr<Table>(m_table), context] { drop(table, context); }, Qt::DirectConnection);
         return result;
     }
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QVector>
 #include <QVector2D>
+#include <QVector>
 
 // The vertex arrays of the plotters. Values are rounded to single precision. Thread-safe.
 
@@ -21,8 +21,8 @@ void writeBorderVertices(const double *values, int first, int count, QVector2D *
 /// are (width, value), `edges` the positions of the bars' count + 1 edges.
 void writeHResVertices(const double *pairs, const double *edges, int count, SHResVertex *corners);
 
-/// Appends six indices for each bar from number `first` to one before `end`, two triangles that cover it. The corners of
-/// bar i are 4i to 4i + 3. The caller reserves the room.
+/// Appends six indices for each bar from number `first` to one before `end`, two triangles that cover it. The corners
+/// of bar i are 4i to 4i + 3. The caller reserves the room.
 void appendBarIndices(QVector<uint> &indices, int first, int end);
 
 /// Appends four numbers for each bar i from number `first` to one before `end`, one per corner: i, i + 1, i, i + 1. The

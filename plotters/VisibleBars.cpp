@@ -18,7 +18,8 @@ constexpr double widestDoubt = 0.25;
 /// Bars per pixel below which drawing all costs little.
 constexpr double fewBarsPerPixel = 4.0;
 
-/// How far a corner may land from where it belongs, in pixels. `reach` is the largest number on the way to its position.
+/// How far a corner may land from where it belongs, in pixels. `reach` is the largest number on the way to its
+/// position.
 double doubtOf(double reach, const SPixelRow &pixels)
 {
     const double half = 0.5 * pixels.count; // pixels per unit of normalised device coordinates

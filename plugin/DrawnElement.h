@@ -17,14 +17,14 @@
   template <> \
   class QQmlPrivate::QQmlElement<T> final : public T \
   { \
-  public: \
-      ~QQmlElement() override \
-      { \
-          withdraw(); \
-          QQmlPrivate::qdeclarativeelement_destructor(this); \
-      } \
-      static void operator delete(void *memory) { ::operator delete(memory); } \
-      static void operator delete(void *, void *) {} \
+public: \
+    ~QQmlElement() override \
+    { \
+      withdraw(); \
+      QQmlPrivate::qdeclarativeelement_destructor(this); \
+    } \
+    static void operator delete(void *memory) { ::operator delete(memory); } \
+    static void operator delete(void *, void *) {} \
   }
 
 VORLIX_DRAWN_ELEMENT(ChartArea);

@@ -37,8 +37,10 @@ bool hasInk(QWindow &window, int from)
     const int top = int(windowHeight * (1.0 - probeTop / plotTop));
     const int bottom = int(windowHeight * (1.0 - probeBottom / plotTop));
     const int width = int(windowWidth * (probeRight - probeLeft));
-    const QImage probe =
-        window.screen()->grabWindow(window.winId(), from, top, width, bottom - top).toImage().convertToFormat(QImage::Format_RGB32);
+    const QImage probe = window.screen()
+                             ->grabWindow(window.winId(), from, top, width, bottom - top)
+                             .toImage()
+                             .convertToFormat(QImage::Format_RGB32);
     constexpr int leastInk = 20; // pixels: a thin line across the probe leaves more
     int inked = 0;
     for (int y = 0; y < probe.height(); ++y) {
@@ -147,7 +149,8 @@ private:
         }
         while (m_step > 0) {
             const bool late = total.elapsed() > roundMs;
-            const int next = late ? (m_step - 1) % 2 : m_step - 1; // only odd distances change the picture at the probes
+            const int next =
+                late ? (m_step - 1) % 2 : m_step - 1; // only odd distances change the picture at the probes
             if (!zoomTo(next))
                 return false;
             m_step = next;
@@ -217,7 +220,8 @@ private:
 void frameFinished()
 {
     frameMayBeNew = true;
-    QMetaObject::invokeMethod(qApp, [] {}, Qt::QueuedConnection); // wakes the GUI thread
+    QMetaObject::invokeMethod(
+        qApp, [] {}, Qt::QueuedConnection); // wakes the GUI thread
 }
 
 int runContest(Contender &contender)

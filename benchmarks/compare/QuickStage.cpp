@@ -9,7 +9,8 @@ QuickStage::QuickStage()
     m_view.setColor(Qt::black);
     m_view.resize(windowWidth, windowHeight);
     m_view.setResizeMode(QQuickView::SizeRootObjectToView);
-    QObject::connect(&m_view, &QQuickWindow::frameSwapped, &m_view, [] { frameFinished(); }, Qt::DirectConnection);
+    QObject::connect(
+        &m_view, &QQuickWindow::frameSwapped, &m_view, [] { frameFinished(); }, Qt::DirectConnection);
 }
 
 QQuickItem *QuickStage::open(const QUrl &file, const QVariantMap &properties)

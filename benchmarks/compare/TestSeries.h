@@ -19,8 +19,8 @@ struct SView
 /// Values in 0.0 to 1.0, the largest close to 1.0. `phase` is 0 or 1; each is the other's opposite.
 QVector<double> testSeries(int count, int phase);
 
-/// Zooming in on the middle: step 0 shows everything, each further one seven tenths of what the step before showed, down
-/// to some 60 of `count` values.
+/// Zooming in on the middle: step 0 shows everything, each further one seven tenths of what the step before showed,
+/// down to some 60 of `count` values.
 int zoomSteps(int count);
 SView zoomView(int step);
 

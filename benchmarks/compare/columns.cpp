@@ -56,9 +56,9 @@ private:
     {
         auto *node = new QSGGeometryNode;
         auto *geometry = new QSGGeometry(QSGGeometry::defaultAttributes_Point2D(), pointsPerColumn() * int(width()));
-        geometry->setDrawingMode(isLine() ? QSGGeometry::DrawLineStrip
-                                 : isBars() ? QSGGeometry::DrawTriangles
-                                            : QSGGeometry::DrawTriangleStrip);
+        geometry->setDrawingMode(isLine()       ? QSGGeometry::DrawLineStrip
+                                     : isBars() ? QSGGeometry::DrawTriangles
+                                                : QSGGeometry::DrawTriangleStrip);
         node->setGeometry(geometry);
         node->setFlag(QSGNode::OwnsGeometry);
         auto *material = new QSGFlatColorMaterial;

@@ -26,7 +26,10 @@ public:
         m_view = view;
         endResetModel();
     }
-    int rowCount(const QModelIndex &) const override { return int(std::ceil(m_view.to * m_series.size())) - firstRow(); }
+    int rowCount(const QModelIndex &) const override
+    {
+        return int(std::ceil(m_view.to * m_series.size())) - firstRow();
+    }
     QVariant data(const QModelIndex &index, int) const override { return m_series.at(firstRow() + index.row()); }
     QHash<int, QByteArray> roleNames() const override { return {{Qt::UserRole, "value"}}; }
 

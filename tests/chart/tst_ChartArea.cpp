@@ -64,16 +64,18 @@ private:
 void tst_ChartArea::itsMetaObjectIsExactlyAsDescribed()
 {
     const QMetaObject &meta = ChartArea::staticMetaObject;
-    QCOMPARE(ownProperties(meta), (QStringList{
-        "zoomRect QRectF write zoomRectChanged",
-        "adaptChartHeight bool write adaptChartHeightChanged",
-    }));
+    QCOMPARE(ownProperties(meta),
+             (QStringList{
+                 "zoomRect QRectF write zoomRectChanged",
+                 "adaptChartHeight bool write adaptChartHeightChanged",
+             }));
     QCOMPARE(ownSignals(meta), (QStringList{"zoomRectChanged()", "adaptChartHeightChanged()"}));
-    QCOMPARE(ownMethods(meta), (QStringList{
-        "QPointF mapPointToChart(QPointF)",
-        "void resetZoomView()",
-        "void exportImage(QString)",
-    }));
+    QCOMPARE(ownMethods(meta),
+             (QStringList{
+                 "QPointF mapPointToChart(QPointF)",
+                 "void resetZoomView()",
+                 "void exportImage(QString)",
+             }));
     QCOMPARE(meta.superClass(), &IChartArea::staticMetaObject);
 }
 
@@ -285,7 +287,8 @@ void tst_ChartArea::strangeRectanglesEndTheNestedRequests_data()
     const QRectF unit(0.0, 0.0, 1.0, 1.0);
     QTest::newRow("endless value") << QRectF(0.0, 0.0, 1.0, infinity) << unit << infinity;
     QTest::newRow("endless zoom") << unit << QRectF(-infinity, -infinity, infinity, infinity) << 2.0;
-    QTest::newRow("endless both") << QRectF(0.0, 0.0, infinity, infinity) << QRectF(0.0, 0.0, infinity, infinity) << infinity;
+    QTest::newRow("endless both") << QRectF(0.0, 0.0, infinity, infinity) << QRectF(0.0, 0.0, infinity, infinity)
+                                  << infinity;
     QTest::newRow("zoom not a number") << unit << QRectF(notANumber, notANumber, notANumber, notANumber) << 2.0;
     QTest::newRow("width not a number") << unit << QRectF(0.0, 0.0, notANumber, 1.0) << 2.0;
     QTest::newRow("chart not a number") << QRectF(0.0, notANumber, 1.0, notANumber) << unit << 2.0;
@@ -341,7 +344,8 @@ void tst_ChartArea::pointsAreMappedAgainstTheZoom()
     QCOMPARE(area.mapPointToChart({3.0, 2.0}), QPointF(50.0, 80.0));
     QCOMPARE(area.mapPointToChart({1.0, 2.0}), QPointF(-1.0, -1.0)); // in the chart, not in the zoom
     QPointF mapped;
-    QVERIFY(QMetaObject::invokeMethod(&area, "mapPointToChart", Q_RETURN_ARG(QPointF, mapped), Q_ARG(QPointF, QPointF(3.0, 2.0))));
+    QVERIFY(QMetaObject::invokeMethod(&area, "mapPointToChart", Q_RETURN_ARG(QPointF, mapped),
+                                      Q_ARG(QPointF, QPointF(3.0, 2.0))));
     QCOMPARE(mapped, QPointF(50.0, 80.0));
 }
 

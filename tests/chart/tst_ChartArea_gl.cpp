@@ -142,7 +142,9 @@ void tst_ChartArea_gl::aZOrderThatIsNotANumberComesLast()
         const bool isNumber = i % 3 != 0;
         plotters.back()->setZOrder(isNumber ? double((i * 17) % 40) : notANumber);
         if (isNumber)
-            plotters.back()->onDraw = [&order, i] { order.record(QString::number((i * 17) % 40).rightJustified(2, '0')); };
+            plotters.back()->onDraw = [&order, i] {
+                order.record(QString::number((i * 17) % 40).rightJustified(2, '0'));
+            };
         else
             plotters.back()->onDraw = [&order] { order.record("none"); };
         area.addPlotter(plotters.back().get());
@@ -312,7 +314,9 @@ void tst_ChartArea_gl::requestsFromTheRenderThreadReachTheItem()
     ProbePlotter plotter;
     double maximum = 2.0;
     plotter.maximum = [&](const QRectF &) { return maximum; };
-    plotter.onSync = [&] { maximum = maximum < 8.0 ? maximum + 1.0 : maximum; }; // the zoom changes in each of these frames
+    plotter.onSync = [&] {
+        maximum = maximum < 8.0 ? maximum + 1.0 : maximum;
+    }; // the zoom changes in each of these frames
     plotter.setPlotterArea({0.0, 0.0, 1.0, 20.0});
     area.addPlotter(&plotter);
     QVERIFY(scene.show());
@@ -379,7 +383,7 @@ void tst_ChartArea_gl::aHandlerOfTheFrameMayDestroyAPlotter()
     area.addPlotter(first.get());
     area.addPlotter(bars.get());
     area.addPlotter(last.get());
-    area.setShouldUpdate(false); // so that the first change comes with the frame
+    area.setShouldUpdate(false);                        // so that the first change comes with the frame
     connect(&area, &IChartArea::chartRectChanged, [&] { // GUI thread blocked, or the one thread there is
         first.reset();
         bars.reset();

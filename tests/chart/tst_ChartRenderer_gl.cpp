@@ -169,8 +169,9 @@ void tst_ChartRenderer_gl::theAlphaFollowsTheConstantBlendAlpha()
     const auto shown = [](float alpha) {
         Scene scene({20, 20}, Qt::white);
         scene.setBlendAlpha(alpha);
-        scene.load("ChartArea { anchors.fill: parent; BarPlotter { id: bars; color: '#0000ff' }"
-                   " Component.onCompleted: { addPlotter(bars); bars.plotterArea = Qt.rect(0, 0, 1, 1); bars.data = [1] } }");
+        scene.load(
+            "ChartArea { anchors.fill: parent; BarPlotter { id: bars; color: '#0000ff' }"
+            " Component.onCompleted: { addPlotter(bars); bars.plotterArea = Qt.rect(0, 0, 1, 1); bars.data = [1] } }");
         return scene.show() ? scene.grab().pixelColor(10, 15) : QColor();
     };
     QCOMPARE(shown(1.0f), QColor(0, 0, 255));

@@ -100,23 +100,29 @@ private:
 void tst_IChartArea::itsMetaObjectIsExactlyAsDescribed()
 {
     const QMetaObject &meta = IChartArea::staticMetaObject;
-    QCOMPARE(ownProperties(meta), (QStringList{
-        "chartRect QRectF write chartRectChanged",
-        "adaptAreaToPlotters bool write adaptAreaToPlottersChanged",
-        "plotter QList<IPlotter*> write plotterChanged",
-        "shouldUpdate bool write shouldUpdateChanged",
-        "updateIntervalMs uint write -",
-    }));
-    QCOMPARE(ownSignals(meta), (QStringList{
-        "chartRectChanged()", "plotterChanged()", "shouldUpdateChanged()", "adaptAreaToPlottersChanged()",
-    }));
-    QCOMPARE(ownMethods(meta), (QStringList{
-        "void addPlotter(IPlotter*)",
-        "void removePlotter(IPlotter*)",
-        "QPointF mapPointToChart(QPointF)",
-        "void lock_update()",
-        "void unlock_update()",
-    }));
+    QCOMPARE(ownProperties(meta),
+             (QStringList{
+                 "chartRect QRectF write chartRectChanged",
+                 "adaptAreaToPlotters bool write adaptAreaToPlottersChanged",
+                 "plotter QList<IPlotter*> write plotterChanged",
+                 "shouldUpdate bool write shouldUpdateChanged",
+                 "updateIntervalMs uint write -",
+             }));
+    QCOMPARE(ownSignals(meta),
+             (QStringList{
+                 "chartRectChanged()",
+                 "plotterChanged()",
+                 "shouldUpdateChanged()",
+                 "adaptAreaToPlottersChanged()",
+             }));
+    QCOMPARE(ownMethods(meta),
+             (QStringList{
+                 "void addPlotter(IPlotter*)",
+                 "void removePlotter(IPlotter*)",
+                 "QPointF mapPointToChart(QPointF)",
+                 "void lock_update()",
+                 "void unlock_update()",
+             }));
     QCOMPARE(meta.superClass(), &QQuickFramebufferObject::staticMetaObject);
 }
 

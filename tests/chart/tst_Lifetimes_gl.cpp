@@ -27,8 +27,9 @@ class BetweenSyncAndRender
 public:
     explicit BetweenSyncAndRender(Scene &scene) : m_scene(scene)
     {
-        m_connection = QObject::connect(&scene.window(), &QQuickWindow::beforeRendering, &scene.window(), [this] { pause(); },
-                                        Qt::DirectConnection);
+        m_connection = QObject::connect(
+            &scene.window(), &QQuickWindow::beforeRendering, &scene.window(), [this] { pause(); },
+            Qt::DirectConnection);
     }
     ~BetweenSyncAndRender() { QObject::disconnect(m_connection); }
 
@@ -230,7 +231,7 @@ void tst_Lifetimes_gl::everythingGoesAfterTheSynchronisation()
         }
         QVERIFY(scene.show());
         scene.settle();
-            QVERIFY(between.run(*area, [&] {
+        QVERIFY(between.run(*area, [&] {
             if (areaFirst)
                 delete area;
             plotters.clear();

@@ -135,12 +135,14 @@ void tst_Windows_gl::aWindowIsHiddenAndShown()
     area.addPlotter(&bars.plotter);
     std::atomic<int> lostContexts{0};
     std::atomic<int> lostGraphs{0};
-    connect(&scene.window(), &QQuickWindow::sceneGraphInvalidated, &area, [&] { ++lostGraphs; }, Qt::DirectConnection);
+    connect(
+        &scene.window(), &QQuickWindow::sceneGraphInvalidated, &area, [&] { ++lostGraphs; }, Qt::DirectConnection);
     for (int i = 0; i < 4; ++i) {
         QVERIFY(scene.show());
         QVERIFY2(showsBars(scene.grab(), blue), qPrintable(QString::number(i)));
-        connect(scene.window().openglContext(), &QOpenGLContext::aboutToBeDestroyed, &area, [&] { ++lostContexts; },
-                Qt::DirectConnection);
+        connect(
+            scene.window().openglContext(), &QOpenGLContext::aboutToBeDestroyed, &area, [&] { ++lostContexts; },
+            Qt::DirectConnection);
         if (i % 2)
             scene.window().hide();
         else

@@ -16,10 +16,19 @@ namespace {
 QString qmlType(QString type)
 {
     static const QHash<QString, QString> names{
-        {"double", "real"},      {"QString", "string"},      {"QColor", "color"},       {"QRectF", "rect"},
-        {"QPointF", "point"},    {"QVariantList", "list"},   {"QVariant", "var"},       {"QJSValue", "var"},
-        {"QVector<double>", "list of real"},                 {"uchar", "int 0 to 255"}, {"uint", "int, at least 0"},
-        {"QList<IPlotter*>", "list of IPlotter"},            {"QVector<IPlotter1D*>", "list of IPlotter1D"},
+        {"double", "real"},
+        {"QString", "string"},
+        {"QColor", "color"},
+        {"QRectF", "rect"},
+        {"QPointF", "point"},
+        {"QVariantList", "list"},
+        {"QVariant", "var"},
+        {"QJSValue", "var"},
+        {"QVector<double>", "list of real"},
+        {"uchar", "int 0 to 255"},
+        {"uint", "int, at least 0"},
+        {"QList<IPlotter*>", "list of IPlotter"},
+        {"QVector<IPlotter1D*>", "list of IPlotter1D"},
     };
     if (names.contains(type))
         return names.value(type);
@@ -37,8 +46,10 @@ QString literal(const QVariant &value)
     if (value.canConvert<QObject *>())
         return value.value<QObject *>() ? QStringLiteral("an object") : QStringLiteral("null");
     switch (int(value.type())) {
-    case QMetaType::QString: return '"' + value.toString() + '"';
-    case QMetaType::Double: return number(value.toDouble());
+    case QMetaType::QString:
+        return '"' + value.toString() + '"';
+    case QMetaType::Double:
+        return number(value.toDouble());
     case QMetaType::QColor: {
         const QColor color = value.value<QColor>();
         return '"' + color.name(color.alpha() == 255 ? QColor::HexRgb : QColor::HexArgb) + '"';
@@ -48,9 +59,12 @@ QString literal(const QVariant &value)
         return QStringLiteral("Qt.rect(%1, %2, %3, %4)")
             .arg(number(r.x()), number(r.y()), number(r.width()), number(r.height()));
     }
-    case QMetaType::UChar: return QString::number(value.value<uchar>());
-    case QMetaType::Nullptr: return QStringLiteral("null");
-    default: break;
+    case QMetaType::UChar:
+        return QString::number(value.value<uchar>());
+    case QMetaType::Nullptr:
+        return QStringLiteral("null");
+    default:
+        break;
     }
     if (value.canConvert<QVariantList>() || QString(value.typeName()).contains(QLatin1String("List<"))
         || QString(value.typeName()).contains(QLatin1String("Vector<")))

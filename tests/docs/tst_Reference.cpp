@@ -63,7 +63,8 @@ QString difference(QStringList page, const QStringList &expected)
 /// A UUID is a new one each time.
 QStringList withoutChance(QStringList expected)
 {
-    return expected.replaceInStrings(QRegularExpression(QStringLiteral("`\"\\{.*\\}\"`")), QStringLiteral("a fresh UUID"));
+    return expected.replaceInStrings(QRegularExpression(QStringLiteral("`\"\\{.*\\}\"`")),
+                                     QStringLiteral("a fresh UUID"));
 }
 
 } // namespace
@@ -102,8 +103,8 @@ void TestReference::every_type_has_a_page_data()
 {
     QTest::addColumn<QString>("type");
     // What the module registers; another test compares this file with the module.
-    QRegularExpressionMatchIterator exports =
-        QRegularExpression(QStringLiteral("\"VorlixPlugin/(\\w+) 1.0\"")).globalMatch(textOf("plugin/plugins.qmltypes"));
+    QRegularExpressionMatchIterator exports = QRegularExpression(QStringLiteral("\"VorlixPlugin/(\\w+) 1.0\""))
+                                                  .globalMatch(textOf("plugin/plugins.qmltypes"));
     QVERIFY(exports.hasNext());
     while (exports.hasNext()) {
         const QString type = exports.next().captured(1);
@@ -141,7 +142,8 @@ void TestReference::the_bases_of_the_plotters_have_pages()
 void TestReference::comparePage(const QMetaObject &meta, QObject &object)
 {
     const QString page = textOf(QStringLiteral("docs/reference/%1.md").arg(meta.className()));
-    QString found = difference(rows(section(page, "## Properties")), withoutChance(MetaTable::properties(meta, object)));
+    QString found =
+        difference(rows(section(page, "## Properties")), withoutChance(MetaTable::properties(meta, object)));
     QVERIFY2(found.isEmpty(), qPrintable(found));
     found = difference(rows(section(page, "## Signals")), MetaTable::signalRows(meta));
     QVERIFY2(found.isEmpty(), qPrintable(found));

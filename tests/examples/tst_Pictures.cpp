@@ -34,10 +34,7 @@ private slots:
 
     void a_missing_bar_is_seen() { QVERIFY(differingBlocks(withBar(Qt::red, 200), ground()) > 0.04); }
 
-    void another_height_is_seen()
-    {
-        QVERIFY(differingBlocks(withBar(Qt::red, 200), withBar(Qt::red, 160)) > 0.01);
-    }
+    void another_height_is_seen() { QVERIFY(differingBlocks(withBar(Qt::red, 200), withBar(Qt::red, 160)) > 0.01); }
 
     void another_color_is_seen()
     {
@@ -79,8 +76,8 @@ private slots:
         const QDir gallery(QStringLiteral(GALLERY));
         QImageReader movie(gallery.filePath("zoom.gif"));
         const QImage first = movie.read();
-        const QImage example =
-            QImage(gallery.filePath("05-pyramid.png")).scaled(first.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        const QImage example = QImage(gallery.filePath("05-pyramid.png"))
+                                   .scaled(first.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
         QVERIFY(differingBlocks(first, example) < 0.02);
         QVERIFY(movie.imageCount() > 30);
         QImage last;

@@ -9,7 +9,8 @@
 
 namespace {
 
-/// Never content: every delivery makes something new of it, and publishes it twice, as a decimator does whose level moves.
+/// Never content: every delivery makes something new of it, and publishes it twice, as a decimator does whose level
+/// moves.
 class Restless : public Filter1D
 {
 public:

@@ -34,8 +34,18 @@ public:
     double number()
     {
         using Limits = std::numeric_limits<double>;
-        static const double special[] = {0.0, -0.0, Limits::quiet_NaN(), Limits::infinity(), -Limits::infinity(),
-                                         Limits::max(), -Limits::max(), Limits::denorm_min(), 1e308, 1e-300, 0.1, 1.0 / 3.0};
+        static const double special[] = {0.0,
+                                         -0.0,
+                                         Limits::quiet_NaN(),
+                                         Limits::infinity(),
+                                         -Limits::infinity(),
+                                         Limits::max(),
+                                         -Limits::max(),
+                                         Limits::denorm_min(),
+                                         1e308,
+                                         1e-300,
+                                         0.1,
+                                         1.0 / 3.0};
         const int kind = byte();
         if (kind < 200)
             return (kind - 60) / 8.0;

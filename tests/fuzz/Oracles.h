@@ -11,9 +11,9 @@ struct SModel
 {
     QVector<double> held;
     QRectF area;
-    int points = 256;    ///< of the fixed decimators
-    int depth = 16;      ///< of the average
-    double width = 1.0;  ///< of the merger
+    int points = 256;   ///< of the fixed decimators
+    int depth = 16;     ///< of the average
+    double width = 1.0; ///< of the merger
 };
 
 using Oracle = bool (*)(SModel &model, const QVector<double> &series);

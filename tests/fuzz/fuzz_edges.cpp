@@ -54,7 +54,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         const SBarRange found = edges.barsBetween(left, right);
         const SBarRange expected = scan(pairs, start, left, right);
         if (found.first != expected.first || found.end != expected.end) {
-            fail("range", QByteArray::number(found.first) + " to " + QByteArray::number(found.end) + " instead of "
+            fail("range",
+                 QByteArray::number(found.first) + " to " + QByteArray::number(found.end) + " instead of "
                      + QByteArray::number(expected.first) + " to " + QByteArray::number(expected.end));
         }
     }

@@ -97,9 +97,8 @@ void countVertices(const QVector<double> &series)
     count("writeBorderVertices", [&] { writeBorderVertices(series.constData(), 0, values, border.data()); });
 
     QVector<SHResVertex> corners(4 * (values / 2));
-    count("writeHResVertices", [&] {
-        writeHResVertices(series.constData(), series.constData(), values / 2, corners.data());
-    });
+    count("writeHResVertices",
+          [&] { writeHResVertices(series.constData(), series.constData(), values / 2, corners.data()); });
 
     QVector<uint> indices;
     indices.reserve(6 * values);

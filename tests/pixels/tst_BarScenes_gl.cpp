@@ -68,12 +68,8 @@ void tst_BarScenes_gl::pictures_data()
             id: chart
             width: 100; height: 50
             BarPlotter { color: "blue"; chartArea: chart; plotterArea: Qt.rect(0, 0, 5, 1); data: [1, 2, 3, 4, 5] }
-        })", {
-        "        BB",
-        "      BBBB",
-        "    BBBBBB",
-        "  BBBBBBBB",
-        "BBBBBBBBBB"});
+        })",
+        {"        BB", "      BBBB", "    BBBBBB", "  BBBBBBBB", "BBBBBBBBBB"});
 
     row("a fixed chart rectangle", R"(
         IChartArea {
@@ -81,12 +77,8 @@ void tst_BarScenes_gl::pictures_data()
             width: 100; height: 50
             adaptAreaToPlotters: false; chartRect: Qt.rect(0, 0, 10, 10)
             BarPlotter { color: "blue"; chartArea: chart; plotterArea: Qt.rect(2, 0, 6, 1); data: [4, 10, 6] }
-        })", {
-        "    BB    ",
-        "    BB    ",
-        "    BBBB  ",
-        "  BBBBBB  ",
-        "  BBBBBB  "});
+        })",
+        {"    BB    ", "    BB    ", "    BBBB  ", "  BBBBBB  ", "  BBBBBB  "});
 
     row("a zoom rectangle cuts bars at both ends", R"(
         ChartArea {
@@ -95,24 +87,16 @@ void tst_BarScenes_gl::pictures_data()
             adaptAreaToPlotters: false; adaptChartHeight: false; chartRect: Qt.rect(0, 0, 10, 5)
             BarPlotter { color: "blue"; plotterArea: Qt.rect(0, 0, 10, 1); data: [5, 4, 3, 2, 1, 1, 2, 3, 4, 5] }
             Component.onCompleted: { addPlotter(data[0]); zoomRect = Qt.rect(2.5, 0, 5, 5) }
-        })", {
-        "          ",
-        "          ",
-        "B        B",
-        "BBB    BBB",
-        "BBBBBBBBBB"});
+        })",
+        {"          ", "          ", "B        B", "BBB    BBB", "BBBBBBBBBB"});
 
     row("the height follows the visible maximum", R"(
         ChartArea {
             width: 100; height: 50
             BarPlotter { color: "blue"; plotterArea: Qt.rect(0, 0, 4, 1); data: [100, 100, 2, 1] }
             Component.onCompleted: { updateIntervalMs = 0; addPlotter(data[0]); zoomRect = Qt.rect(2, 0, 2, 1) }
-        })", {
-        "BBBBB     ",
-        "BBBBB     ",
-        "BBBBB     ",
-        "BBBBBBBBBB",
-        "BBBBBBBBBB"});
+        })",
+        {"BBBBB     ", "BBBBB     ", "BBBBB     ", "BBBBBBBBBB", "BBBBBBBBBB"});
 
     row("values that are not numbers or below zero leave gaps, huge ones reach the top", R"(
         IChartArea {
@@ -120,12 +104,8 @@ void tst_BarScenes_gl::pictures_data()
             width: 100; height: 50
             adaptAreaToPlotters: false; chartRect: Qt.rect(0, 0, 5, 5)
             BarPlotter { color: "blue"; chartArea: chart; plotterArea: Qt.rect(0, 0, 5, 1); data: [3, NaN, -4, 1e30, 2] }
-        })", {
-        "      BB  ",
-        "      BB  ",
-        "BB    BB  ",
-        "BB    BBBB",
-        "BB    BBBB"});
+        })",
+        {"      BB  ", "      BB  ", "BB    BB  ", "BB    BBBB", "BB    BBBB"});
 
     row("a greater zOrder lies above, in whatever order they are added", R"(
         IChartArea {
@@ -134,12 +114,8 @@ void tst_BarScenes_gl::pictures_data()
             adaptAreaToPlotters: false; chartRect: Qt.rect(0, 0, 4, 5)
             BarPlotter { color: "red"; zOrder: 2; chartArea: chart; plotterArea: Qt.rect(0, 0, 4, 1); data: [3, 3, 0, 0] }
             BarPlotter { color: "blue"; zOrder: 1; chartArea: chart; plotterArea: Qt.rect(0, 0, 4, 1); data: [5, 5, 5, 5] }
-        })", {
-        "BBBBBBBBBB",
-        "BBBBBBBBBB",
-        "RRRRRBBBBB",
-        "RRRRRBBBBB",
-        "RRRRRBBBBB"});
+        })",
+        {"BBBBBBBBBB", "BBBBBBBBBB", "RRRRRBBBBB", "RRRRRBBBBB", "RRRRRBBBBB"});
 
     row("a higher layer lies above a greater zOrder", R"(
         IChartArea {
@@ -148,12 +124,8 @@ void tst_BarScenes_gl::pictures_data()
             adaptAreaToPlotters: false; chartRect: Qt.rect(0, 0, 1, 5)
             BarPlotter { color: "red"; zOrder: 9; drawLayer: 1; chartArea: chart; plotterArea: Qt.rect(0, 0, 1, 1); data: [5] }
             BarPlotter { color: "blue"; zOrder: 1; drawLayer: 2; chartArea: chart; plotterArea: Qt.rect(0, 0, 1, 1); data: [3] }
-        })", {
-        "RRRRRRRRRR",
-        "RRRRRRRRRR",
-        "BBBBBBBBBB",
-        "BBBBBBBBBB",
-        "BBBBBBBBBB"});
+        })",
+        {"RRRRRRRRRR", "RRRRRRRRRR", "BBBBBBBBBB", "BBBBBBBBBB", "BBBBBBBBBB"});
 
     row("a plotter in two layers lies below and above", R"(
         IChartArea {
@@ -162,12 +134,8 @@ void tst_BarScenes_gl::pictures_data()
             adaptAreaToPlotters: false; chartRect: Qt.rect(0, 0, 2, 5)
             BarPlotter { color: "#800000ff"; drawLayer: 5; chartArea: chart; plotterArea: Qt.rect(0, 0, 1, 1); data: [5] }
             BarPlotter { color: "red"; drawLayer: 2; chartArea: chart; plotterArea: Qt.rect(0, 0, 2, 1); data: [3, 3] }
-        })", {
-        "QQQQQ     ",
-        "QQQQQ     ",
-        "MMMMMRRRRR",
-        "MMMMMRRRRR",
-        "MMMMMRRRRR"});
+        })",
+        {"QQQQQ     ", "QQQQQ     ", "MMMMMRRRRR", "MMMMMRRRRR", "MMMMMRRRRR"});
 
     row("half transparent bars over white and black", R"(
         Item {
@@ -179,12 +147,8 @@ void tst_BarScenes_gl::pictures_data()
                 adaptAreaToPlotters: false; chartRect: Qt.rect(0, 0, 1, 5)
                 BarPlotter { color: "#800000ff"; chartArea: chart; plotterArea: Qt.rect(0, 0, 1, 1); data: [3] }
             }
-        })", {
-        "WWWWW     ",
-        "WWWWW     ",
-        "LLLLLHHHHH",
-        "LLLLLHHHHH",
-        "LLLLLHHHHH"});
+        })",
+        {"WWWWW     ", "WWWWW     ", "LLLLLHHHHH", "LLLLLHHHHH", "LLLLLHHHHH"});
 
     row("an invisible plotter and one that was removed", R"(
         IChartArea {
@@ -195,12 +159,8 @@ void tst_BarScenes_gl::pictures_data()
             BarPlotter { color: "green"; plotterArea: Qt.rect(0, 0, 2, 1); data: [5, 5] }
             BarPlotter { color: "blue"; chartArea: chart; plotterArea: Qt.rect(0, 0, 2, 1); data: [0, 3] }
             Component.onCompleted: { addPlotter(data[1]); removePlotter(data[1]) }
-        })", {
-        "          ",
-        "          ",
-        "     BBBBB",
-        "     BBBBB",
-        "     BBBBB"});
+        })",
+        {"          ", "          ", "     BBBBB", "     BBBBB", "     BBBBB"});
 
     row("an offset moves bars to the left", R"(
         IChartArea {
@@ -208,12 +168,8 @@ void tst_BarScenes_gl::pictures_data()
             width: 100; height: 50
             adaptAreaToPlotters: false; chartRect: Qt.rect(0, 0, 10, 5)
             BarPlotter { color: "blue"; xOffset: 3; chartArea: chart; plotterArea: Qt.rect(0, 0, 10, 1); data: [1, 2, 3, 4, 5] }
-        })", {
-        "     BB   ",
-        "   BBBB   ",
-        " BBBBBB   ",
-        "BBBBBBB   ",
-        "BBBBBBB   "});
+        })",
+        {"     BB   ", "   BBBB   ", " BBBBBB   ", "BBBBBBB   ", "BBBBBBB   "});
 
     row("a node feeds plotters and their areas", R"(
         IChartArea {
@@ -226,12 +182,8 @@ void tst_BarScenes_gl::pictures_data()
                 id: node; area: Qt.rect(5, 0, 5, 1); data: [5, 4, 3, 2, 1]
                 Component.onCompleted: { addFilter(child); child.addPlotter(bars) }
             }
-        })", {
-        "     B    ",
-        "     BB   ",
-        "     BBB  ",
-        "     BBBB ",
-        "     BBBBB"});
+        })",
+        {"     B    ", "     BB   ", "     BBB  ", "     BBBB ", "     BBBBB"});
 
     row("two charts beside each other, with other items between and above", R"(
         Item {
@@ -249,12 +201,8 @@ void tst_BarScenes_gl::pictures_data()
                 BarPlotter { color: "red"; chartArea: other; plotterArea: Qt.rect(0, 0, 2, 1); data: [1, 3] }
             }
             Rectangle { x: 10; y: 30; width: 80; height: 10; color: "#00ff00" }
-        })", {
-        "BB        ",
-        "BB        ",
-        "BB      RR",
-        "BGGGGGGGGR",
-        "BBBB  RRRR"});
+        })",
+        {"BB        ", "BB        ", "BB      RR", "BGGGGGGGGR", "BBBB  RRRR"});
 
     row("a chart that is turned, clipped and half transparent", R"(
         Item {
@@ -265,12 +213,8 @@ void tst_BarScenes_gl::pictures_data()
                 adaptAreaToPlotters: false; chartRect: Qt.rect(0, 0, 2, 5)
                 BarPlotter { color: "blue"; chartArea: chart; plotterArea: Qt.rect(0, 0, 2, 1); data: [1, 3] }
             }
-        })", {
-        "     HHHHH",
-        "     HHHHH",
-        "     HHHHH",
-        "          ",
-        "          "});
+        })",
+        {"     HHHHH", "     HHHHH", "     HHHHH", "          ", "          "});
 
     row("a list that is set, with a plotter that has no chart area", R"(
         IChartArea {
@@ -281,12 +225,8 @@ void tst_BarScenes_gl::pictures_data()
                 BarPlotter { color: "red"; zOrder: 1; plotterArea: Qt.rect(0, 0, 2, 1); data: [1, 1] }
             ]
             Component.onCompleted: plotter = [kept[1], kept[0]]
-        })", {
-        "BBBBB     ",
-        "BBBBB     ",
-        "BBBBB     ",
-        "BBBBBBBBBB",
-        "RRRRRRRRRR"});
+        })",
+        {"BBBBB     ", "BBBBB     ", "BBBBB     ", "BBBBBBBBBB", "RRRRRRRRRR"});
 }
 
 void tst_BarScenes_gl::pictures()
@@ -303,8 +243,10 @@ void tst_BarScenes_gl::pictures()
         for (int column = 0; column < picture.at(line).size(); ++column) {
             const QChar letter = picture.at(line).at(column);
             const QColor pixel = seen.pixelColor(column * cell + cell / 2, line * cell + cell / 2);
-            QVERIFY2(isClose(pixel, colorOf(letter)),
-                     qPrintable(QString("line %1, column %2: %3 is not %4").arg(line).arg(column).arg(pixel.name()).arg(letter)));
+            QVERIFY2(
+                isClose(pixel, colorOf(letter)),
+                qPrintable(
+                    QString("line %1, column %2: %3 is not %4").arg(line).arg(column).arg(pixel.name()).arg(letter)));
         }
     }
 }

@@ -147,31 +147,34 @@ void tst_BarPlotter::noBarOutsideOnTheRightEdgeOrAtNotANumber()
 
 void tst_BarPlotter::everyModeHasItsSources()
 {
-    const QString attributes = lines({
-        "attribute float point;", "attribute float vertexID;", "uniform float screen_x;", "uniform float screen_dx;",
-        "uniform float screen_dy;", "void main()", "{", "   float x\t\t= vertexID * screen_dx + screen_x;",
-        "   gl_Position\t= vec4( x, -point/screen_dy + 1.0, 1.0, 1.0);", "}"});
-    const QString version130 = lines({
-        "#version 130", "in float point;", "uniform float screen_x;", "uniform float screen_dx;",
-        "uniform float screen_dy;", "void main()", "{",
-        "   float index\t= trunc( gl_VertexID / 4 ) + mod( gl_VertexID, 2 );", "   float x\t\t= index * screen_dx + screen_x;",
-        "   gl_Position\t= vec4( x, -point/screen_dy + 1, 1.0, 1.0);", "}"});
-    const QString version150 = lines({
-        "#version 150", "in float point;", "uniform float screen_x;", "uniform float screen_dx;",
-        "uniform float screen_dy;", "void main()", "{",
-        "   float x1    = gl_VertexID * screen_dx + screen_x;   float x2    = (gl_VertexID+1) * screen_dx + screen_x;   "
-        "gl_Position = vec4(x1, -point/screen_dy + 1, x2, 1.0);", "}"});
-    const QString geometry = lines({
-        "#version 150", "layout (points) in;", "layout (triangle_strip, max_vertices = 4) out;", "void main()", "{",
-        "   gl_Position = vec4(gl_in[0].gl_Position.x, 1.0, 0.0, 1.0);", "    EmitVertex();",
-        "   gl_Position = vec4(gl_in[0].gl_Position.z, 1.0, 0.0, 1.0);", "   EmitVertex();",
-        "   gl_Position = vec4(gl_in[0].gl_Position.x, gl_in[0].gl_Position.y, 0.0, 1.0);", "   EmitVertex();",
-        "   gl_Position = vec4(gl_in[0].gl_Position.z, gl_in[0].gl_Position.y, 0.0, 1.0);", "   EmitVertex();",
-        "   EndPrimitive();", "}"});
+    const QString attributes = lines({"attribute float point;", "attribute float vertexID;", "uniform float screen_x;",
+                                      "uniform float screen_dx;", "uniform float screen_dy;", "void main()", "{",
+                                      "   float x\t\t= vertexID * screen_dx + screen_x;",
+                                      "   gl_Position\t= vec4( x, -point/screen_dy + 1.0, 1.0, 1.0);", "}"});
+    const QString version130 = lines({"#version 130", "in float point;", "uniform float screen_x;",
+                                      "uniform float screen_dx;", "uniform float screen_dy;", "void main()", "{",
+                                      "   float index\t= trunc( gl_VertexID / 4 ) + mod( gl_VertexID, 2 );",
+                                      "   float x\t\t= index * screen_dx + screen_x;",
+                                      "   gl_Position\t= vec4( x, -point/screen_dy + 1, 1.0, 1.0);", "}"});
+    const QString version150 = lines(
+        {"#version 150", "in float point;", "uniform float screen_x;", "uniform float screen_dx;",
+         "uniform float screen_dy;", "void main()", "{",
+         "   float x1    = gl_VertexID * screen_dx + screen_x;   float x2    = (gl_VertexID+1) * screen_dx + screen_x;   "
+         "gl_Position = vec4(x1, -point/screen_dy + 1, x2, 1.0);",
+         "}"});
+    const QString geometry =
+        lines({"#version 150", "layout (points) in;", "layout (triangle_strip, max_vertices = 4) out;", "void main()",
+               "{", "   gl_Position = vec4(gl_in[0].gl_Position.x, 1.0, 0.0, 1.0);", "    EmitVertex();",
+               "   gl_Position = vec4(gl_in[0].gl_Position.z, 1.0, 0.0, 1.0);", "   EmitVertex();",
+               "   gl_Position = vec4(gl_in[0].gl_Position.x, gl_in[0].gl_Position.y, 0.0, 1.0);", "   EmitVertex();",
+               "   gl_Position = vec4(gl_in[0].gl_Position.z, gl_in[0].gl_Position.y, 0.0, 1.0);", "   EmitVertex();",
+               "   EndPrimitive();", "}"});
     const QString guarded = lines({"#ifdef GL_ES", "precision mediump float;", "#endif", "uniform vec4 bar_color;",
-                                   "void main()", "{", "    gl_FragColor = bar_color;", "}"}, "");
+                                   "void main()", "{", "    gl_FragColor = bar_color;", "}"},
+                                  "");
     const QString fragment130 = lines({"#version 130", "out vec4 FragColor;", "uniform vec4 bar_color;", "void main()",
-                                       "{", "    FragColor = bar_color;", "}"}, "");
+                                       "{", "    FragColor = bar_color;", "}"},
+                                      "");
     using Sources = QVector<QPair<QOpenGLShader::ShaderType, QString>>;
     const Sources attributeBased{{QOpenGLShader::Vertex, attributes}, {QOpenGLShader::Fragment, guarded}};
     const Sources numbered{{QOpenGLShader::Vertex, version130}, {QOpenGLShader::Fragment, fragment130}};

@@ -117,25 +117,37 @@ private:
 void tst_IPlotter::itsMetaObjectIsExactlyAsDescribed()
 {
     const QMetaObject &meta = IPlotter::staticMetaObject;
-    QCOMPARE(ownProperties(meta), (QStringList{
-        "name QString write nameChanged",
-        "color QColor write colorChanged",
-        "visible bool write visibleChanged",
-        "zOrder double write zOrderChanged",
-        "data QVector<double> write dataChanged",
-        "vectorDim uchar write vectorDimChanged",
-        "plotterArea QRectF write plotterAreaChanged",
-        "modArea QRectF - modAreaChanged",
-        "drawLayer uint write drawLayerChanged",
-        "showLegend bool write showLegendChanged",
-        "chartArea IChartArea* write chartAreaChanged",
-        "xOffset double write xOffsetChanged",
-    }));
-    QCOMPARE(ownSignals(meta), (QStringList{
-        "colorChanged()", "visibleChanged()", "zOrderChanged()", "plotterAreaChanged()", "initChanged()",
-        "chartAreaChanged()", "drawLayerChanged()", "showLegendChanged()", "nameChanged()", "dataChanged()",
-        "vectorDimChanged()", "xOffsetChanged()", "modAreaChanged()",
-    }));
+    QCOMPARE(ownProperties(meta),
+             (QStringList{
+                 "name QString write nameChanged",
+                 "color QColor write colorChanged",
+                 "visible bool write visibleChanged",
+                 "zOrder double write zOrderChanged",
+                 "data QVector<double> write dataChanged",
+                 "vectorDim uchar write vectorDimChanged",
+                 "plotterArea QRectF write plotterAreaChanged",
+                 "modArea QRectF - modAreaChanged",
+                 "drawLayer uint write drawLayerChanged",
+                 "showLegend bool write showLegendChanged",
+                 "chartArea IChartArea* write chartAreaChanged",
+                 "xOffset double write xOffsetChanged",
+             }));
+    QCOMPARE(ownSignals(meta),
+             (QStringList{
+                 "colorChanged()",
+                 "visibleChanged()",
+                 "zOrderChanged()",
+                 "plotterAreaChanged()",
+                 "initChanged()",
+                 "chartAreaChanged()",
+                 "drawLayerChanged()",
+                 "showLegendChanged()",
+                 "nameChanged()",
+                 "dataChanged()",
+                 "vectorDimChanged()",
+                 "xOffsetChanged()",
+                 "modAreaChanged()",
+             }));
     QCOMPARE(ownMethods(meta), QStringList());
     QCOMPARE(meta.superClass(), &QObject::staticMetaObject);
 }
@@ -198,7 +210,8 @@ void tst_IPlotter::everyPropertyCanBeReadByItsName()
     CountingArea area;
     plotter.setChartArea(&area);
     for (int i = IPlotter::staticMetaObject.propertyOffset(); i < IPlotter::staticMetaObject.propertyCount(); ++i)
-        QVERIFY2(IPlotter::staticMetaObject.property(i).read(&plotter).isValid(), IPlotter::staticMetaObject.property(i).name());
+        QVERIFY2(IPlotter::staticMetaObject.property(i).read(&plotter).isValid(),
+                 IPlotter::staticMetaObject.property(i).name());
     QCOMPARE(plotter.property("chartArea").value<IChartArea *>(), &area);
 }
 

@@ -53,8 +53,8 @@ public:
 
     using IPlotter::m_attributes;
     using IPlotter::m_buffers;
-    using IPlotter::m_dirtyFlags;
     using IPlotter::m_dataMutex;
+    using IPlotter::m_dirtyFlags;
     using IPlotter::m_initialized;
 
     const QVector<SAttributeDefinition> declareArributeArray() override

@@ -17,15 +17,18 @@ namespace {
 class Definition : public SProgramShaderDefinition
 {
 public:
-    explicit Definition(const QString &name, const QString &fragment = QStringLiteral("void main() { gl_FragColor = vec4(1.0); }"))
-        : m_name(name), m_fragment(fragment)
+    explicit Definition(const QString &name,
+                        const QString &fragment = QStringLiteral("void main() { gl_FragColor = vec4(1.0); }"))
+        : m_name(name),
+          m_fragment(fragment)
     {
     }
     QString name() const override { return m_name; }
     QVector<QPair<QOpenGLShader::ShaderType, QString>> sources() const override
     {
         ++compilations;
-        return {{QOpenGLShader::Vertex, "void main() { gl_Position = vec4(0.0); }"}, {QOpenGLShader::Fragment, m_fragment}};
+        return {{QOpenGLShader::Vertex, "void main() { gl_Position = vec4(0.0); }"},
+                {QOpenGLShader::Fragment, m_fragment}};
     }
     mutable int compilations = 0;
 
@@ -162,8 +165,8 @@ void tst_ShaderProgramRegistry_gl::compilingAgainWarnsAndReplacesWithoutDeleting
     registry.compileAllPrograms();
     const QPointer<QOpenGLShaderProgram> first(registry.program("a"));
     registry.compileAllPrograms();
-    QCOMPARE(m_log->messages(), QStringList{
-        R"(Skipping "a" program shader because already exist another program with that name.)"});
+    QCOMPARE(m_log->messages(),
+             QStringList{R"(Skipping "a" program shader because already exist another program with that name.)"});
     m_log->clear();
     QVERIFY(registry.program("a") != first);
     QVERIFY(first);

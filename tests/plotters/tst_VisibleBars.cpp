@@ -139,7 +139,8 @@ void tst_VisibleBars::noBarThatMayBeSeenIsLeftOut()
         const double from = random.real(-0.2, 0.9);
         const double to = from + std::pow(10.0, random.real(-3.0, 0.2));
         const SBarRow row = rowOf(count, from, to);
-        const SPixelRow pixels{random.whole(1, 3) == 1 ? random.whole(1, 50) : random.whole(50, 2000), random.whole(4, 8)};
+        const SPixelRow pixels{random.whole(1, 3) == 1 ? random.whole(1, 50) : random.whole(50, 2000),
+                               random.whole(4, 8)};
         const QVector<SBarRange> ranges = barsOnPixelCentres(row, pixels);
         if (ranges.isEmpty())
             continue;
@@ -204,7 +205,8 @@ void tst_VisibleBars::barsOfIndividualWidthsFarFromTheOriginAreDoubted()
         pairs << 1.0 << 1.0;
     const BarEdges edges = BarEdges::of(pairs, 0.0);
     QVERIFY(barsOnPixelCentres(edges, {1, 100'001}, {1e30, 1e5}, {1000, 8}).isEmpty());
-    QVERIFY(barsOnPixelCentres(edges, {1, 100'001}, {0.0, std::numeric_limits<double>::infinity()}, {1000, 8}).isEmpty());
+    QVERIFY(
+        barsOnPixelCentres(edges, {1, 100'001}, {0.0, std::numeric_limits<double>::infinity()}, {1000, 8}).isEmpty());
     pairs[0] = std::numeric_limits<double>::quiet_NaN();
     QVERIFY(barsOnPixelCentres(BarEdges::of(pairs, 0.0), {1, 100'001}, {0.0, 1e5}, {1000, 8}).isEmpty());
 }

@@ -25,7 +25,8 @@ QStringList definedSymbols()
 /// Whether `name` belongs to one of the two classes that programs may link against.
 bool isOfAPublicClass(const QString &name)
 {
-    static const QRegularExpression pattern("^(typeinfo name for |typeinfo for |vtable for )?(Filter1D|BarPlotterDx)(::|$)");
+    static const QRegularExpression pattern(
+        "^(typeinfo name for |typeinfo for |vtable for )?(Filter1D|BarPlotterDx)(::|$)");
     return pattern.match(name).hasMatch();
 }
 
@@ -64,20 +65,39 @@ void tst_PluginExports::theClassesAreThereInFull()
             QVERIFY2(symbols.contains(symbol), qPrintable(symbol));
         }
     }
-    for (const char *symbol : {
-             "Filter1D::setData(QVector<double> const&)", "Filter1D::data() const", "Filter1D::area() const",
-             "Filter1D::setArea(QRectF const&)", "Filter1D::dataID() const", "Filter1D::setDataID(QString const&)",
-             "Filter1D::max_in(QRectF const&)", "Filter1D::value_at(double) const", "Filter1D::index_at(double) const",
-             "Filter1D::area_at(QPointF const&) const", "Filter1D::_filter_func(QVector<double> const&)",
-             "Filter1D::__start_index(QRectF const&)", "Filter1D::__end_index(QRectF const&)",
-             "Filter1D::addFilter(Filter1D*)", "Filter1D::removeFilter(Filter1D*)", "Filter1D::addPlotter(IPlotter1D*)",
-             "Filter1D::removePlotter(IPlotter1D*)", "Filter1D::plotters() const", "Filter1D::_request_data_update()",
-             "Filter1D::originalData() const", "Filter1D::size2D() const", "Filter1D::dataChanged()",
-             "Filter1D::areaChanged()", "Filter1D::chartAreaChanged()", "Filter1D::dataIDChanged()",
-             "BarPlotterDx::max_in(QRectF const&) const", "BarPlotterDx::area_at(QPointF const&) const",
-             "BarPlotterDx::setPlotterArea(QRectF const&)", "BarPlotterDx::mouse_hovering(QPointF const&) const",
-             "BarPlotterDx::declareArributeArray()", "BarPlotterDx::__update_vertex()", "BarPlotterDx::__update_index()",
-             "BarPlotterDx::_fetch_attribute_data(int const&) const"})
+    for (const char *symbol : {"Filter1D::setData(QVector<double> const&)",
+                               "Filter1D::data() const",
+                               "Filter1D::area() const",
+                               "Filter1D::setArea(QRectF const&)",
+                               "Filter1D::dataID() const",
+                               "Filter1D::setDataID(QString const&)",
+                               "Filter1D::max_in(QRectF const&)",
+                               "Filter1D::value_at(double) const",
+                               "Filter1D::index_at(double) const",
+                               "Filter1D::area_at(QPointF const&) const",
+                               "Filter1D::_filter_func(QVector<double> const&)",
+                               "Filter1D::__start_index(QRectF const&)",
+                               "Filter1D::__end_index(QRectF const&)",
+                               "Filter1D::addFilter(Filter1D*)",
+                               "Filter1D::removeFilter(Filter1D*)",
+                               "Filter1D::addPlotter(IPlotter1D*)",
+                               "Filter1D::removePlotter(IPlotter1D*)",
+                               "Filter1D::plotters() const",
+                               "Filter1D::_request_data_update()",
+                               "Filter1D::originalData() const",
+                               "Filter1D::size2D() const",
+                               "Filter1D::dataChanged()",
+                               "Filter1D::areaChanged()",
+                               "Filter1D::chartAreaChanged()",
+                               "Filter1D::dataIDChanged()",
+                               "BarPlotterDx::max_in(QRectF const&) const",
+                               "BarPlotterDx::area_at(QPointF const&) const",
+                               "BarPlotterDx::setPlotterArea(QRectF const&)",
+                               "BarPlotterDx::mouse_hovering(QPointF const&) const",
+                               "BarPlotterDx::declareArributeArray()",
+                               "BarPlotterDx::__update_vertex()",
+                               "BarPlotterDx::__update_index()",
+                               "BarPlotterDx::_fetch_attribute_data(int const&) const"})
         QVERIFY2(symbols.contains(symbol), symbol);
 }
 

@@ -97,7 +97,8 @@ void tst_PluginLists::plottersAreReadAsAnArray()
     QCOMPARE(value("plotter.length").toInt(), 2);
     QCOMPARE(value("plotter[0] === first && plotter[1] === second").toBool(), true);
     QCOMPARE(value("plotter[1].objectName").toString(), "second");
-    QCOMPARE(value("var names = ''; for (var i = 0; i < plotter.length; ++i) names += plotter[i].objectName; names").toString(),
+    QCOMPARE(value("var names = ''; for (var i = 0; i < plotter.length; ++i) names += plotter[i].objectName; names")
+                 .toString(),
              "firstsecond");
     QCOMPARE(value("changes").toInt(), 2);
 }
@@ -127,10 +128,10 @@ void tst_PluginLists::theChartAreaIsReadable()
 void tst_PluginLists::argumentsOfAWrongTypeAreIgnored()
 {
     value("addPlotter(first)");
-    for (const char *call : {"addPlotter(null)", "addPlotter(undefined)", "addPlotter(node)", "addPlotter(chart)",
-                             "removePlotter(null)", "removePlotter(node)", "node.addFilter(null)", "node.addFilter(first)",
-                             "node.removeFilter(null)", "node.addPlotter(null)", "node.addPlotter(node)",
-                             "node.removePlotter(undefined)", "first.chartArea = null"})
+    for (const char *call :
+         {"addPlotter(null)", "addPlotter(undefined)", "addPlotter(node)", "addPlotter(chart)", "removePlotter(null)",
+          "removePlotter(node)", "node.addFilter(null)", "node.addFilter(first)", "node.removeFilter(null)",
+          "node.addPlotter(null)", "node.addPlotter(node)", "node.removePlotter(undefined)", "first.chartArea = null"})
         value(call);
     QCOMPARE(value("plotter.length").toInt(), 0);
     QCOMPARE(value("changes").toInt(), 2); // the first plotter came and went

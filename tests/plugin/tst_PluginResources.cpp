@@ -85,10 +85,17 @@ void tst_PluginResources::theTreeIsExactlyTheElevenFiles()
     for (const QString &file : qAsConst(m_filesBefore))
         files.removeOne(file);
     files.sort();
-    QStringList expected{
-        ":/qml/SPlotQML.qml", ":/qml/LinearXAxis.qml", ":/qml/LinearYAxis.qml", ":/qml/NavigatorBar.qml",
-        ":/qml/ChartTooltip.qml", ":/qml/utils.js", ":/qml/Legend/LegendElement.qml", ":/qml/Legend/HorizontalLegend.qml",
-        ":/qml/Legend/VerticalLegend.qml", ":/qml/Legend/ViewLegend.qml", ":/qml/Legend/LegendDropArea.qml"};
+    QStringList expected{":/qml/SPlotQML.qml",
+                         ":/qml/LinearXAxis.qml",
+                         ":/qml/LinearYAxis.qml",
+                         ":/qml/NavigatorBar.qml",
+                         ":/qml/ChartTooltip.qml",
+                         ":/qml/utils.js",
+                         ":/qml/Legend/LegendElement.qml",
+                         ":/qml/Legend/HorizontalLegend.qml",
+                         ":/qml/Legend/VerticalLegend.qml",
+                         ":/qml/Legend/ViewLegend.qml",
+                         ":/qml/Legend/LegendDropArea.qml"};
     expected.sort();
     QCOMPARE(files, expected);
 }
@@ -104,7 +111,8 @@ void tst_PluginResources::theContentsAreTheSourcesCompressedWithZlib()
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(file.readAll(), source.readAll());
         const QResource::Compression algorithm = QResource(file.fileName()).compressionAlgorithm();
-        QVERIFY(algorithm == QResource::ZlibCompression || algorithm == QResource::NoCompression); // none where it saves nothing
+        QVERIFY(algorithm == QResource::ZlibCompression
+                || algorithm == QResource::NoCompression); // none where it saves nothing
         compressed += algorithm == QResource::ZlibCompression;
     }
     QVERIFY(compressed > 0);

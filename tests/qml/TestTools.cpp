@@ -42,10 +42,12 @@ QStringList TestTools::takeConsole()
 
 void TestTools::prepare(QQuickWindow *window)
 {
-    connect(window, &QQuickWindow::beforeRendering, this,
-            [] { QOpenGLContext::currentContext()->functions()->glBlendColor(0.0f, 0.0f, 0.0f, 1.0f); },
-            Qt::DirectConnection);
-    connect(window, &QQuickWindow::frameSwapped, this, [this] { ++m_frames; }, Qt::DirectConnection);
+    connect(
+        window, &QQuickWindow::beforeRendering, this,
+        [] { QOpenGLContext::currentContext()->functions()->glBlendColor(0.0f, 0.0f, 0.0f, 1.0f); },
+        Qt::DirectConnection);
+    connect(
+        window, &QQuickWindow::frameSwapped, this, [this] { ++m_frames; }, Qt::DirectConnection);
 }
 
 QVariantList TestTools::otherWindows(QQuickWindow *except) const

@@ -25,8 +25,10 @@ void tst_resources::theTreeComesWithTheModule()
 {
     QVERIFY(!QFile::exists(":/qml/SPlotQML.qml"));
     QQmlComponent component(&m_engine);
-    component.setData("import QtQml 2.15\nimport VorlixPlugin 1.0\nimport \"qrc:/qml\"\nimport \"qrc:/qml/Legend\"\n"
-                      "QtObject { property SPlotQML plot; property ViewLegend legend }", QUrl());
+    component.setData(
+        "import QtQml 2.15\nimport VorlixPlugin 1.0\nimport \"qrc:/qml\"\nimport \"qrc:/qml/Legend\"\n"
+        "QtObject { property SPlotQML plot; property ViewLegend legend }",
+        QUrl());
     QVERIFY2(component.isReady(), qPrintable(component.errorString()));
     QVERIFY(QFile::exists(":/qml/SPlotQML.qml"));
 }
@@ -37,11 +39,17 @@ void tst_resources::itHoldsTheElevenFilesAndNoOther()
     for (QDirIterator files(":/qml", QDir::Files, QDirIterator::Subdirectories); files.hasNext();)
         found.append(files.next());
     found.sort();
-    const QStringList expected{
-        ":/qml/ChartTooltip.qml", ":/qml/Legend/HorizontalLegend.qml", ":/qml/Legend/LegendDropArea.qml",
-        ":/qml/Legend/LegendElement.qml", ":/qml/Legend/VerticalLegend.qml", ":/qml/Legend/ViewLegend.qml",
-        ":/qml/LinearXAxis.qml", ":/qml/LinearYAxis.qml", ":/qml/NavigatorBar.qml", ":/qml/SPlotQML.qml",
-        ":/qml/utils.js"};
+    const QStringList expected{":/qml/ChartTooltip.qml",
+                               ":/qml/Legend/HorizontalLegend.qml",
+                               ":/qml/Legend/LegendDropArea.qml",
+                               ":/qml/Legend/LegendElement.qml",
+                               ":/qml/Legend/VerticalLegend.qml",
+                               ":/qml/Legend/ViewLegend.qml",
+                               ":/qml/LinearXAxis.qml",
+                               ":/qml/LinearYAxis.qml",
+                               ":/qml/NavigatorBar.qml",
+                               ":/qml/SPlotQML.qml",
+                               ":/qml/utils.js"};
     QCOMPARE(found, expected);
 }
 

@@ -8,9 +8,11 @@ namespace {
 
 QString text(const QMetaProperty &property)
 {
-    const QString notify = property.hasNotifySignal() ? QString::fromLatin1(property.notifySignal().name()) : QStringLiteral("-");
-    return QStringLiteral("%1 %2 %3 %4").arg(QLatin1String(property.name()), QLatin1String(property.typeName()),
-                                             property.isWritable() ? QStringLiteral("write") : QStringLiteral("-"), notify);
+    const QString notify =
+        property.hasNotifySignal() ? QString::fromLatin1(property.notifySignal().name()) : QStringLiteral("-");
+    return QStringLiteral("%1 %2 %3 %4")
+        .arg(QLatin1String(property.name()), QLatin1String(property.typeName()),
+             property.isWritable() ? QStringLiteral("write") : QStringLiteral("-"), notify);
 }
 
 } // namespace
@@ -39,7 +41,8 @@ QStringList ownMethods(const QMetaObject &meta)
     for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
         const QMetaMethod method = meta.method(i);
         if (method.methodType() != QMetaMethod::Signal)
-            lines.append(QLatin1String(method.typeName()) + QLatin1Char(' ') + QString::fromLatin1(method.methodSignature()));
+            lines.append(QLatin1String(method.typeName()) + QLatin1Char(' ')
+                         + QString::fromLatin1(method.methodSignature()));
     }
     return lines;
 }

@@ -18,7 +18,8 @@
 class OffscreenGL
 {
 public:
-    explicit OffscreenGL(const QSize &size = QSize(100, 100), const QSurfaceFormat &format = QSurfaceFormat::defaultFormat());
+    explicit OffscreenGL(const QSize &size = QSize(100, 100),
+                         const QSurfaceFormat &format = QSurfaceFormat::defaultFormat());
     ~OffscreenGL();
 
     bool isValid() const { return m_context.isValid() && m_target && m_target->isValid(); }
@@ -26,8 +27,8 @@ public:
     QOpenGLFunctions &gl() { return *m_context.functions(); }
     void makeCurrent();
 
-    /// Clears to black, draws with the blend state of a chart's frame and returns the picture as the chart would show it:
-    /// the first line of the framebuffer is on top.
+    /// Clears to black, draws with the blend state of a chart's frame and returns the picture as the chart would show
+    /// it: the first line of the framebuffer is on top.
     QImage picture(const std::function<void()> &draw);
     /// How many triangles (or lines, or points) draw() hands to the rasteriser.
     int primitives(const std::function<void()> &draw);

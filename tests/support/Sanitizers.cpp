@@ -17,8 +17,8 @@ extern "C" int dlclose(void *) noexcept
 extern "C" void __tsan_acquire(void *address);
 extern "C" void __tsan_release(void *address);
 
-// Qt is not built with the thread sanitizer, and its mutexes use the kernel directly: without these, who locks one would
-// not be ordered behind who unlocked it. The real functions do the work.
+// Qt is not built with the thread sanitizer, and its mutexes use the kernel directly: without these, who locks one
+// would not be ordered behind who unlocked it. The real functions do the work.
 
 namespace {
 

@@ -12,8 +12,8 @@
 
 namespace {
 
-constexpr int patience = 10000;  // ms: far more than any frame takes, also under a sanitizer
-constexpr int quietTime = 120;   // ms without a frame after which nothing is pending
+constexpr int patience = 10000; // ms: far more than any frame takes, also under a sanitizer
+constexpr int quietTime = 120;  // ms without a frame after which nothing is pending
 
 } // namespace
 
@@ -37,10 +37,11 @@ Scene::Scene(const QSize &size, const QColor &ground) : m_window(std::make_uniqu
     m_window->resize(size);
     m_window->setColor(ground);
     // In this order: the chart items' own connections to beforeRendering come later.
-    QObject::connect(m_window.get(), &QQuickWindow::beforeRendering, m_window.get(), [this] { prepareFrame(); },
-                     Qt::DirectConnection);
-    QObject::connect(m_window.get(), &QQuickWindow::frameSwapped, m_window.get(), [this] { ++m_frames; },
-                     Qt::DirectConnection);
+    QObject::connect(
+        m_window.get(), &QQuickWindow::beforeRendering, m_window.get(), [this] { prepareFrame(); },
+        Qt::DirectConnection);
+    QObject::connect(
+        m_window.get(), &QQuickWindow::frameSwapped, m_window.get(), [this] { ++m_frames; }, Qt::DirectConnection);
 }
 
 Scene::~Scene()

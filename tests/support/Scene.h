@@ -39,8 +39,8 @@ public:
         return *item;
     }
 
-    /// Creates `source` (its imports are written for it) as a child of the root and returns it; null, with the errors in
-    /// the log, when it does not load.
+    /// Creates `source` (its imports are written for it) as a child of the root and returns it; null, with the errors
+    /// in the log, when it does not load.
     QQuickItem *load(const QByteArray &source);
 
     /// 0 is what a fresh context has.

@@ -30,11 +30,11 @@ bool looksRight(const QImage &picture)
 {
     const auto rowOf = [&](double share) { return int(picture.height() * (1.0 - share / 1.05)); };
     const auto columnOf = [&](double sample) { return int(picture.width() * (sample + 0.5) / 400.0); };
-    return !isBar(picture, columnOf(50), rowOf(0.1))    // left of the peak: nothing
-        && isBar(picture, columnOf(100), rowOf(0.95))   // the peak
-        && isBar(picture, columnOf(150), rowOf(0.55))   // falling off ...
+    return !isBar(picture, columnOf(50), rowOf(0.1))  // left of the peak: nothing
+        && isBar(picture, columnOf(100), rowOf(0.95)) // the peak
+        && isBar(picture, columnOf(150), rowOf(0.55)) // falling off ...
         && !isBar(picture, columnOf(150), rowOf(0.68))
-        && isBar(picture, columnOf(200), rowOf(0.45))   // ... until the second peak
+        && isBar(picture, columnOf(200), rowOf(0.45)) // ... until the second peak
         && !isBar(picture, columnOf(200), rowOf(0.6));
 }
 
