@@ -41,6 +41,7 @@ private slots:
     void aFailureIsReportedOnceHoweverOftenItIsTried();
     void sourcesDoNotPileUp();
     void aFailureIsOvercomeWhenTheSourcesAreGood();
+    void aGeometryStageIsTriedQuietly();
     void eachContextHasItsOwnAndItGoesWithTheContext();
 
 private:
@@ -116,6 +117,28 @@ void tst_OwnProgram_gl::aFailureIsOvercomeWhenTheSourcesAreGood()
     QVERIFY(own.ensureLinked(sources(vertexSource, fragmentSource), "Test"));
     QVERIFY(own.program().bind());
     own.program().release();
+}
+
+void tst_OwnProgram_gl::aGeometryStageIsTriedQuietly()
+{
+    const auto geometry = [](const QString &lines) {
+        return qMakePair(QOpenGLShader::ShaderType(QOpenGLShader::Geometry),
+                         "#version 150\nlayout (points) in;\nlayout (points, max_vertices = 1) out;\n" + lines);
+    };
+    const auto vertex = qMakePair(QOpenGLShader::ShaderType(QOpenGLShader::Vertex), "#version 150\n" + vertexSource);
+    const auto fragment = qMakePair(QOpenGLShader::ShaderType(QOpenGLShader::Fragment),
+                                    QStringLiteral("#version 150\nout vec4 color; void main() { color = vec4(1.0); }"));
+    OffscreenGL offscreen;
+    OwnProgram own;
+    QVERIFY(!own.ensureLinked({vertex, geometry("nonsense"), fragment}, "Test"));
+    const int said = m_log->messages().size();
+    QVERIFY(!own.ensureLinked({vertex, geometry("nonsense"), fragment}, "Test"));
+    QCOMPARE(m_log->messages().size(), said);
+    const QString good = "void main() { gl_Position = gl_in[0].gl_Position; EmitVertex(); EndPrimitive(); }";
+    QVERIFY(own.ensureLinked({vertex, geometry(good), fragment}, "Test"));
+    QCOMPARE(m_log->messages().size(), said);
+    QCOMPARE(offscreen.gl().glGetError(), GLenum(GL_NO_ERROR));
+    m_log->clear();
 }
 
 void tst_OwnProgram_gl::eachContextHasItsOwnAndItGoesWithTheContext()
