@@ -15,8 +15,11 @@ void ChartRenderer::synchronize(QQuickFramebufferObject *item)
         m_item = static_cast<IChartArea *>(item)->renderHandle();
     IChartArea *stored = nullptr;
     m_item->use([&](IChartArea &area) { stored = &area; });
-    if (stored)
-        stored->syncPlotters(); // not inside use(), for it emits signals; the blocked GUI thread keeps the item alive
+    if (!stored)
+        return;
+    bindVertexArray();
+    stored->syncPlotters(); // not inside use(), for it emits signals; the blocked GUI thread keeps the item alive
+    releaseVertexArray();
 }
 
 QOpenGLFramebufferObject *ChartRenderer::createFramebufferObject(const QSize &size)
@@ -39,6 +42,24 @@ void ChartRenderer::render()
     // Deliberate: the alpha channel follows the context's constant blend alpha, which nothing here sets.
     gl.glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_CONSTANT_ALPHA, GL_ONE);
     gl.glBlendEquation(GL_FUNC_ADD);
-    if (m_item)
-        m_item->use([](IChartArea &area) { area.renderPlotters(); });
+    if (!m_item)
+        return;
+    bindVertexArray();
+    m_item->use([](IChartArea &area) { area.renderPlotters(); });
+    releaseVertexArray();
+}
+
+void ChartRenderer::bindVertexArray()
+{
+    if (QOpenGLContext::currentContext()->format().profile() != QSurfaceFormat::CoreProfile)
+        return;
+    if (!m_vertexArray.isCreated())
+        m_vertexArray.create();
+    m_vertexArray.bind();
+}
+
+void ChartRenderer::releaseVertexArray()
+{
+    if (m_vertexArray.isCreated())
+        m_vertexArray.release();
 }

@@ -3,6 +3,7 @@
 
 #include "common/RenderHandle.h"
 
+#include <QOpenGLVertexArrayObject>
 #include <QQuickFramebufferObject>
 
 #include <memory>
@@ -20,5 +21,9 @@ public:
     void synchronize(QQuickFramebufferObject *item) override;
 
 private:
+    void bindVertexArray();
+    void releaseVertexArray();
+
     std::shared_ptr<RenderHandle<IChartArea>> m_item; ///< the item may go at any moment
+    QOpenGLVertexArrayObject m_vertexArray;           ///< created in a core profile only, which needs one
 };

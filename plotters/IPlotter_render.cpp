@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "plotters/IPlotter.h"
 
+#include "plotters/CoreProfile.h"
 #include "plotters/ShaderProgramRegistry.h"
 
 #include <QDebug>
@@ -133,7 +134,7 @@ void IPlotter::drawLayerDefinition(const SRenderLayerDefinition &layer, QOpenGLF
     if (hasIndexBuffer)
         m_buffers[layer.indexBuffer].bind();
     if (layer.lineWidth > 0.0f)
-        gl.glLineWidth(layer.lineWidth);
+        gl.glLineWidth(lineWidthForContext(layer.lineWidth));
     if (layer.mode & drawWithArrays)
         gl.glDrawArrays(layer.mode ^ drawWithArrays, layer.first, layer.count);
     else if (withElements)

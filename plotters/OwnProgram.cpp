@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "plotters/OwnProgram.h"
 
+#include "plotters/CoreProfile.h"
+
 #include <QDebug>
 #include <QOpenGLContext>
 #include <QOpenGLExtraFunctions>
@@ -42,7 +44,8 @@ bool linksSilently(const OwnProgram::Sources &sources)
     const GLuint program = gl.glCreateProgram();
     bool compiled = program != 0;
     for (const auto &stage : sources)
-        compiled = compiled && attachStage(gl, program, stage.first, stage.second.toUtf8());
+        compiled =
+            compiled && attachStage(gl, program, stage.first, sourceForContext(stage.first, stage.second).toUtf8());
     GLint linked = 0;
     if (compiled) {
         gl.glLinkProgram(program);
@@ -63,7 +66,7 @@ bool OwnProgram::ensureLinked(const Sources &sources, const char *owner)
         return false; // Qt would say the same again, at length
     m_program.removeAllShaders();
     for (const auto &stage : sources)
-        m_program.addCacheableShaderFromSourceCode(stage.first, stage.second);
+        m_program.addCacheableShaderFromSourceCode(stage.first, sourceForContext(stage.first, stage.second));
     if (m_program.link())
         return true;
     if (!m_failedBefore || m_program.log() != m_reportedLog) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "plotters/ShaderProgramRegistry.h"
 
+#include "plotters/CoreProfile.h"
 #include "plotters/SProgramShaderDefinition.h"
 
 #include <QDebug>
@@ -44,7 +45,7 @@ void ShaderProgramRegistry::compile(const SProgramShaderDefinition &definition, 
     auto program = std::make_unique<QOpenGLShaderProgram>();
     const auto stages = definition.sources();
     for (const auto &stage : stages)
-        program->addCacheableShaderFromSourceCode(stage.first, stage.second);
+        program->addCacheableShaderFromSourceCode(stage.first, sourceForContext(stage.first, stage.second));
     if (!program->link()) {
         qWarning() << "Cannot compile" << name << "program shader.\nLOG:\n" << program->log();
         return;

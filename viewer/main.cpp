@@ -4,6 +4,7 @@
 #include "viewer/ViewerScene.h"
 
 #include <QGuiApplication>
+#include <QIcon>
 #include <QQmlApplicationEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -52,6 +53,8 @@ int run(int argc, char **argv, const SViewerOptions &options)
     if (!options.picture.isEmpty())
         QCoreApplication::setAttribute(Qt::AA_DisableHighDpiScaling); // the size asked for is in the picture's pixels
     QGuiApplication application(argc, argv);
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/vorlixview/icon.png")));
+    QGuiApplication::setDesktopFileName(QStringLiteral("vorlixview"));  // Wayland takes the icon from there
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering); // the same pixels in every run
     QQmlApplicationEngine engine;
     QQuickWindow *window = loadViewerScene(engine, options);

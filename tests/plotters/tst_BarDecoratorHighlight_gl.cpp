@@ -2,27 +2,21 @@
 #include "chart/IChartArea.h"
 #include "plotters/BarDecorator.h"
 #include "plotters/BarPlotter.h"
+#include "tests/support/Dialect.h"
 #include "tests/support/LogCatcher.h"
 #include "tests/support/Scene.h"
 
 #include <QElapsedTimer>
-#include <QGuiApplication>
 #include <QOpenGLContext>
-#include <QSurfaceFormat>
 #include <QtTest>
 
 #include <atomic>
 #include <cmath>
 #include <memory>
 
-// In a context of an older dialect: desktop OpenGL 3.3, or OpenGL ES where VORLIX_TEST_OPENGL_ES is set.
+// In a context of an older dialect: desktop OpenGL 3.3 unless another kind is asked for.
 
 namespace {
-
-bool wantsOpenGLES()
-{
-    return qEnvironmentVariableIsSet("VORLIX_TEST_OPENGL_ES");
-}
 
 const QColor barColor(100, 50, 20);
 const QColor highlightColor(255, 255, 255, 70);
@@ -49,18 +43,13 @@ struct SHoverScene
     BarDecorator decorator;
     Scene scene{QSize(100, 100)};
     IChartArea &chart = scene.add(new IChartArea);
-    std::atomic<int> majorVersion{0};
-    std::atomic<bool> isES{false};
+    std::atomic<bool> isRight{false};
 
     SHoverScene()
     {
         QObject::connect(
             &scene.window(), &QQuickWindow::beforeRendering, &decorator,
-            [this] {
-                majorVersion = QOpenGLContext::currentContext()->format().majorVersion();
-                isES = QOpenGLContext::currentContext()->isOpenGLES();
-            },
-            Qt::DirectConnection);
+            [this] { isRight = isOfTestDialect(*QOpenGLContext::currentContext()); }, Qt::DirectConnection);
         chart.setAdaptAreaToPlotters(false);
         chart.setUpdateIntervalMs(0);
         chart.setChartRect(QRectF(0.0, 0.0, 10.0, 20.0));
@@ -116,23 +105,16 @@ private:
 
 void tst_BarDecoratorHighlight_gl::initMain()
 {
-    if (!wantsOpenGLES()) {
-        qputenv("MESA_GL_VERSION_OVERRIDE", "3.3COMPAT");
-        return;
-    }
-    QSurfaceFormat format;
-    format.setRenderableType(QSurfaceFormat::OpenGLES);
-    format.setVersion(3, 0);
-    QSurfaceFormat::setDefaultFormat(format);
-    QCoreApplication::setAttribute(Qt::AA_UseOpenGLES);
+    if (testDialect().isEmpty())
+        qputenv("VORLIX_TEST_DIALECT", "3.3");
+    useTestDialect();
 }
 
 void tst_BarDecoratorHighlight_gl::theContextIsOfAnOlderDialect()
 {
     SHoverScene hover;
     QVERIFY(hover.scene.show());
-    QCOMPARE(int(hover.majorVersion), 3);
-    QCOMPARE(bool(hover.isES), wantsOpenGLES());
+    QVERIFY(hover.isRight);
 }
 
 void tst_BarDecoratorHighlight_gl::theHighlightCoversTheHoveredBarAndStays()

@@ -60,6 +60,7 @@ private slots:
 
     void helpNamesEveryOption();
     void versionIsOneLine();
+    void theIconIsDrawn();
     void badArgumentsAreRefused_data();
     void badArgumentsAreRefused();
     void anUnreadableFileIsRefused();
@@ -164,6 +165,37 @@ void tst_vorlixview::versionIsOneLine()
                 .hasMatch());
 }
 
+/// The picture of the icon is one of the drawing: the same colours at the same places.
+void tst_vorlixview::theIconIsDrawn()
+{
+    const QDir folder(QStringLiteral(DESKTOP_FOLDER));
+    const QImage icon(folder.filePath(QStringLiteral("vorlixview-64.png")));
+    QCOMPARE(icon.size(), QSize(64, 64));
+    QCOMPARE(icon.pixelColor(0, 0).alpha(), 0);
+    QCOMPARE(icon.pixelColor(32, 6), darkGround);
+    QCOMPARE(icon.pixelColor(10, 45), barColor);
+    QCOMPARE(icon.pixelColor(41, 20), QColor(242, 135, 42));
+
+    const QString drawn = path(QStringLiteral("icon.png"));
+    QProcess renderer;
+    renderer.start(QStringLiteral("rsvg-convert"),
+                   {QStringLiteral("--width=64"), QStringLiteral("--height=64"), QStringLiteral("--output"), drawn,
+                    folder.filePath(QStringLiteral("vorlixview.svg"))});
+    if (!renderer.waitForStarted())
+        QSKIP("there is no rsvg-convert to draw the SVG with");
+    QVERIFY(renderer.waitForFinished(20000));
+    const QImage fresh(drawn);
+    QCOMPARE(fresh.size(), icon.size());
+    for (int y = 0; y < 64; ++y) {
+        for (int x = 0; x < 64; ++x) {
+            const QColor a = icon.pixelColor(x, y);
+            const QColor b = fresh.pixelColor(x, y);
+            QVERIFY2(std::abs(a.alpha() - b.alpha()) <= 8 && std::abs(a.lightness() - b.lightness()) <= 8,
+                     qPrintable(QStringLiteral("%1, %2").arg(x).arg(y)));
+        }
+    }
+}
+
 void tst_vorlixview::badArgumentsAreRefused_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -183,6 +215,7 @@ void tst_vorlixview::badArgumentsAreRefused_data()
     row("a folder", QStringLiteral("."), QStringLiteral(".: is a directory, not a file of numbers"));
     row("a device", QStringLiteral("/dev/null"), QStringLiteral("/dev/null: is no regular file"));
     row("an unknown option", QStringLiteral("--colour series.txt"), QStringLiteral("Unknown option 'colour'."));
+    row("Qt's help", QStringLiteral("--help-all"), QStringLiteral("Unknown option 'help-all'."));
     row("an option without its value", QStringLiteral("series.txt --png"),
         QStringLiteral("Missing value after '--png'."));
     row("an empty name for the picture", QStringLiteral("--png= series.txt"), QStringLiteral("--png: no file name"));

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
+#include "tests/support/Dialect.h"
 #include "tests/support/LogCatcher.h"
 #include "tests/support/Scene.h"
 
+#include <QOpenGLContext>
 #include <QtTest>
 
+#include <atomic>
 #include <memory>
 
 namespace {
@@ -28,6 +31,16 @@ QColor colorOf(QChar letter)
         return {0, 0, 192};
     case 'L': // half of blue over white
         return {127, 127, 255};
+    case '1': // from blue on top to red: pixels 5, 15, 25, 35 and 45 of 50
+        return {28, 0, 227};
+    case '2':
+        return {79, 0, 176};
+    case '3':
+        return {130, 0, 125};
+    case '4':
+        return {181, 0, 74};
+    case '5':
+        return {232, 0, 23};
     default:
         return {0, 0, 0};
     }
@@ -44,18 +57,33 @@ constexpr int cell = 10; // pixels
 
 } // namespace
 
-/// Scenes and how they look. A scene has 100 x 50 pixels; a letter of its picture is the pixel in the middle of ten by
-/// ten of them.
-class tst_BarScenes_gl : public QObject
+/// Scenes and how they look, in every kind of OpenGL. A scene has 100 x 50 pixels; a letter of its picture is the pixel
+/// in the middle of ten by ten of them.
+class tst_Scenes_gl : public QObject
 {
     Q_OBJECT
 
+public:
+    static void initMain() { useTestDialect(); }
+
 private slots:
+    void theContextIsOfTheKindAskedFor();
     void pictures_data();
     void pictures();
 };
 
-void tst_BarScenes_gl::pictures_data()
+void tst_Scenes_gl::theContextIsOfTheKindAskedFor()
+{
+    Scene stage;
+    std::atomic<bool> isRight{false};
+    connect(
+        &stage.window(), &QQuickWindow::beforeRendering, this,
+        [&] { isRight = isOfTestDialect(*QOpenGLContext::currentContext()); }, Qt::DirectConnection);
+    QVERIFY(stage.show());
+    QVERIFY(isRight);
+}
+
+void tst_Scenes_gl::pictures_data()
 {
     QTest::addColumn<QByteArray>("scene");
     QTest::addColumn<QStringList>("picture");
@@ -227,9 +255,82 @@ void tst_BarScenes_gl::pictures_data()
             Component.onCompleted: plotter = [kept[1], kept[0]]
         })",
         {"BBBBB     ", "BBBBB     ", "BBBBB     ", "BBBBBBBBBB", "RRRRRRRRRR"});
+
+    row("a series too long for buffers of its length", R"(
+        IChartArea {
+            id: chart
+            width: 100; height: 50
+            adaptAreaToPlotters: false; chartRect: Qt.rect(0, 0, 5, 5)
+            BarPlotter { id: bars; color: "blue"; chartArea: chart; plotterArea: Qt.rect(0, 0, 5, 1) }
+            Component.onCompleted: bars.data = Array.from({ length: 100000 }, (_, i) => 1 + Math.floor(i / 20000))
+        })",
+        {"        BB", "      BBBB", "    BBBBBB", "  BBBBBBBB", "BBBBBBBBBB"});
+
+    row("an area and its border", R"(
+        IChartArea {
+            id: chart
+            width: 100; height: 50
+            adaptAreaToPlotters: false; chartRect: Qt.rect(0, 0, 10, 5)
+            AreaPlotter {
+                color: "blue"; borderColor: "red"; chartArea: chart; plotterArea: Qt.rect(0, 0, 10, 1)
+                data: [2.45, 2.45, 2.45, 2.45, 2.45, 12.45, 12.45, 12.45, 12.45, 12.45]
+            }
+        })",
+        {"    BBBBB ", "    BBBBB ", "RRRRBBBBB ", "BBBBBBBBB ", "BBBBBBBBB "});
+
+    row("an area without a border, above bars", R"(
+        IChartArea {
+            id: chart
+            width: 100; height: 50
+            adaptAreaToPlotters: false; chartRect: Qt.rect(0, 0, 10, 5)
+            BarPlotter { color: "red"; chartArea: chart; plotterArea: Qt.rect(0, 0, 10, 1); data: [4] }
+            AreaPlotter {
+                color: "#800000ff"; borderEnable: false; zOrder: 1; chartArea: chart
+                plotterArea: Qt.rect(0, 0, 10, 1)
+                data: [2, 2, 2, 2, 2, 2, 2, 2, 2, 2]
+            }
+        })",
+        {"          ", "RRRRRRRRRR", "RRRRRRRRRR", "MMMMMMMMMR", "MMMMMMMMMR"});
+
+    row("a gradient from blue to red", R"(
+        IChartArea {
+            id: chart
+            width: 100; height: 50
+            adaptAreaToPlotters: false; chartRect: Qt.rect(0, 0, 10, 5)
+            AreaPlotter {
+                color: "blue"; enableGradient: true; gradientColor: "red"; borderEnable: false; chartArea: chart
+                plotterArea: Qt.rect(0, 0, 10, 1); data: [5, 5, 5, 5, 5, 5, 5, 5, 5, 5]
+            }
+        })",
+        {"111111111 ", "222222222 ", "333333333 ", "444444444 ", "555555555 "});
+
+    row("an area too long for buffers of its length", R"(
+        IChartArea {
+            id: chart
+            width: 100; height: 50
+            adaptAreaToPlotters: false; chartRect: Qt.rect(0, 0, 5, 5)
+            AreaPlotter {
+                id: surface; color: "blue"; borderColor: "blue"; chartArea: chart
+                plotterArea: Qt.rect(0, 0, 5, 1)
+            }
+            Component.onCompleted: surface.data = Array.from({ length: 100000 }, (_, i) => 1 + Math.floor(i / 20000))
+        })",
+        {"        BB", "      BBBB", "    BBBBBB", "  BBBBBBBB", "BBBBBBBBBB"});
+
+    row("bars of individual widths", R"(
+        IChartArea {
+            id: chart
+            width: 100; height: 50
+            adaptAreaToPlotters: false; chartRect: Qt.rect(100, 0, 10, 5)
+            BarPlotterDx {
+                color: "blue"; chartArea: chart; plotterArea: Qt.rect(101, 0, 0, 0)
+                data: [1, 5, 3, 2, 2, 0, 2, 4]
+            }
+        })",
+        {" B        ", " B     BB ", " B     BB ", " BBBB  BB ", " BBBB  BB "});
 }
 
-void tst_BarScenes_gl::pictures()
+void tst_Scenes_gl::pictures()
 {
     QFETCH(QByteArray, scene);
     QFETCH(QStringList, picture);
@@ -251,5 +352,5 @@ void tst_BarScenes_gl::pictures()
     }
 }
 
-QTEST_MAIN(tst_BarScenes_gl)
-#include "tst_BarScenes_gl.moc"
+QTEST_MAIN(tst_Scenes_gl)
+#include "tst_Scenes_gl.moc"
