@@ -70,6 +70,8 @@ private slots:
     void droppedFilesAreShownAndOthersNamed();
     void keysZoomPanAndSwitch();
     void theWheelZoomsAtThePointerAndPans();
+    void fieldsTakeValuesAndForgetOthers_data();
+    void fieldsTakeValuesAndForgetOthers();
     void pointingTellsAndMarksTheValue_data();
     void pointingTellsAndMarksTheValue();
     void anAreaReachesTheEdges_data();
@@ -463,6 +465,43 @@ void tst_viewerscene::theWheelZoomsAtThePointerAndPans()
     QVERIFY(std::abs(zoomRect().left() - left) < 1e-9);
     wheel(5.0, {0, -480});
     QCOMPARE(zoomRect().width(), 20.0);
+}
+
+void tst_viewerscene::fieldsTakeValuesAndForgetOthers_data()
+{
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<double>("value");
+    QTest::newRow("an average") << QStringLiteral("smoothDepth") << QStringLiteral("12") << 12.0;
+    QTest::newRow("an average over none") << QStringLiteral("smoothDepth") << QStringLiteral("0") << 1.0;
+    QTest::newRow("an average over nothing") << QStringLiteral("smoothDepth") << QString() << 1.0;
+    QTest::newRow("a width") << QStringLiteral("binWidth") << QStringLiteral("2.5e-3") << 2.5e-3;
+    QTest::newRow("no width") << QStringLiteral("binWidth") << QStringLiteral("0") << 1.0;
+    QTest::newRow("half a width") << QStringLiteral("binWidth") << QStringLiteral("3e") << 1.0;
+    QTest::newRow("a word") << QStringLiteral("binWidth") << QStringLiteral("w") << 1.0;
+}
+
+void tst_viewerscene::fieldsTakeValuesAndForgetOthers()
+{
+    QFETCH(QString, field);
+    QFETCH(QString, typed);
+    QFETCH(double, value);
+    showShort();
+    QVERIFY(QTest::qWaitForWindowActive(m_window));
+    auto *entry = m_window->findChild<QQuickItem *>(field);
+    QVERIFY(entry);
+    entry->forceActiveFocus();
+    QVERIFY(QMetaObject::invokeMethod(entry, "selectAll"));
+    QTest::keyClick(m_window, Qt::Key_Backspace);
+    for (const QChar letter : typed)
+        QTest::keyClick(m_window, letter.toLatin1());
+    QTest::keyClick(m_window, Qt::Key_Return);
+    QVERIFY(!entry->hasActiveFocus());
+    QCOMPARE(m_window->property(qPrintable(field)).toDouble(), value);
+    QTRY_COMPARE(entry->property("text").toDouble(), value);
+    QTRY_VERIFY(!is("reading"));
+    if (field == QLatin1String("binWidth"))
+        QCOMPARE(zoomRect().width(), 20.0 * value);
 }
 
 void tst_viewerscene::pointingTellsAndMarksTheValue_data()
