@@ -34,7 +34,9 @@ void registerType(const char *name)
 template <class Definition>
 void registerShaderProgram()
 {
-    if (auto *definition = new (std::nothrow) Definition)
+    // One for the process, however many engines register: the registry keeps its first and frees no other.
+    static auto *const definition = new (std::nothrow) Definition;
+    if (definition)
         ShaderProgramRegistry::instance().registerProgram(definition);
     else
         qCritical() << "Cannot register program shader";

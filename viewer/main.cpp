@@ -5,6 +5,7 @@
 
 #include <QGuiApplication>
 #include <QIcon>
+#include <QJSValue>
 #include <QQmlApplicationEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -41,9 +42,10 @@ void exitWithPicture(QQuickWindow *window, const QString &path)
     window->setFlags(window->flags() | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
     auto *chart = window->property("chart").value<QQuickItem *>();
     auto *writer = new PictureWriter(window, chart, path, window);
-    QObject::connect(writer, &PictureWriter::finished, window, [](const QString &error) {
-        if (!error.isEmpty())
-            print(stderr, QStringLiteral("%1: %2\n").arg(QCoreApplication::applicationName(), error));
+    QObject::connect(writer, &PictureWriter::finished, window, [window](const QString &error) {
+        const QStringList problems = window->property("problems").value<QJSValue>().toVariant().toStringList();
+        for (const QString &words : problems + (error.isEmpty() ? QStringList() : QStringList{error}))
+            print(stderr, QStringLiteral("%1: %2\n").arg(QCoreApplication::applicationName(), words));
         QCoreApplication::exit(error.isEmpty() ? EXIT_SUCCESS : EXIT_FAILURE);
     });
 }

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#undef QT_WIDGETS_LIB // which Qt's library for tests in QML brings along: QtTest would take the application for a
+                      // QApplication
 #include "tests/qml/TestTools.h"
 
 #include <QFileInfo>
