@@ -53,6 +53,7 @@ Window {
     component LinkedChart: ChartArea {
         property ChartArea other
 
+        updateIntervalMs: 0 // the last movement of the mouse counts, too
         width: parent.width
         height: parent.height / 2 - 4
         onChartRectChanged: resetZoomView()

@@ -5,6 +5,18 @@
 #include <QFileInfo>
 #include <QLocale>
 
+namespace {
+
+/// Whether the file begins like one that is no text in UTF-8 or an 8-bit encoding: with a zero byte somewhere.
+bool isBinary(const QString &path)
+{
+    constexpr qint64 enoughToTell = 4096;
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && file.read(enoughToTell).contains('\0');
+}
+
+} // namespace
+
 QString FileChecks::whyUnreadable(const QString &path)
 {
     const QFileInfo file(path);
@@ -16,6 +28,8 @@ QString FileChecks::whyUnreadable(const QString &path)
         return QStringLiteral("is no regular file"); // a pipe, say: the reader wants to know where it ends
     if (!file.isReadable())
         return QStringLiteral("may not be read");
+    if (isBinary(path))
+        return QStringLiteral("is no text; one number a line is expected");
     return {};
 }
 

@@ -15,7 +15,7 @@ class FileChecks : public QObject
 public:
     using QObject::QObject;
 
-    /// An empty string for a regular file that can be read; else why it can't.
+    /// An empty string for a regular file of text that can be read; else why it can't.
     Q_INVOKABLE static QString whyUnreadable(const QString &path);
     /// An empty string for a path where a picture can be written; else why it can't. Leaves no file behind.
     Q_INVOKABLE static QString whyUnwritable(const QString &path);

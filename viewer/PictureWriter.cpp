@@ -62,10 +62,12 @@ void PictureWriter::frameShown()
 {
     if (m_finished)
         return;
+    const bool reading = m_window->property("reading").toBool();
+    if (reading)
+        m_patience.start(patience); // however long that takes
     const QRectF chartRect = m_chart->property("chartRect").toRectF();
     const QRectF zoomRect = m_chart->property("zoomRect").toRectF();
-    const bool still =
-        !m_window->property("reading").toBool() && sameRect(chartRect, m_chartRect) && sameRect(zoomRect, m_zoomRect);
+    const bool still = !reading && sameRect(chartRect, m_chartRect) && sameRect(zoomRect, m_zoomRect);
     m_stillFrames = still ? m_stillFrames + 1 : 0;
     m_chartRect = chartRect;
     m_zoomRect = zoomRect;

@@ -12,6 +12,7 @@ ChartTooltip {
     property var views: []
     property var formatX: String
     property real binWidth: 1
+    property bool asArea: false
     readonly property real dataX: chart.zoomRect.x + mouse.mouseX / chart.width * chart.zoomRect.width
     property var found: []
     readonly property bool shown: enabled && mouse.containsMouse && !mouse.pressed
@@ -36,7 +37,7 @@ ChartTooltip {
         });
     }
 
-    /// The top of the highest bar under the mouse, in the coordinates of what this lies in.
+    /// The top of the highest bar or point under the mouse, in the coordinates of what this lies in.
     function tipOf(entries) {
         const zoom = chart.zoomRect;
         const top = entries.reduce((highest, entry) => {
@@ -44,7 +45,7 @@ ChartTooltip {
         }, 0);
         const bar = entries[0].bar;
         const middle = Math.min(Math.max(bar.x + bar.width / 2, zoom.left), zoom.right);
-        const x = bar.width / zoom.width * chart.width < 20 ? (middle - zoom.x) / zoom.width * chart.width : mouse.mouseX;
+        const x = asArea || bar.width / zoom.width * chart.width < 20 ? (middle - zoom.x) / zoom.width * chart.width : mouse.mouseX;
         const y = chart.height * (1 - Math.min(top / zoom.height, 1));
         return chart.mapToItem(parent, x, isFinite(y) ? y : 0);
     }

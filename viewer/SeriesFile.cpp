@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "viewer/SeriesFile.h"
 
+#include "viewer/ReadingPosition.h"
+
+#include <QFileInfo>
 #include <QQmlEngine>
 #include <QRectF>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 
 namespace {
@@ -24,6 +28,9 @@ std::unique_ptr<QObject> make(QQmlComponent *component)
 
 SeriesFile::SeriesFile(QObject *parent) : QObject(parent)
 {
+    constexpr std::chrono::milliseconds watchInterval{60};
+    m_watch.setInterval(watchInterval);
+    connect(&m_watch, &QTimer::timeout, this, &SeriesFile::watch);
     qRegisterMetaType<SSeriesOrder>();
     qRegisterMetaType<SSeriesResult>();
 }
@@ -49,11 +56,24 @@ void SeriesFile::start()
     std::unique_ptr<QObject> average = make(m_averageComponent);
     reader->moveToThread(&m_thread);
     average->moveToThread(&m_thread);
-    m_worker = new SeriesWorker(std::move(reader), std::move(average));
+    m_worker = new SeriesWorker(std::move(reader), std::move(average), thread());
     m_worker->moveToThread(&m_thread);
     connect(m_worker, &SeriesWorker::finished, this, &SeriesFile::take); // queued: from the thread
     m_thread.setObjectName(QStringLiteral("reader"));
     m_thread.start();
+}
+
+std::shared_ptr<QObject> SeriesFile::makeNode()
+{
+    std::unique_ptr<QObject> node = make(m_decimatorComponent);
+    node->moveToThread(&m_thread);
+    return {node.release(), [](QObject *done) {
+                // Of a thread that has ended, nobody else would.
+                if (done->thread() == QThread::currentThread() || !done->thread()->isRunning())
+                    delete done;
+                else
+                    done->deleteLater();
+            }};
 }
 
 void SeriesFile::order()
@@ -61,32 +81,58 @@ void SeriesFile::order()
     if (m_file.isEmpty())
         return;
     ++m_openOrders;
-    const SSeriesOrder order{m_file, std::max(m_smoothDepth, 1), m_logarithmic};
+    const SSeriesOrder order{m_file, std::max(m_smoothDepth, 1), m_logarithmic, {makeNode(), makeNode()}};
     QMetaObject::invokeMethod(
         m_worker, [worker = m_worker, order] { worker->work(order); }, Qt::QueuedConnection);
-    if (m_busy)
+    setBusy(true);
+}
+
+void SeriesFile::setBusy(bool busy)
+{
+    if (busy == m_busy)
         return;
-    m_busy = true;
+    m_busy = busy;
+    if (busy)
+        m_watch.start();
+    else
+        m_watch.stop();
+    setProgress(-1.0);
     emit busyChanged();
 }
 
-void SeriesFile::take(const SSeriesOrder &, const SSeriesResult &result)
+void SeriesFile::watch()
+{
+    const qint64 size = QFileInfo(m_file).size();
+    const qint64 read = readingPosition(m_file);
+    setProgress(size > 0 && read >= 0 ? std::min(double(read) / size, 1.0) : -1.0);
+}
+
+void SeriesFile::setProgress(double progress)
+{
+    if (progress == m_progress)
+        return;
+    m_progress = progress;
+    emit progressChanged();
+}
+
+void SeriesFile::take(const SSeriesResult &result)
 {
     if (--m_openOrders > 0)
-        return; // a newer order stands
+        return;                                 // a newer order stands
+    const SSeriesNodes former = m_result.nodes; // until nobody shows them
     m_result = result;
     emit seriesChanged();
-    m_busy = false;
-    emit busyChanged();
+    setBusy(false);
 }
 
-void SeriesFile::feed(QObject *node) const
+void SeriesFile::spreadNodes() const
 {
-    if (!node)
-        return;
     const double height = m_result.maximum > 0.0 ? m_result.maximum : 1.0;
-    node->setProperty("area", QRectF(0.0, 0.0, m_result.shown.size() * m_binWidth, height));
-    node->setProperty("data", QVariant::fromValue(m_result.shown));
+    const QRectF area(0.0, 0.0, m_result.shown.size() * m_binWidth, height);
+    for (QObject *node : {chartNode(), navigatorNode()}) {
+        if (node)
+            node->setProperty("area", area);
+    }
 }
 
 QVariantMap SeriesFile::highestIn(double left, double right) const

@@ -6,6 +6,7 @@
 #include <QQmlComponent>
 #include <QQmlParserStatus>
 #include <QThread>
+#include <QTimer>
 #include <QVariantMap>
 
 /// A file of numbers, read and transformed in a thread of its own; every change of what is asked for starts it anew.
@@ -21,11 +22,18 @@ class SeriesFile : public QObject, public QQmlParserStatus
     Q_PROPERTY(bool logarithmic MEMBER m_logarithmic NOTIFY orderChanged)
     /// Width of one value along x.
     Q_PROPERTY(double binWidth MEMBER m_binWidth NOTIFY binWidthChanged)
-    /// Make an SCSVReader and a MovingAvarangeU64.
+    /// Make an SCSVReader, a MovingAvarangeU64 and a DecimatorU64.
     Q_PROPERTY(QQmlComponent *reader MEMBER m_readerComponent)
     Q_PROPERTY(QQmlComponent *average MEMBER m_averageComponent)
+    Q_PROPERTY(QQmlComponent *decimator MEMBER m_decimatorComponent)
+    /// The series to show, for the chart and for the navigator: nodes that the decimator component made. New ones with
+    /// every change of the series; null before the first.
+    Q_PROPERTY(QObject *chartNode READ chartNode NOTIFY seriesChanged)
+    Q_PROPERTY(QObject *navigatorNode READ navigatorNode NOTIFY seriesChanged)
     /// Whether an order is being worked on.
     Q_PROPERTY(bool busy READ isBusy NOTIFY busyChanged)
+    /// How much of the file has been read, from 0 to 1; -1 while it is not being read or nobody knows.
+    Q_PROPERTY(double progress READ progress NOTIFY progressChanged)
     /// Why there is nothing to see, in words; empty for no reason.
     Q_PROPERTY(QString problem READ problem NOTIFY seriesChanged)
     /// Values in the file.
@@ -37,13 +45,16 @@ public:
     explicit SeriesFile(QObject *parent = nullptr);
     ~SeriesFile() override;
 
+    QObject *chartNode() const { return m_result.nodes.chart.get(); }
+    QObject *navigatorNode() const { return m_result.nodes.navigator.get(); }
     bool isBusy() const { return m_busy; }
+    double progress() const { return m_progress; }
     QString problem() const { return m_result.problem; }
     int count() const { return m_result.count; }
     double maximum() const { return m_result.maximum; }
 
-    /// Gives a data node the series to show and its area. The area may reach a little beyond the file's last value.
-    Q_INVOKABLE void feed(QObject *node) const;
+    /// Spreads the nodes over the series' area, which may reach a little beyond the file's last value.
+    Q_INVOKABLE void spreadNodes() const;
     /// The highest of the values that the file has between two places along x: "index", "value" and, of how many,
     /// "count". Empty where it has none.
     Q_INVOKABLE QVariantMap highestIn(double left, double right) const;
@@ -55,12 +66,17 @@ signals:
     void orderChanged();
     void binWidthChanged();
     void busyChanged();
+    void progressChanged();
     void seriesChanged();
 
 private:
     void start();
+    std::shared_ptr<QObject> makeNode();
     void order();
-    void take(const SSeriesOrder &order, const SSeriesResult &result);
+    void setBusy(bool busy);
+    void watch();
+    void setProgress(double progress);
+    void take(const SSeriesResult &result);
 
     QString m_file;
     int m_smoothDepth = 1;
@@ -68,7 +84,10 @@ private:
     double m_binWidth = 1.0;
     QQmlComponent *m_readerComponent = nullptr;
     QQmlComponent *m_averageComponent = nullptr;
+    QQmlComponent *m_decimatorComponent = nullptr;
     bool m_busy = false;
+    double m_progress = -1.0;
+    QTimer m_watch; ///< runs while busy
     int m_openOrders = 0;
     SSeriesResult m_result;
     QThread m_thread;

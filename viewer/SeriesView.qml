@@ -20,7 +20,10 @@ Item {
     property color barColor
     property real layerOrder: 0
     property bool asArea: false
+    /// To be closed once it is no longer busy.
+    property bool isUnwanted: false
     readonly property alias busy: source.busy
+    readonly property alias progress: source.progress
     readonly property alias problem: source.problem
     readonly property alias maximum: source.maximum
     /// The one that draws, of the two.
@@ -37,8 +40,17 @@ Item {
 
     /// Gives the series to what draws it.
     function feed() {
-        source.feed(fine);
-        source.feed(coarse);
+        if (!source.chartNode)
+            return ;
+
+        source.spreadNodes();
+        source.chartNode.chartArea = chart;
+        source.navigatorNode.chartArea = navigator;
+        // A node chooses its resolution when it hears of the zoom, not when it meets its chart.
+        chart.zoomRectChanged();
+        navigator.zoomRectChanged();
+        part.node = source.chartNode;
+        overviewPart.node = source.navigatorNode;
     }
 
     /// What the plotter shows at x, and what the file has there: null for nothing.
@@ -105,22 +117,21 @@ Item {
 
         }
 
-    }
+        // As many values as a chart has pixels, at every zoom: the maxima of what lies under a pixel.
+        decimator: Component {
+            DecimatorU64 {
+            }
 
-    // As many values as the chart has pixels, at every zoom: the maxima of what lies under a pixel.
-    DecimatorU64 {
-        id: fine
+        }
 
-        chartArea: view.chart
     }
 
     VisiblePart {
         id: part
 
-        node: fine
         chart: view.chart
         plotter: view.plotter
-        shift: view.asArea ? 0.5 : 0
+        asLine: view.asArea
     }
 
     BarPlotter {
@@ -138,14 +149,9 @@ Item {
         zOrder: view.layerOrder
     }
 
-    DecimatorU64 {
-        id: coarse
-
-        chartArea: view.navigator
-    }
-
     VisiblePart {
-        node: coarse
+        id: overviewPart
+
         chart: view.navigator
         plotter: overview
     }

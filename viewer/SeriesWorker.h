@@ -7,12 +7,23 @@
 
 #include <memory>
 
+class QThread;
+
+/// Nodes that keep a series at every resolution, one for each chart that shows it. They are deleted in the thread in
+/// which they live.
+struct SSeriesNodes
+{
+    std::shared_ptr<QObject> chart;
+    std::shared_ptr<QObject> navigator;
+};
+
 /// What a file's series is to become.
 struct SSeriesOrder
 {
     QString file;
     int smoothDepth = 1;      ///< running average over so many values; 1 for none
     bool logarithmic = false; ///< decimal logarithms instead of the values
+    SSeriesNodes nodes;       ///< to be given the series; they live in the worker's thread
 };
 Q_DECLARE_METATYPE(SSeriesOrder)
 
@@ -24,6 +35,7 @@ struct SSeriesResult
     double maximum = 0.0;   ///< the largest finite value of `shown`, at least 0
     QVector<double> values; ///< as the file has them
     QVector<double> shown;  ///< smoothed, as logarithms, or the same as `values`
+    SSeriesNodes nodes;     ///< those of the order, with `shown`; they live in the thread that the worker was told
 };
 Q_DECLARE_METATYPE(SSeriesResult)
 
@@ -39,12 +51,13 @@ class SeriesWorker : public QObject
 
 public:
     /// `reader` is an SCSVReader and `average` a MovingAvarangeU64. They are used in this object's thread alone.
-    SeriesWorker(std::unique_ptr<QObject> reader, std::unique_ptr<QObject> average);
+    /// Results are for the thread `receiver`.
+    SeriesWorker(std::unique_ptr<QObject> reader, std::unique_ptr<QObject> average, QThread *receiver);
 
     void work(const SSeriesOrder &order);
 
 signals:
-    void finished(const SSeriesOrder &order, const SSeriesResult &result);
+    void finished(const SSeriesResult &result);
 
 private:
     QString read(const QString &file);
@@ -52,6 +65,7 @@ private:
 
     std::unique_ptr<QObject> m_reader;
     std::unique_ptr<QObject> m_average;
+    QThread *m_receiver;
     QString m_file;
     QString m_problem;
     int m_count = 0;

@@ -61,8 +61,9 @@ ToolBar {
             }
 
             Field {
+                objectName: "smoothDepth"
                 placeholderText: "1"
-                text: root.scene.smoothDepth
+                value: root.scene.smoothDepth
                 width: 64
                 onEditingFinished: root.scene.smoothDepth = Number(text)
 
@@ -78,15 +79,13 @@ ToolBar {
             }
 
             Field {
-                text: root.scene.binWidth
+                objectName: "binWidth"
+                value: root.scene.binWidth
                 width: 84
                 onEditingFinished: {
                     if (Number(text) > 0)
                         root.scene.binWidth = Number(text);
 
-                    text = Qt.binding(() => {
-                        return root.scene.binWidth;
-                    });
                 }
 
                 validator: RegularExpressionValidator {
@@ -101,7 +100,7 @@ ToolBar {
 
             Field {
                 maximumLength: 8
-                text: root.scene.unit
+                value: root.scene.unit
                 width: 64
                 onEditingFinished: root.scene.unit = text
             }
@@ -138,15 +137,34 @@ ToolBar {
         verticalAlignment: Text.AlignVCenter
     }
 
+    // What is no value is forgotten when the field is left: it then shows the one that holds.
     component Field: TextField {
+        property var value
+
+        function showValue() {
+            text = Qt.binding(() => {
+                return value;
+            });
+        }
+
         anchors.verticalCenter: parent.verticalCenter
         bottomPadding: 8
         color: "#ffffff"
         height: 36
         selectByMouse: true
         Material.accent: "#ffe082"
-        onAccepted: focus = false
-        Keys.onEscapePressed: focus = false
+        text: value
+        onActiveFocusChanged: {
+            if (!activeFocus)
+                Qt.callLater(showValue);
+
+        }
+        Keys.onEnterPressed: focus = false
+        Keys.onEscapePressed: {
+            showValue();
+            focus = false;
+        }
+        Keys.onReturnPressed: focus = false
     }
 
 }

@@ -86,11 +86,14 @@ SViewerOptions parseViewerOptions(const QStringList &arguments)
     const QCommandLineOption logarithmic(QStringLiteral("log"),
                                          QStringLiteral("Use a logarithmic scale for the values."));
     const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Draw on a dark ground."));
-    parser.addOptions({png, size, binWidth, unit, area, smooth, logarithmic, dark});
-    const QCommandLineOption help = parser.addHelpOption();
-    const QCommandLineOption version = parser.addVersionOption();
+    // Not Qt's own, which promise options of Qt's that are not taken here.
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
+                                  QStringLiteral("Print this and exit."));
+    const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
+                                     QStringLiteral("Print the version and exit."));
+    parser.addOptions({png, size, binWidth, unit, area, smooth, logarithmic, dark, help, version});
     parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("Text with one number a line."),
-                                 QStringLiteral("FILE..."));
+                                 QStringLiteral("[FILE...]"));
 
     if (!parser.parse(arguments))
         return refuse(parser.errorText());

@@ -6,6 +6,30 @@
 #include <algorithm>
 #include <cmath>
 
+namespace {
+
+constexpr double mostPoints = 65536.0;
+
+/// The series with points between its values, `steps` from one value to the next. For 1 step the series itself.
+QVector<double> lineThrough(const QVector<double> &values, int steps)
+{
+    if (steps == 1)
+        return values;
+    QVector<double> line;
+    line.reserve((values.size() - 1) * steps + 1);
+    for (int i = 0; i < values.size() - 1; ++i) {
+        line.append(values[i]);
+        for (int step = 1; step < steps; ++step) {
+            const double share = double(step) / steps;
+            line.append((1.0 - share) * values[i] + share * values[i + 1]); // so written, nothing overflows
+        }
+    }
+    line.append(values.last());
+    return line;
+}
+
+} // namespace
+
 void VisiblePart::setNode(QObject *node)
 {
     if (node == m_node)
@@ -40,11 +64,11 @@ void VisiblePart::setPlotter(QObject *plotter)
     restart();
 }
 
-void VisiblePart::setShift(double shift)
+void VisiblePart::setLine(bool asLine)
 {
-    if (shift == m_shift)
+    if (asLine == m_asLine)
         return;
-    m_shift = shift;
+    m_asLine = asLine;
     restart();
 }
 
@@ -87,17 +111,27 @@ VisiblePart::SRange VisiblePart::shownRange(double barWidth) const
 
 bool VisiblePart::isServed(const SRange &shown) const
 {
-    constexpr int widest = 16; // times what is shown, lest the plotter's precision suffers
+    // No wider than that, lest the plotter's precision suffers, or a line's points become more than a pixel wide.
     return shown.first >= m_part.first && shown.end <= m_part.end
-        && (m_part.end - m_part.first) / widest <= shown.end - shown.first;
+        && (m_part.end - m_part.first) / widest() <= shown.end - shown.first;
+}
+
+int VisiblePart::pointsPerBar() const
+{
+    const double pixels = m_chart->property("width").toDouble();
+    const double points = std::ceil(widest() * pixels / (m_part.end - m_part.first));
+    return m_asLine && points >= 1.0 ? int(std::min(points, mostPoints)) : 1; // 1 for a NaN, too
 }
 
 void VisiblePart::serve(const SRange &part, double barWidth)
 {
     m_part = part;
-    const QVector<double> values = m_series.mid(part.first, part.end - part.first);
-    const double highest = std::max(0.0, *std::max_element(values.cbegin(), values.cend()));
-    const QRectF area(m_area.left() + (part.first + m_shift) * barWidth, 0.0, values.size() * barWidth, highest);
+    const QVector<double> bars = m_series.mid(part.first, part.end - part.first);
+    const double highest = std::max(0.0, *std::max_element(bars.cbegin(), bars.cend()));
+    const int points = pointsPerBar();
+    const QVector<double> values = lineThrough(bars, points);
+    const double left = m_area.left() + (part.first + (m_asLine ? 0.5 : 0.0)) * barWidth;
+    const QRectF area(left, 0.0, values.size() * (barWidth / points), highest);
     // The chart is not to fit itself to the new area and the old values.
     QMetaObject::invokeMethod(m_chart, "lock_update");
     m_plotter->setProperty("plotterArea", area);

@@ -20,8 +20,10 @@ class VisiblePart : public QObject
     Q_PROPERTY(QObject *chart READ chart WRITE setChart NOTIFY changed)
     /// An IPlotter1D; gets `plotterArea` and `data`.
     Q_PROPERTY(QObject *plotter READ plotter WRITE setPlotter NOTIFY changed)
-    /// Moves the plotter to the right by so many of its bars: a half for one that draws points instead of bars.
-    Q_PROPERTY(double shift READ shift WRITE setShift NOTIFY changed)
+    /// For a plotter that draws a line through points instead of bars: each point stands in the middle of its bar, and
+    /// the line gets further points, about one a pixel. Such a plotter ends with the last point that is shown; the line
+    /// would end up to a bar before the chart does.
+    Q_PROPERTY(bool asLine READ isLine WRITE setLine NOTIFY changed)
 
 public:
     using QObject::QObject;
@@ -32,8 +34,8 @@ public:
     void setChart(QObject *chart);
     QObject *plotter() const { return m_plotter; }
     void setPlotter(QObject *plotter);
-    double shift() const { return m_shift; }
-    void setShift(double shift);
+    bool isLine() const { return m_asLine; }
+    void setLine(bool asLine);
 
     /// The bar of the node's series over x, standing on 0; null for none.
     Q_INVOKABLE QRectF barAt(double x) const;
@@ -53,13 +55,16 @@ private:
 
     SRange shownRange(double barWidth) const;
     bool isServed(const SRange &shown) const;
+    /// How many times what is shown a part may be.
+    int widest() const { return m_asLine ? 6 : 16; }
+    int pointsPerBar() const;
     void serve(const SRange &part, double barWidth);
     void restart();
 
     QPointer<QObject> m_node;
     QPointer<QObject> m_chart;
     QPointer<QObject> m_plotter;
-    double m_shift = 0.0;
+    bool m_asLine = false;
     QVector<double> m_series; ///< the node's, shared
     QRectF m_area;
     SRange m_part; ///< what the plotter has

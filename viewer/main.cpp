@@ -4,6 +4,8 @@
 #include "viewer/ViewerScene.h"
 
 #include <QGuiApplication>
+#include <QIcon>
+#include <QJSValue>
 #include <QQmlApplicationEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -40,9 +42,10 @@ void exitWithPicture(QQuickWindow *window, const QString &path)
     window->setFlags(window->flags() | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
     auto *chart = window->property("chart").value<QQuickItem *>();
     auto *writer = new PictureWriter(window, chart, path, window);
-    QObject::connect(writer, &PictureWriter::finished, window, [](const QString &error) {
-        if (!error.isEmpty())
-            print(stderr, QStringLiteral("%1: %2\n").arg(QCoreApplication::applicationName(), error));
+    QObject::connect(writer, &PictureWriter::finished, window, [window](const QString &error) {
+        const QStringList problems = window->property("problems").value<QJSValue>().toVariant().toStringList();
+        for (const QString &words : problems + (error.isEmpty() ? QStringList() : QStringList{error}))
+            print(stderr, QStringLiteral("%1: %2\n").arg(QCoreApplication::applicationName(), words));
         QCoreApplication::exit(error.isEmpty() ? EXIT_SUCCESS : EXIT_FAILURE);
     });
 }
@@ -52,6 +55,8 @@ int run(int argc, char **argv, const SViewerOptions &options)
     if (!options.picture.isEmpty())
         QCoreApplication::setAttribute(Qt::AA_DisableHighDpiScaling); // the size asked for is in the picture's pixels
     QGuiApplication application(argc, argv);
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/vorlixview/icon.png")));
+    QGuiApplication::setDesktopFileName(QStringLiteral("vorlixview"));  // Wayland takes the icon from there
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering); // the same pixels in every run
     QQmlApplicationEngine engine;
     QQuickWindow *window = loadViewerScene(engine, options);

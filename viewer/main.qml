@@ -24,8 +24,15 @@ ApplicationWindow {
     readonly property ChartArea chart: plot.refChartArea
     readonly property ChartArea navigator: plot.refNavigator
     readonly property var views: listViews(series.count)
+    readonly property alias progress: notice.progress
     readonly property bool reading: views.some((view) => {
         return view.busy;
+    })
+    /// Why there is nothing to see of a file, in words.
+    readonly property var problems: views.filter((view) => {
+        return view.problem && !view.busy;
+    }).map((view) => {
+        return view.file.split("/").pop() + ": " + view.problem;
     })
     // Bars that lie over others let them through.
     readonly property var barColors: ["#07cbf2", "#99f2872a", "#998a5cf0", "#994caf50", "#99e2466b"]
@@ -65,9 +72,22 @@ ApplicationWindow {
         message.text = refused.join("\n");
     }
 
+    /// A file that is being read goes when it has been: nobody waits for that.
     function closeAll() {
-        fileList.clear();
+        for (const view of views) {
+            view.isUnwanted = true;
+        }
         message.text = "";
+        removeUnwanted();
+    }
+
+    function removeUnwanted() {
+        for (let i = fileList.count - 1; i >= 0; --i) {
+            const view = series.itemAt(i);
+            if (view.isUnwanted && !view.busy)
+                fileList.remove(i);
+
+        }
         fit();
     }
 
@@ -178,7 +198,7 @@ ApplicationWindow {
 
         delegate: SeriesView {
             asArea: window.asArea
-            barColor: window.barColors[index % window.barColors.length]
+            barColor: window.barColors[Math.max(index, 0) % window.barColors.length]
             binWidth: window.binWidth
             chart: window.chart
             decorator: highlight
@@ -188,7 +208,12 @@ ApplicationWindow {
             name: window.nameOf(path)
             navigator: window.navigator
             smoothDepth: window.smoothDepth
-            onSeriesChanged: window.fit()
+            onSeriesChanged: {
+                if (isUnwanted)
+                    Qt.callLater(window.removeUnwanted);
+                else
+                    window.fit();
+            }
         }
 
     }
@@ -196,7 +221,7 @@ ApplicationWindow {
     BarDecorator {
         id: highlight
 
-        active: readout.shown
+        active: readout.shown && !window.asArea
         drawLayer: 2 // over the bars, and not in the legend
         mouseX: plot.refChartMouse.mouseX
         mouseY: plot.refChartMouse.mouseY
@@ -236,9 +261,21 @@ ApplicationWindow {
         target: plot.refChartMouse
     }
 
+    HoverMarks {
+        objectName: "marks"
+        asArea: window.asArea
+        barColor: highlight.color
+        chart: window.chart
+        found: readout.found
+        mouse: plot.refChartMouse
+        parent: window.chart
+    }
+
     Readout {
         id: readout
 
+        objectName: "readout"
+        asArea: window.asArea
         binWidth: window.binWidth
         chart: window.chart
         enabled: !window.asPicture
@@ -247,50 +284,25 @@ ApplicationWindow {
         views: window.views
     }
 
-    Column {
+    ViewerNotice {
+        id: notice
+
         anchors.centerIn: parent
-        spacing: 12
-        visible: window.reading || notice.text !== ""
-
-        BusyIndicator {
-            anchors.horizontalCenter: parent.horizontalCenter
-            running: window.reading && !window.asPicture
-            visible: running
-        }
-
-        Label {
-            id: notice
-
-            horizontalAlignment: Text.AlignHCenter
-            text: {
-                const busy = window.views.filter((view) => {
-                    return view.busy;
-                }).map((view) => {
-                    return "Reading " + view.name + " (" + fileChecks.sizeOf(view.file) + ") …";
-                });
-                const problems = window.views.filter((view) => {
-                    return view.problem && !view.busy;
-                }).map((view) => {
-                    return view.name + ": " + view.problem;
-                });
-                if (window.views.length === 0 && !message.text)
-                    return "Drop files of numbers here, or press Ctrl+O";
-
-                return busy.concat(problems).join("\n");
-            }
-            textFormat: Text.PlainText
-            width: window.width - 24
-            wrapMode: Text.Wrap
-        }
-
+        asPicture: window.asPicture
+        hasMessage: message.text !== ""
+        problems: window.problems
+        views: window.views
+        width: window.width - 24
     }
 
     DropArea {
         anchors.fill: parent
         onDropped: {
-            if (drop.hasUrls)
-                window.open(fileChecks.pathsOf(drop.urls));
+            if (!drop.hasUrls)
+                return ;
 
+            drop.accept(Qt.CopyAction); // whatever was proposed: the files stay where they are
+            window.open(fileChecks.pathsOf(drop.urls));
         }
     }
 

@@ -82,12 +82,12 @@ void Snapshot::step()
         }
         if (!m_window)
             return;
-        gesture();
         m_stage = Stage::Waiting;
         return;
     case Stage::Waiting:
         if (!isReady())
             return;
+        gesture();
         m_stage = Stage::Settling;
         m_timer.setInterval(qEnvironmentVariableIsSet("SNAPSHOT_AFTER") ? qEnvironmentVariableIntValue("SNAPSHOT_AFTER")
                                                                         : settleIntervalMs);

@@ -15,9 +15,9 @@ class QQuickWindow;
 ///   SNAPSHOT_PICTURE    the picture that is expected; without it, any will do
 ///   SNAPSHOT_TOLERANCE  the share of blocks that may differ, 0 to 1 (see Pictures.h)
 ///   SNAPSHOT_RESULT     where to write what was seen
-///   SNAPSHOT_MOUSE      a mouse gesture to begin with: "hover X Y" or "wheel X Y DELTA"; several are joined by ","
-///   SNAPSHOT_UNTIL      a QML expression on the window; nothing is looked at before it is true
+///   SNAPSHOT_UNTIL      a QML expression on the window; nothing is done or looked at before it is true
 ///   SNAPSHOT_DO         a QML expression to evaluate then
+///   SNAPSHOT_MOUSE      a mouse gesture to make then: "hover X Y" or "wheel X Y DELTA"; several are joined by ","
 ///   SNAPSHOT_AFTER      milliseconds to wait then; without it, until two looks in a row see the same
 ///   SNAPSHOT_RECORD     "FOLDER COUNT INTERVAL": write COUNT pictures, one every INTERVAL ms, and evaluate SNAPSHOT_DO
 ///                       after each; nothing is compared

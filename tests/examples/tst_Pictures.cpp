@@ -70,20 +70,17 @@ private slots:
         }
     }
 
-    /// The moving picture begins with what its example shows, and ends elsewhere. It has few colours.
-    void the_moving_picture_belongs_to_its_example()
+    /// What it begins with is compared with the viewer by a test of its own; it ends elsewhere.
+    void the_moving_picture_moves()
     {
-        const QDir gallery(QStringLiteral(GALLERY));
-        QImageReader movie(gallery.filePath("zoom.gif"));
+        QImageReader movie(QStringLiteral(GALLERY "/../pictures/zoom.gif"));
         const QImage first = movie.read();
-        const QImage example = QImage(gallery.filePath("05-pyramid.png"))
-                                   .scaled(first.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-        QVERIFY(differingBlocks(first, example) < 0.02);
+        QVERIFY(!first.isNull());
         QVERIFY(movie.imageCount() > 30);
         QImage last;
         while (movie.canRead())
             last = movie.read();
-        QVERIFY(differingBlocks(last, example) > 0.1);
+        QVERIFY(differingBlocks(last, first) > 0.1);
     }
 };
 

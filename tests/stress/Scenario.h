@@ -16,6 +16,8 @@ public:
     /// Called once, before the first round.
     virtual void prepare(Stage &) {}
     virtual void round(Stage &stage) = 0;
+    /// Called before the memory is measured: puts away what differs from round to round.
+    virtual void rest() {}
 };
 
 struct SScenarioEntry

@@ -103,9 +103,11 @@ void play(Scenario &scenario, Stage &stage, const SLength &length, SOutcome &out
         if (warm || !reached(clock, warmUp))
             continue;
         warm = true;
+        scenario.rest();
         stage.settle();
         outcome.before = SMemory::now();
     }
+    scenario.rest();
     stage.settle();
     outcome.after = SMemory::now();
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The viewer's scene with ten million values: what a long series shows at every zoom, and how long a step takes.
+// The viewer's scene with ten million values: what a long series shows at every zoom, and how long a step takes; and
+// what people do with it: open, drop and close files, point, turn the wheel, press keys.
 #include "viewer/ViewerOptions.h"
 #include "viewer/ViewerScene.h"
 
@@ -7,6 +8,8 @@
 #include <QFile>
 #include <QGuiApplication>
 #include <QImage>
+#include <QJSValue>
+#include <QMimeData>
 #include <QQmlApplicationEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -62,9 +65,29 @@ private slots:
     void barsStandExactlyFarFromTheOrigin();
     void stepsAreQuick_data();
     void stepsAreQuick();
+    void readingShowsProgressAndNoFrozenWindow();
+    void closingDoesNotWaitForTheReader();
+    void droppedFilesAreShownAndOthersNamed();
+    void keysZoomPanAndSwitch();
+    void theWheelZoomsAtThePointerAndPans();
+    void fieldsTakeValuesAndForgetOthers_data();
+    void fieldsTakeValuesAndForgetOthers();
+    void pointingTellsAndMarksTheValue_data();
+    void pointingTellsAndMarksTheValue();
+    void anAreaReachesTheEdges_data();
+    void anAreaReachesTheEdges();
 
 private:
     void open(bool area, int smoothDepth = 1);
+    void show(const SViewerOptions &options);
+    void showShort(bool area = false);
+    void call(const char *function) const { QVERIFY(QMetaObject::invokeMethod(m_window, function)); }
+    bool is(const char *property) const { return m_window->property(property).toBool(); }
+    int views() const
+    {
+        return m_window->property("views").value<QJSValue>().property(QStringLiteral("length")).toInt();
+    }
+    QPoint pointAt(double x, double y) const;
     void zoom(double left, double width);
     SStep timedZoom(double left, double width);
     QImage settled();
@@ -73,6 +96,7 @@ private:
 
     QTemporaryDir m_folder;
     QString m_file;
+    QString m_short; ///< twenty values, of which the tenth is the highest
     QScopedPointer<QQmlApplicationEngine> m_engine;
     QQuickWindow *m_window = nullptr;
     QQuickItem *m_chart = nullptr;
@@ -84,6 +108,11 @@ void tst_viewerscene::initTestCase()
     QFile file(m_file);
     QVERIFY(file.open(QIODevice::WriteOnly));
     QVERIFY(file.write(numbers()) == 4 * count);
+    m_short = m_folder.filePath(QStringLiteral("short.txt"));
+    QFile shortFile(m_short);
+    QVERIFY(shortFile.open(QIODevice::WriteOnly));
+    for (int i = 0; i < 20; ++i)
+        shortFile.write(i == 9 ? "80\n" : "40\n");
 }
 
 void tst_viewerscene::cleanup()
@@ -267,6 +296,274 @@ void tst_viewerscene::stepsAreQuick()
             pans.push_back(timedZoom(1e6 + 0.11 * i * width, width));
         QVERIFY(report(qPrintable(QStringLiteral("panning at a width of %1").arg(width)), pans) < 250.0);
     }
+}
+
+void tst_viewerscene::show(const SViewerOptions &options)
+{
+    m_engine.reset(new QQmlApplicationEngine);
+    m_window = loadViewerScene(*m_engine, options);
+    QVERIFY(m_window);
+    m_window->show();
+    m_window->requestActivate();
+    QVERIFY(QTest::qWaitForWindowExposed(m_window));
+    m_chart = m_window->property("chart").value<QQuickItem *>();
+    QVERIFY(m_chart);
+    QTRY_VERIFY(!is("reading"));
+    settled();
+}
+
+void tst_viewerscene::showShort(bool area)
+{
+    SViewerOptions options;
+    options.files = QStringList{m_short};
+    options.area = area;
+    show(options);
+    QCOMPARE(views(), 1);
+}
+
+/// A place of the data, in the window.
+QPoint tst_viewerscene::pointAt(double x, double y) const
+{
+    const QRectF shown = zoomRect();
+    return m_chart
+        ->mapToScene(
+            {(x - shown.left()) / shown.width() * m_chart->width(), (1.0 - y / shown.height()) * m_chart->height()})
+        .toPoint();
+}
+
+void tst_viewerscene::readingShowsProgressAndNoFrozenWindow()
+{
+    show({});
+    QCOMPARE(m_window->property("progress").toDouble(), -1.0);
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(QMetaObject::invokeMethod(m_window, "open", Q_ARG(QVariant, QStringList{m_file})));
+    QVERIFY(is("reading"));
+    QVector<double> progress;
+    qint64 longest = timer.elapsed();
+    QElapsedTimer turn;
+    while (is("reading")) {
+        turn.start();
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+        longest = std::max(longest, turn.elapsed());
+        const double now = m_window->property("progress").toDouble();
+        if (now >= 0.0 && (progress.isEmpty() || now != progress.last()))
+            progress.append(now);
+        QVERIFY(timer.elapsed() < 60000);
+    }
+    qInfo("read in %lld ms; %d steps of progress; the longest turn of the event loop took %lld ms", timer.elapsed(),
+          progress.size(), longest);
+    QVERIFY(progress.size() >= 2);
+    QVERIFY(std::is_sorted(progress.cbegin(), progress.cend()));
+    QVERIFY(progress.first() < 1.0 && progress.last() <= 1.0 && progress.last() > 0.0);
+    QCOMPARE(m_window->property("progress").toDouble(), -1.0);
+    // The series at every resolution, twice, is made elsewhere: here it would take a third of a second.
+    QVERIFY(longest < 200);
+    settled();
+    QCOMPARE(zoomRect().width(), double(count));
+}
+
+void tst_viewerscene::closingDoesNotWaitForTheReader()
+{
+    showShort();
+    QVERIFY(QMetaObject::invokeMethod(m_window, "open", Q_ARG(QVariant, QStringList{m_file})));
+    QVERIFY(is("reading"));
+    QCOMPARE(views(), 2);
+    QElapsedTimer timer;
+    timer.start();
+    call("closeAll");
+    QVERIFY(timer.elapsed() < 200);
+    QVERIFY(is("reading"));
+    QCOMPARE(views(), 1); // the one that is being read
+    QTRY_COMPARE_WITH_TIMEOUT(views(), 0, 60000);
+    QVERIFY(!is("reading"));
+    // Others may be opened thereafter.
+    QVERIFY(QMetaObject::invokeMethod(m_window, "open", Q_ARG(QVariant, QStringList{m_short})));
+    QTRY_VERIFY(!is("reading"));
+    QCOMPARE(views(), 1);
+}
+
+void tst_viewerscene::droppedFilesAreShownAndOthersNamed()
+{
+    showShort();
+    QMimeData files;
+    files.setUrls({QUrl::fromLocalFile(m_short), QUrl::fromLocalFile(m_folder.filePath(QStringLiteral("none.txt"))),
+                   QUrl::fromLocalFile(m_folder.path()), QUrl(QStringLiteral("https://example.org/a.txt")),
+                   QUrl::fromLocalFile(m_short)});
+    const QPoint place = pointAt(10.0, 20.0);
+    QDragEnterEvent enter(place, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(m_window, &enter);
+    QVERIFY(enter.isAccepted());
+    QDropEvent drop(place, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(m_window, &drop);
+    QVERIFY(drop.isAccepted());
+    QCOMPARE(views(), 3);
+    QTRY_VERIFY(!is("reading"));
+    const QString said = m_window->property("footer").value<QQuickItem *>()->property("text").toString();
+    QCOMPARE(said,
+             m_folder.filePath(QStringLiteral("none.txt")) + QStringLiteral(": no such file\n") + m_folder.path()
+                 + QStringLiteral(": is a directory, not a file of numbers\n")
+                 + QStringLiteral("https://example.org/a.txt: no such file"));
+}
+
+void tst_viewerscene::keysZoomPanAndSwitch()
+{
+    showShort();
+    const auto key = [this](Qt::Key what) { QTest::keyClick(m_window, what); };
+    QVERIFY(QTest::qWaitForWindowActive(m_window));
+    QCOMPARE(zoomRect().width(), 20.0);
+    key(Qt::Key_Plus);
+    QCOMPARE(zoomRect().width(), 20.0 / 1.5);
+    QCOMPARE(zoomRect().center().x(), 10.0);
+    key(Qt::Key_Home);
+    QCOMPARE(zoomRect().left(), 0.0);
+    key(Qt::Key_Right);
+    QCOMPARE(zoomRect().left(), 2.0 / 1.5);
+    key(Qt::Key_Left);
+    QVERIFY(std::abs(zoomRect().left()) < 1e-9);
+    key(Qt::Key_PageDown);
+    QVERIFY(std::abs(zoomRect().right() - 20.0) < 1e-9);
+    key(Qt::Key_PageUp);
+    QVERIFY(zoomRect().left() < 1.0);
+    key(Qt::Key_End);
+    QVERIFY(std::abs(zoomRect().right() - 20.0) < 1e-9);
+    key(Qt::Key_Minus);
+    key(Qt::Key_Minus);
+    QCOMPARE(zoomRect().width(), 20.0);
+    key(Qt::Key_Up);
+    key(Qt::Key_Escape);
+    QCOMPARE(zoomRect().width(), 20.0);
+    const QVector<QPair<Qt::Key, const char *>> switches{
+        {Qt::Key_A, "asArea"}, {Qt::Key_L, "logarithmic"}, {Qt::Key_D, "dark"}};
+    for (const auto &[what, property] : switches) {
+        QVERIFY(!is(property));
+        key(what);
+        QVERIFY(is(property));
+        key(what);
+        QVERIFY(!is(property));
+    }
+    QTest::keyClick(m_window, Qt::Key_W, Qt::ControlModifier);
+    QTRY_COMPARE(views(), 0);
+}
+
+void tst_viewerscene::theWheelZoomsAtThePointerAndPans()
+{
+    showShort();
+    const auto wheel = [this](double x, QPoint angle, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        const QPoint place = pointAt(x, 20.0);
+        QWheelEvent event(place, m_window->mapToGlobal(place), {}, angle, Qt::NoButton, modifiers, Qt::NoScrollPhase,
+                          false);
+        QCoreApplication::sendEvent(m_window, &event);
+    };
+    wheel(5.0, {0, 120});
+    QVERIFY(std::abs(zoomRect().width() - 16.0) < 1e-9);
+    QVERIFY(std::abs(zoomRect().left() - 1.0) < 0.02); // the pointer is at a whole pixel
+    const double left = zoomRect().left();
+    wheel(5.0, {0, -120}, Qt::ShiftModifier);
+    QVERIFY(std::abs(zoomRect().left() - (left + 1.6)) < 1e-9);
+    wheel(5.0, {120, 0});
+    QVERIFY(std::abs(zoomRect().left() - left) < 1e-9);
+    wheel(5.0, {0, -480});
+    QCOMPARE(zoomRect().width(), 20.0);
+}
+
+void tst_viewerscene::fieldsTakeValuesAndForgetOthers_data()
+{
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<double>("value");
+    QTest::newRow("an average") << QStringLiteral("smoothDepth") << QStringLiteral("12") << 12.0;
+    QTest::newRow("an average over none") << QStringLiteral("smoothDepth") << QStringLiteral("0") << 1.0;
+    QTest::newRow("an average over nothing") << QStringLiteral("smoothDepth") << QString() << 1.0;
+    QTest::newRow("a width") << QStringLiteral("binWidth") << QStringLiteral("2.5e-3") << 2.5e-3;
+    QTest::newRow("no width") << QStringLiteral("binWidth") << QStringLiteral("0") << 1.0;
+    QTest::newRow("half a width") << QStringLiteral("binWidth") << QStringLiteral("3e") << 1.0;
+    QTest::newRow("a word") << QStringLiteral("binWidth") << QStringLiteral("w") << 1.0;
+}
+
+void tst_viewerscene::fieldsTakeValuesAndForgetOthers()
+{
+    QFETCH(QString, field);
+    QFETCH(QString, typed);
+    QFETCH(double, value);
+    showShort();
+    QVERIFY(QTest::qWaitForWindowActive(m_window));
+    auto *entry = m_window->findChild<QQuickItem *>(field);
+    QVERIFY(entry);
+    entry->forceActiveFocus();
+    QVERIFY(QMetaObject::invokeMethod(entry, "selectAll"));
+    QTest::keyClick(m_window, Qt::Key_Backspace);
+    for (const QChar letter : typed)
+        QTest::keyClick(m_window, letter.toLatin1());
+    QTest::keyClick(m_window, Qt::Key_Return);
+    QVERIFY(!entry->hasActiveFocus());
+    QCOMPARE(m_window->property(qPrintable(field)).toDouble(), value);
+    QTRY_COMPARE(entry->property("text").toDouble(), value);
+    QTRY_VERIFY(!is("reading"));
+    if (field == QLatin1String("binWidth"))
+        QCOMPARE(zoomRect().width(), 20.0 * value);
+}
+
+void tst_viewerscene::pointingTellsAndMarksTheValue_data()
+{
+    theHighestValueIsSeenAtEveryZoom_data();
+}
+
+void tst_viewerscene::pointingTellsAndMarksTheValue()
+{
+    QFETCH(bool, area);
+    showShort(area);
+    auto *readout = m_window->findChild<QQuickItem *>(QStringLiteral("readout"));
+    auto *marks = m_window->findChild<QQuickItem *>(QStringLiteral("marks"));
+    QVERIFY(readout && marks);
+    QTest::mouseMove(m_window, QPoint(5, 5)); // wherever the pointer was left
+    QTRY_VERIFY(!readout->isVisible());
+    const QImage before = settled();
+    QTest::mouseMove(m_window, pointAt(9.4, 20.0));
+    QTRY_VERIFY(readout->isVisible());
+    const QJSValue found = readout->property("found").value<QJSValue>();
+    QCOMPARE(found.property(QStringLiteral("length")).toInt(), 1);
+    QCOMPARE(found.property(0).property(QStringLiteral("value")).toNumber(), 80.0);
+    QCOMPARE(found.property(0).property(QStringLiteral("index")).toInt(), 9);
+
+    // The tip points at the top of the bar, or at the point of the line.
+    const QRectF balloon = readout->mapRectToScene(QRectF(0, 0, readout->width(), readout->height()));
+    QVERIFY(std::abs(balloon.center().x() - pointAt(9.5, 0).x()) <= (area ? 2.0 : 0.5 * m_chart->width() / 20.0));
+    const QImage after = settled();
+    const QPoint top = pointAt(9.5, area ? 80.0 : 60.0);
+    QVERIFY(after.pixel(top) != before.pixel(top)); // a dot; a lighter bar
+    const QPoint beside = pointAt(12.5, 20.0);
+    QCOMPARE(after.pixel(beside), before.pixel(beside));
+    if (!area) { // above its bar the mouse is not over it
+        QTest::mouseMove(m_window, pointAt(12.4, 70.0));
+        QTRY_COMPARE(readout->property("found").value<QJSValue>().property(0).property(QStringLiteral("index")).toInt(),
+                     12);
+        QCOMPARE(settled().pixel(beside), before.pixel(beside));
+    }
+}
+
+void tst_viewerscene::anAreaReachesTheEdges_data()
+{
+    QTest::addColumn<double>("left");
+    QTest::addColumn<double>("width");
+    QTest::newRow("half of it") << 4.3 << 10.0;
+    QTest::newRow("three bars") << 11.2 << 3.0;
+    QTest::newRow("two bars, at the whole") << 12.0 << 2.0;
+    QTest::newRow("less than a bar") << 12.6 << 0.5;
+}
+
+void tst_viewerscene::anAreaReachesTheEdges()
+{
+    QFETCH(double, left);
+    QFETCH(double, width);
+    showShort(true);
+    zoom(left, width);
+    const QImage image = settled();
+    const QRect box = chartBox();
+    const int y = box.bottom() - 20;
+    const QRgb ground = image.pixel(box.left() + box.width() / 2, box.top() + 2);
+    for (const int x : {box.left() + 1, box.left() + box.width() / 2, box.right() - 2})
+        QVERIFY2(image.pixel(x, y) != ground, qPrintable(QString::number(x)));
 }
 
 int main(int argc, char **argv)

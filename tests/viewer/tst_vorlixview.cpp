@@ -60,9 +60,12 @@ private slots:
 
     void helpNamesEveryOption();
     void versionIsOneLine();
+    void theIconIsDrawn();
     void badArgumentsAreRefused_data();
     void badArgumentsAreRefused();
     void anUnreadableFileIsRefused();
+    void aBinaryFileIsRefused_data();
+    void aBinaryFileIsRefused();
     void aMissingDisplayIsSaid();
     void aPictureThatCannotBeWrittenIsSaid_data();
     void aPictureThatCannotBeWrittenIsSaid();
@@ -89,7 +92,7 @@ private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
     QString fileOf(const QString &name, const QByteArray &content) const;
     SOutcome view(const QStringList &arguments, const QProcessEnvironment &environment = {}) const;
-    QImage picture(const QStringList &arguments, const SScene &scene);
+    QImage picture(const QStringList &arguments, const SScene &scene, const QString &words = {});
 
     QScopedPointer<QTemporaryDir> m_folder;
     int m_pictures = 0;
@@ -122,8 +125,8 @@ SOutcome tst_vorlixview::view(const QStringList &arguments, const QProcessEnviro
             QString::fromUtf8(process.readAllStandardError())};
 }
 
-/// The picture of a scene; a null one, and a message, when the viewer fails or says anything.
-QImage tst_vorlixview::picture(const QStringList &arguments, const SScene &scene)
+/// The picture of a scene; a null one, and a message, when the viewer fails or says anything but `words`.
+QImage tst_vorlixview::picture(const QStringList &arguments, const SScene &scene, const QString &words)
 {
     const QString file = path(QStringLiteral("picture%1.png").arg(++m_pictures));
     QStringList all{QStringLiteral("--png"), file, QStringLiteral("--size"),
@@ -134,7 +137,7 @@ QImage tst_vorlixview::picture(const QStringList &arguments, const SScene &scene
     environment.insert(QStringLiteral("QSG_RENDER_LOOP"), scene.renderLoop);
     environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_folder->path());
     const SOutcome outcome = view(all + arguments, environment);
-    if (outcome.exitCode != 0 || !outcome.errors.isEmpty() || !outcome.output.isEmpty()) {
+    if (outcome.exitCode != 0 || outcome.errors != words || !outcome.output.isEmpty()) {
         qWarning() << "exit" << outcome.exitCode << outcome.output << outcome.errors;
         return {};
     }
@@ -164,6 +167,37 @@ void tst_vorlixview::versionIsOneLine()
                 .hasMatch());
 }
 
+/// The picture of the icon is one of the drawing: the same colours at the same places.
+void tst_vorlixview::theIconIsDrawn()
+{
+    const QDir folder(QStringLiteral(DESKTOP_FOLDER));
+    const QImage icon(folder.filePath(QStringLiteral("vorlixview-64.png")));
+    QCOMPARE(icon.size(), QSize(64, 64));
+    QCOMPARE(icon.pixelColor(0, 0).alpha(), 0);
+    QCOMPARE(icon.pixelColor(32, 6), darkGround);
+    QCOMPARE(icon.pixelColor(10, 45), barColor);
+    QCOMPARE(icon.pixelColor(41, 20), QColor(242, 135, 42));
+
+    const QString drawn = path(QStringLiteral("icon.png"));
+    QProcess renderer;
+    renderer.start(QStringLiteral("rsvg-convert"),
+                   {QStringLiteral("--width=64"), QStringLiteral("--height=64"), QStringLiteral("--output"), drawn,
+                    folder.filePath(QStringLiteral("vorlixview.svg"))});
+    if (!renderer.waitForStarted())
+        QSKIP("there is no rsvg-convert to draw the SVG with");
+    QVERIFY(renderer.waitForFinished(20000));
+    const QImage fresh(drawn);
+    QCOMPARE(fresh.size(), icon.size());
+    for (int y = 0; y < 64; ++y) {
+        for (int x = 0; x < 64; ++x) {
+            const QColor a = icon.pixelColor(x, y);
+            const QColor b = fresh.pixelColor(x, y);
+            QVERIFY2(std::abs(a.alpha() - b.alpha()) <= 8 && std::abs(a.lightness() - b.lightness()) <= 8,
+                     qPrintable(QStringLiteral("%1, %2").arg(x).arg(y)));
+        }
+    }
+}
+
 void tst_vorlixview::badArgumentsAreRefused_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -183,6 +217,7 @@ void tst_vorlixview::badArgumentsAreRefused_data()
     row("a folder", QStringLiteral("."), QStringLiteral(".: is a directory, not a file of numbers"));
     row("a device", QStringLiteral("/dev/null"), QStringLiteral("/dev/null: is no regular file"));
     row("an unknown option", QStringLiteral("--colour series.txt"), QStringLiteral("Unknown option 'colour'."));
+    row("Qt's help", QStringLiteral("--help-all"), QStringLiteral("Unknown option 'help-all'."));
     row("an option without its value", QStringLiteral("series.txt --png"),
         QStringLiteral("Missing value after '--png'."));
     row("an empty name for the picture", QStringLiteral("--png= series.txt"), QStringLiteral("--png: no file name"));
@@ -219,6 +254,26 @@ void tst_vorlixview::anUnreadableFileIsRefused()
     const SOutcome outcome = view({file});
     QCOMPARE(outcome.exitCode, 2);
     QCOMPARE(outcome.errors, QStringLiteral("vorlixview: %1: may not be read\n").arg(file));
+}
+
+void tst_vorlixview::aBinaryFileIsRefused_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("a zero byte") << QByteArray("1\n2\0003\n", 6);
+    QTest::newRow("a picture") << QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16);
+    QTest::newRow("letters of two bytes") << QByteArray(
+        "\xff\xfe"
+        "1\0\n\0",
+        6);
+}
+
+void tst_vorlixview::aBinaryFileIsRefused()
+{
+    QFETCH(QByteArray, content);
+    const QString file = fileOf(QStringLiteral("numbers.bin"), content);
+    const SOutcome outcome = view({file});
+    QCOMPARE(outcome.exitCode, 2);
+    QCOMPARE(outcome.errors, QStringLiteral("vorlixview: %1: is no text; one number a line is expected\n").arg(file));
 }
 
 void tst_vorlixview::aMissingDisplayIsSaid()
@@ -525,16 +580,28 @@ void tst_vorlixview::twoRunsAndBothRenderLoopsGiveTheSamePicture()
 void tst_vorlixview::aFileWithoutNumbersGivesAnEmptyChart_data()
 {
     QTest::addColumn<QByteArray>("content");
-    QTest::newRow("empty") << QByteArray();
-    QTest::newRow("a line of text") << QByteArray("counts\n");
-    QTest::newRow("a zero") << QByteArray("0\n");
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<QString>("words");
+    const QString none = QStringLiteral("no number above 0; one number a line is expected");
+    QTest::newRow("empty") << QByteArray() << QString() << QStringLiteral("the file is empty");
+    QTest::newRow("a line of text") << QByteArray("counts\n") << QString() << none;
+    QTest::newRow("several numbers a line") << QByteArray("1,2\n3,4\n") << QString() << none;
+    QTest::newRow("a zero") << QByteArray("0\n") << QString() << none;
+    QTest::newRow("below zero") << QByteArray("-1\n-2\n") << QString() << none;
+    QTest::newRow("ones as logarithms") << QByteArray("1\n1\n") << QStringLiteral("--log")
+                                        << QStringLiteral("no value above 1, so nothing to see on a logarithmic scale");
 }
 
 void tst_vorlixview::aFileWithoutNumbersGivesAnEmptyChart()
 {
     QFETCH(QByteArray, content);
-    const QImage image =
-        picture({fileOf(QStringLiteral("series.txt"), content)}, {QSize(400, 300), false, QStringLiteral("threaded")});
+    QFETCH(QString, option);
+    QFETCH(QString, words);
+    QStringList arguments{fileOf(QStringLiteral("series.txt"), content)};
+    if (!option.isEmpty())
+        arguments.append(option);
+    const QImage image = picture(arguments, {QSize(400, 300), false, QStringLiteral("threaded")},
+                                 QStringLiteral("vorlixview: series.txt: %1\n").arg(words));
     QCOMPARE(image.size(), QSize(400, 300));
     QVERIFY(barBox(image).isEmpty());
 }
