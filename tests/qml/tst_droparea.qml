@@ -78,12 +78,12 @@ Item {
         /// Takes a legend at its title bar to a place of the window; it begins to move after a few pixels.
         function carry(from, to, release) {
             tools.drag(testCase.Window.window, from, to, release);
-            wait(20);
+            settle();
         }
 
         function drop(at) {
             tools.release(testCase.Window.window, at);
-            wait(20);
+            settle();
         }
 
         /// The horizontal bar or the vertical legend that stands at an edge, or null.

@@ -65,8 +65,8 @@ Item {
         function compareView(left, width) {
             const slack = 1e-6;
             settle();
-            verify(Math.abs(chart.zoomRect.x - left) <= slack && Math.abs(chart.zoomRect.width - width) <= slack,
-                chart.zoomRect + " instead of " + left + " + " + width);
+            tryVerify(() => Math.abs(chart.zoomRect.x - left) <= slack && Math.abs(chart.zoomRect.width - width) <= slack,
+                5000, "not " + left + " + " + width);
         }
 
         // first sight
@@ -207,14 +207,14 @@ Item {
         function zoomIn() {
             drag(at(200, 50), at(210, 80));
             settle();
-            verify(scene.strip.zoomRect.width < 200);
+            tryVerify(() => scene.strip.zoomRect.width < 200);
         }
 
         function test_aClickShowsTheWholeChart() {
             zoomIn();
             mouseClick(scene, at(200, 100).x, at(200, 100).y);
             compareView(0, 1000);
-            compare(scene.strip.zoomRect.width, 1000);
+            tryVerify(() => scene.strip.zoomRect.width === 1000);
         }
 
         function test_aClickWhoseRequestIsDroppedShowsTheWholeChartToo() {
@@ -223,11 +223,11 @@ Item {
             chart.zoomRect = Qt.rect(400, 0, 31, 10);
             mouseClick(scene, at(200, 100).x, at(200, 100).y);
             compare(chart.zoomRect.width, 0);
-            verify(scene.strip.zoomRect.width < 200);
+            tryVerify(() => scene.strip.zoomRect.width < 200);
             compare(textsIn(scene.plot.xAxis).length, 0);
             chart.update(); // as the timer will after the interval
             compareView(0, 1000);
-            compare(scene.strip.zoomRect.width, 1000);
+            tryVerify(() => scene.strip.zoomRect.width === 1000);
         }
 
         function test_otherButtonsDoNotZoom() {
