@@ -2,7 +2,8 @@
 # Runs each snippet of docs/snippets/ until what its page says of it is true, without a warning.
 # vorlix_add_snippet(NAME EXPRESSION): EXPRESSION is evaluated on the snippet's window.
 function(vorlix_add_snippet name expression)
-  add_test(NAME snippet.${name} COMMAND ${VORLIX_QML_TOOL} docs/snippets/${name}.qml WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+  add_test(NAME snippet.${name} COMMAND ${vorlix_own_display} ${VORLIX_QML_TOOL}
+    docs/snippets/${name}.qml WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
   set_tests_properties(snippet.${name} PROPERTIES LABELS gl TIMEOUT 90
     ENVIRONMENT "QML2_IMPORT_PATH=${CMAKE_BINARY_DIR}/qml;QT_PLUGIN_PATH=${PROJECT_BINARY_DIR}/tests/examples/plugins;\
 QT_QPA_GENERIC_PLUGINS=vorlixsnapshot;SNAPSHOT_AFTER=200;SNAPSHOT_UNTIL=${expression};\
