@@ -33,20 +33,27 @@ Item {
 
     /// Saves a picture of upsize times the plot's size in pixels, with a background. Takes a path or a file URL.
     function exportImage(path, upsize = 1) {
-        const size = Qt.size(Math.round(width * upsize), Math.round(height * upsize));
-        const isDrawable = size.width > 0 && size.height > 0;
-        capture.upsize = isDrawable ? upsize : 1;
-        capture.scheduleUpdate();
-        const scheduled = isDrawable && capture.grabToImage((result) => {
-            capture.upsize = 1;
+        const scheduled = grabPicture((result) => {
             if (!result.saveToFile(localPath(path)))
                 console.warn("SPlotQML: cannot write " + path);
 
             root.exportComplete(path);
-        }, size);
+        }, upsize);
         if (!scheduled)
             console.warn("SPlotQML: cannot take a picture for " + path);
 
+    }
+
+    /// Calls back with the same picture, as grabToImage() does. False if there can be none.
+    function grabPicture(callback, upsize = 1) {
+        const size = Qt.size(Math.round(width * upsize), Math.round(height * upsize));
+        const isDrawable = size.width > 0 && size.height > 0;
+        capture.upsize = isDrawable ? upsize : 1;
+        capture.scheduleUpdate();
+        return isDrawable && capture.grabToImage((result) => {
+            capture.upsize = 1;
+            callback(result);
+        }, size);
     }
 
     function localPath(path) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "viewer/FileChecks.h"
 
+#include "viewer/PictureFile.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QLocale>
@@ -33,18 +35,9 @@ QString FileChecks::whyUnreadable(const QString &path)
     return {};
 }
 
-QString FileChecks::whyUnwritable(const QString &path)
+QString FileChecks::writePicture(const QImage &image, const QString &path)
 {
-    if (QFileInfo(path).isDir())
-        return QStringLiteral("is a directory");
-    const bool wasThere = QFileInfo::exists(path);
-    QFile file(path);
-    if (!file.open(QIODevice::ReadWrite | QIODevice::Append))
-        return file.errorString();
-    file.close();
-    if (!wasThere)
-        file.remove();
-    return {};
+    return ::writePicture(image, path, QFileInfo(path).suffix().toLatin1());
 }
 
 QStringList FileChecks::pathsOf(const QList<QUrl> &urls)

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QImage>
 #include <QList>
 #include <QObject>
 #include <QString>
 #include <QStringList>
 #include <QUrl>
 
-/// What the viewer's scene asks about files. GUI thread.
+/// What the viewer's scene wants of files. GUI thread.
 class FileChecks : public QObject
 {
     Q_OBJECT
@@ -17,8 +18,8 @@ public:
 
     /// An empty string for a regular file of text that can be read; else why it can't.
     Q_INVOKABLE static QString whyUnreadable(const QString &path);
-    /// An empty string for a path where a picture can be written; else why it can't. Leaves no file behind.
-    Q_INVOKABLE static QString whyUnwritable(const QString &path);
+    /// Writes a picture in the format that the path ends in. An empty string once it is there; else why it isn't.
+    Q_INVOKABLE static QString writePicture(const QImage &image, const QString &path);
     /// The paths of local files; of others, the URL, which is no path of a file.
     Q_INVOKABLE static QStringList pathsOf(const QList<QUrl> &urls);
     Q_INVOKABLE static QUrl urlOf(const QString &path) { return QUrl::fromLocalFile(path); }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "viewer/PictureWriter.h"
 
-#include <QFile>
+#include "viewer/PictureFile.h"
+
 #include <QImage>
-#include <QImageWriter>
 #include <QQuickItem>
 #include <QQuickWindow>
 
@@ -19,20 +19,6 @@ constexpr std::chrono::seconds patience{60};
 bool sameRect(const QRectF &a, const QRectF &b)
 {
     return std::memcmp(&a, &b, sizeof(QRectF)) == 0;
-}
-
-/// An empty string once the picture is in the file.
-QString write(const QImage &image, const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return path + QStringLiteral(": ") + file.errorString();
-    QImageWriter writer(&file, "png");
-    if (!writer.write(image))
-        return path + QStringLiteral(": ") + writer.errorString();
-    if (!file.flush())
-        return path + QStringLiteral(": ") + file.errorString();
-    return {};
 }
 
 } // namespace
@@ -75,11 +61,15 @@ void PictureWriter::frameShown()
         askForFrame();
         return;
     }
+    if (!m_window->property("hasNumbers").toBool()) {
+        finish(QStringLiteral("%1: not written, for there is no number to show").arg(m_path));
+        return;
+    }
     const QImage image = m_window->grabWindow();
     if (image.size() != m_window->size())
         finish(QStringLiteral("%1: the window could not be grabbed").arg(m_path));
     else
-        finish(write(image.convertToFormat(QImage::Format_RGB32), m_path));
+        finish(writePicture(image.convertToFormat(QImage::Format_RGB32), m_path, "png"));
 }
 
 void PictureWriter::finish(const QString &error)

@@ -34,8 +34,10 @@ class SeriesFile : public QObject, public QQmlParserStatus
     Q_PROPERTY(bool busy READ isBusy NOTIFY busyChanged)
     /// How much of the file has been read, from 0 to 1; -1 while it is not being read or nobody knows.
     Q_PROPERTY(double progress READ progress NOTIFY progressChanged)
-    /// Why there is nothing to see, in words; empty for no reason.
+    /// Why there is nothing to see, or not what the file's author meant, in words; empty for no reason.
     Q_PROPERTY(QString problem READ problem NOTIFY seriesChanged)
+    /// Whether any line of the file is a number.
+    Q_PROPERTY(bool hasNumbers READ hasNumbers NOTIFY seriesChanged)
     /// Values in the file.
     Q_PROPERTY(int count READ count NOTIFY seriesChanged)
     /// The largest finite value to show, at least 0.
@@ -50,6 +52,7 @@ public:
     bool isBusy() const { return m_busy; }
     double progress() const { return m_progress; }
     QString problem() const { return m_result.problem; }
+    bool hasNumbers() const { return m_result.hasNumbers; }
     int count() const { return m_result.count; }
     double maximum() const { return m_result.maximum; }
 

@@ -25,6 +25,7 @@ Item {
     readonly property alias busy: source.busy
     readonly property alias progress: source.progress
     readonly property alias problem: source.problem
+    readonly property alias hasNumbers: source.hasNumbers
     readonly property alias maximum: source.maximum
     /// The one that draws, of the two.
     readonly property QtObject plotter: asArea ? area : bars

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "viewer/SeriesWorker.h"
 
+#include "viewer/LineChecks.h"
+
+#include <QFile>
 #include <QFileInfo>
 #include <QVariant>
 
@@ -63,10 +66,11 @@ void SeriesWorker::work(const SSeriesOrder &order)
 {
     if (order.file != m_file) {
         m_file = order.file;
-        m_problem = read(m_file);
+        read(m_file);
     }
     SSeriesResult result;
     result.problem = m_problem;
+    result.hasNumbers = m_hasNumbers;
     result.count = m_count;
     result.values = m_values;
     result.shown = order.smoothDepth > 1 && m_count > 0 ? smoothed(order.smoothDepth) : m_values;
@@ -76,7 +80,7 @@ void SeriesWorker::work(const SSeriesOrder &order)
     if (result.problem.isEmpty() && result.maximum == 0.0)
         result.problem = m_count == 0 ? tr("the file is empty")
             : order.logarithmic       ? tr("no value above 1, so nothing to see on a logarithmic scale")
-                                      : tr("no number above 0; one number a line is expected");
+                                      : tr("no number above 0");
     // Here and not by the receiver: with ten million values this is what takes longest, after reading them.
     result.nodes = order.nodes;
     for (const auto &node : {result.nodes.chart, result.nodes.navigator}) {
@@ -86,7 +90,7 @@ void SeriesWorker::work(const SSeriesOrder &order)
     emit finished(result);
 }
 
-QString SeriesWorker::read(const QString &file)
+void SeriesWorker::read(const QString &file)
 {
     give(*m_reader, {});
     m_reader->setProperty("file", file);
@@ -94,10 +98,19 @@ QString SeriesWorker::read(const QString &file)
     give(*m_reader, {}); // it is not to keep a second copy once this one is padded
     m_count = m_values.size();
     m_values.resize(paddedSize(m_count));
+    m_hasNumbers = false;
     const QFileInfo info(file);
-    if (!info.isFile())
-        return tr("no such file");
-    return m_count == 0 && info.size() > 0 ? tr("the file cannot be read") : QString();
+    QFile text(file);
+    if (!info.isFile()) {
+        m_problem = tr("no such file");
+    } else if ((m_count == 0 && info.size() > 0) || !text.open(QIODevice::ReadOnly)) {
+        m_problem = tr("the file cannot be read");
+    } else {
+        const SLineChecks checks = checkLines(text, info.fileName());
+        m_hasNumbers = checks.hasNumbers
+            || std::any_of(m_values.cbegin(), m_values.cend(), [](double value) { return value != 0.0; });
+        m_problem = checks.problem;
+    }
 }
 
 QVector<double> SeriesWorker::smoothed(int depth)

@@ -31,6 +31,7 @@ Q_DECLARE_METATYPE(SSeriesOrder)
 struct SSeriesResult
 {
     QString problem;        ///< in words; empty for none
+    bool hasNumbers = false; ///< whether any line of the file is one
     int count = 0;          ///< values in the file
     double maximum = 0.0;   ///< the largest finite value of `shown`, at least 0
     QVector<double> values; ///< as the file has them
@@ -60,7 +61,7 @@ signals:
     void finished(const SSeriesResult &result);
 
 private:
-    QString read(const QString &file);
+    void read(const QString &file);
     QVector<double> smoothed(int depth);
 
     std::unique_ptr<QObject> m_reader;
@@ -68,6 +69,7 @@ private:
     QThread *m_receiver;
     QString m_file;
     QString m_problem;
+    bool m_hasNumbers = false;
     int m_count = 0;
     QVector<double> m_values;
 };

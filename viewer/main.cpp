@@ -50,6 +50,14 @@ void exitWithPicture(QQuickWindow *window, const QString &path)
     });
 }
 
+/// A file that is being read is read to its end, whoever waits for that. Nobody does: the window is gone, and nothing of
+/// it is wanted any more. No destructor runs beside a reader.
+[[noreturn]] void leaveTheReaders(int code)
+{
+    std::fflush(nullptr);
+    std::_Exit(code);
+}
+
 int run(int argc, char **argv, const SViewerOptions &options)
 {
     if (!options.picture.isEmpty())
@@ -65,7 +73,10 @@ int run(int argc, char **argv, const SViewerOptions &options)
     if (!options.picture.isEmpty())
         exitWithPicture(window, options.picture);
     window->show();
-    return QGuiApplication::exec();
+    const int code = QGuiApplication::exec();
+    if (window->property("reading").toBool())
+        leaveTheReaders(code);
+    return code;
 }
 
 } // namespace

@@ -28,7 +28,14 @@ ApplicationWindow {
     readonly property bool reading: views.some((view) => {
         return view.busy;
     })
-    /// Why there is nothing to see of a file, in words.
+    /// Whether there is a number in any file.
+    readonly property bool hasNumbers: views.some((view) => {
+        return view.hasNumbers;
+    })
+    readonly property bool hasBars: views.some((view) => {
+        return view.maximum > 0;
+    })
+    /// Why there is nothing to see of a file, or not what it should be, in words.
     readonly property var problems: views.filter((view) => {
         return view.problem && !view.busy;
     }).map((view) => {
@@ -69,7 +76,7 @@ ApplicationWindow {
                 "path": path
             });
         }
-        message.text = refused.join("\n");
+        message.said = refused.join("\n");
     }
 
     /// A file that is being read goes when it has been: nobody waits for that.
@@ -77,7 +84,7 @@ ApplicationWindow {
         for (const view of views) {
             view.isUnwanted = true;
         }
-        message.text = "";
+        message.said = "";
         removeUnwanted();
     }
 
@@ -92,11 +99,10 @@ ApplicationWindow {
     }
 
     function exportTo(path) {
-        const reason = fileChecks.whyUnwritable(path);
-        message.text = reason ? path + ": " + reason : "";
-        if (!reason)
-            plot.exportImage(path, 2);
-
+        const isTaken = plot.grabPicture((result) => {
+            message.said = fileChecks.writePicture(result.image, path);
+        }, 2);
+        message.said = isTaken ? "" : path + ": no picture could be taken";
     }
 
     /// Fits the charts to all series, then lets them draw these: how coarse they are drawn depends on the charts. What is
@@ -237,6 +243,12 @@ ApplicationWindow {
         Component.onCompleted: {
             refChartArea.adaptAreaToPlotters = false;
             refNavigator.adaptAreaToPlotters = false;
+            refLegend.nameColor = Qt.binding(() => {
+                return window.Material.foreground;
+            });
+            refLegend.hiddenColor = Qt.binding(() => {
+                return window.dark ? "#747e89" : "#868e97";
+            });
             xAxis.axisTextFunc = window.formatX;
             yAxis.axisTextFunc = window.formatCount;
         }
@@ -290,7 +302,7 @@ ApplicationWindow {
         anchors.centerIn: parent
         asPicture: window.asPicture
         hasMessage: message.text !== ""
-        problems: window.problems
+        problems: window.hasBars ? [] : window.problems
         views: window.views
         width: window.width - 24
     }
@@ -332,14 +344,23 @@ ApplicationWindow {
     footer: Label {
         id: message
 
+        property string said
+        // Of files beside which there are bars; without any, it stands in their place.
+        readonly property string problems: window.hasBars ? window.problems.join("\n") : ""
+        property string dismissed
+
         height: text ? implicitHeight : 0
         padding: 6
         color: "#ffffff"
+        text: window.asPicture ? "" : [said, problems === dismissed ? "" : problems].filter(Boolean).join("\n")
         textFormat: Text.PlainText
         wrapMode: Text.Wrap
 
         TapHandler {
-            onTapped: message.text = ""
+            onTapped: {
+                message.said = "";
+                message.dismissed = message.problems;
+            }
         }
 
         background: Rectangle {

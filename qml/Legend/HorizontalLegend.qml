@@ -9,6 +9,9 @@ Rectangle {
     property var plotterList: []
     /// Whose colour the dialog changes; -1 for none.
     property int currColorSelected: -1
+    property color nameColor: Material.color(Material.Grey, Material.Shade700)
+    /// Of what stands for a hidden plotter.
+    property color hiddenColor: Material.color(Material.Grey, Material.Shade400)
 
     implicitHeight: grid.contentHeight
     color: Material.background
@@ -30,6 +33,8 @@ Rectangle {
             plotter: root.plotterList[index] || null
             width: grid.cellWidth
             height: grid.cellHeight
+            nameColor: root.nameColor
+            hiddenColor: root.hiddenColor
             colorMA.onClicked: picker.choose(index)
         }
 

@@ -10,6 +10,9 @@ Item {
     /// By default what the view gives. Null once the plotter is destroyed, which modelData is not.
     property QtObject plotter: modelData
     property alias colorMA: colorArea
+    property color nameColor: Material.color(Material.Grey, Material.Shade700)
+    /// Of the name and the dot while the plotter is hidden.
+    property color hiddenColor: Material.color(Material.Grey, Material.Shade400)
     readonly property bool shown: plotter !== null && plotter.visible
 
     implicitWidth: 125
@@ -30,7 +33,7 @@ Item {
             width: root.height / 3
             height: width
             radius: width / 2
-            color: root.shown ? root.plotter.color : Material.color(Material.Grey, Material.Shade400)
+            color: root.shown ? root.plotter.color : root.hiddenColor
             anchors.verticalCenter: parent.verticalCenter
 
             MouseArea {
@@ -52,7 +55,7 @@ Item {
         Text {
             width: Math.max(0, row.width - dot.width - 2 * row.spacing)
             height: row.height
-            color: Material.color(Material.Grey, root.shown ? Material.Shade700 : Material.Shade400)
+            color: root.shown ? root.nameColor : root.hiddenColor
             elide: Text.ElideRight
             text: root.plotter ? root.plotter.name : ""
             textFormat: Text.PlainText

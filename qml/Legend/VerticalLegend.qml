@@ -9,6 +9,9 @@ Rectangle {
     property var plotterList: []
     /// Whose colour the dialog changes; -1 for none.
     property int currColorSelected: -1
+    property color nameColor: Material.color(Material.Grey, Material.Shade700)
+    /// Of what stands for a hidden plotter.
+    property color hiddenColor: Material.color(Material.Grey, Material.Shade400)
 
     implicitWidth: 200
     implicitHeight: titleBar.height + list.contentHeight
@@ -64,6 +67,8 @@ Rectangle {
         delegate: LegendElement {
             plotter: root.plotterList[index] || null
             width: list.width
+            nameColor: root.nameColor
+            hiddenColor: root.hiddenColor
             colorMA.onClicked: picker.choose(index)
         }
 

@@ -14,6 +14,9 @@ Rectangle {
     property var plotterList: []
     /// Whose colour the dialog changes; -1 for none.
     property int currColorSelected: -1
+    property color nameColor: Material.color(Material.Grey, Material.Shade700)
+    /// Of what stands for a hidden plotter.
+    property color hiddenColor: Material.color(Material.Grey, Material.Shade400)
     property alias title: titleText
     property alias list: listView
 
@@ -144,7 +147,9 @@ Rectangle {
                 plotter: root.plotterList[index] || null
                 width: listView.width
                 height: root.elemHeight
-                colorMA.onClicked: picker.choose(index)
+                nameColor: root.nameColor
+            hiddenColor: root.hiddenColor
+            colorMA.onClicked: picker.choose(index)
             }
 
         }

@@ -3,6 +3,7 @@
 
 #include <QColor>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QImage>
@@ -82,11 +83,17 @@ private slots:
     void theSecondFileLiesOverTheFirst();
     void theBinWidthChangesTheLabelsAndNoBar();
     void twoRunsAndBothRenderLoopsGiveTheSamePicture();
-    void aFileWithoutNumbersGivesAnEmptyChart_data();
-    void aFileWithoutNumbersGivesAnEmptyChart();
+    void nothingAboveTheAxisGivesAnEmptyChart_data();
+    void nothingAboveTheAxisGivesAnEmptyChart();
+    void noNumberAtAllIsAFailure_data();
+    void noNumberAtAllIsAFailure();
+    void linesThatAreNoNumberAreSaidBesideThePicture_data();
+    void linesThatAreNoNumberAreSaidBesideThePicture();
+    void aFailureLeavesTheFormerPicture();
     void valuesBeyondMeasureGiveAPicture_data();
     void valuesBeyondMeasureGiveAPicture();
     void aWindowStaysOpen();
+    void quittingDoesNotWaitForTheReader();
 
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
@@ -577,22 +584,19 @@ void tst_vorlixview::twoRunsAndBothRenderLoopsGiveTheSamePicture()
     QCOMPARE(picture({file}, {QSize(500, 300), false, QStringLiteral("basic")}), first);
 }
 
-void tst_vorlixview::aFileWithoutNumbersGivesAnEmptyChart_data()
+void tst_vorlixview::nothingAboveTheAxisGivesAnEmptyChart_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("option");
     QTest::addColumn<QString>("words");
-    const QString none = QStringLiteral("no number above 0; one number a line is expected");
-    QTest::newRow("empty") << QByteArray() << QString() << QStringLiteral("the file is empty");
-    QTest::newRow("a line of text") << QByteArray("counts\n") << QString() << none;
-    QTest::newRow("several numbers a line") << QByteArray("1,2\n3,4\n") << QString() << none;
+    const QString none = QStringLiteral("no number above 0");
     QTest::newRow("a zero") << QByteArray("0\n") << QString() << none;
     QTest::newRow("below zero") << QByteArray("-1\n-2\n") << QString() << none;
     QTest::newRow("ones as logarithms") << QByteArray("1\n1\n") << QStringLiteral("--log")
                                         << QStringLiteral("no value above 1, so nothing to see on a logarithmic scale");
 }
 
-void tst_vorlixview::aFileWithoutNumbersGivesAnEmptyChart()
+void tst_vorlixview::nothingAboveTheAxisGivesAnEmptyChart()
 {
     QFETCH(QByteArray, content);
     QFETCH(QString, option);
@@ -604,6 +608,91 @@ void tst_vorlixview::aFileWithoutNumbersGivesAnEmptyChart()
                                  QStringLiteral("vorlixview: series.txt: %1\n").arg(words));
     QCOMPARE(image.size(), QSize(400, 300));
     QVERIFY(barBox(image).isEmpty());
+}
+
+void tst_vorlixview::noNumberAtAllIsAFailure_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("words");
+    QTest::newRow("empty") << QByteArray() << QStringLiteral("the file is empty");
+    QTest::newRow("a line of text")
+        << QByteArray("counts\n")
+        << QStringLiteral("line 1 is \"counts\", which is not one number; one number a line is expected");
+    QTest::newRow("decimal commas") << QByteArray("1,2\n3,4\n")
+                                    << QStringLiteral(
+                                           "line 1 is \"1,2\", which is not one number. With points for decimal commas: "
+                                           "tr , . <series.txt >numbers.txt; the second of two columns: "
+                                           "cut -d , -f 2 <series.txt >numbers.txt");
+    QTest::newRow("columns") << QByteArray("x;y\n1;2,5\n")
+                             << QStringLiteral("line 2 is \"1;2,5\", which is not one number. Its column 2 alone: "
+                                               "cut -d ';' -f 2 <series.txt | tr , . >numbers.txt");
+}
+
+/// Said once, and there is no picture that would pass for one.
+void tst_vorlixview::noNumberAtAllIsAFailure()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, words);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_folder->path());
+    const SOutcome outcome = view({QStringLiteral("--png"), QStringLiteral("picture.png"),
+                                   fileOf(QStringLiteral("series.txt"), content)},
+                                  environment);
+    QCOMPARE(outcome.exitCode, 1);
+    QCOMPARE(outcome.errors,
+             QStringLiteral("vorlixview: series.txt: %1\n"
+                            "vorlixview: picture.png: not written, for there is no number to show\n")
+                 .arg(words));
+    QVERIFY(!QFile::exists(path(QStringLiteral("picture.png"))));
+}
+
+void tst_vorlixview::linesThatAreNoNumberAreSaidBesideThePicture_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QByteArray>("other"); // a second file
+    QTest::addColumn<QString>("words");
+    const auto said = [](const char *words) {
+        return QStringLiteral("vorlixview: series.txt: ") + QLatin1String(words) + QLatin1Char('\n');
+    };
+    QTest::newRow("some decimal commas")
+        << QByteArray("1\n2,5\n3\n") << QByteArray()
+        << said("line 2 is \"2,5\", which is not one number. With points for decimal commas: "
+                "tr , . <series.txt >numbers.txt; the second of two columns: cut -d , -f 2 <series.txt >numbers.txt");
+    QTest::newRow("one file of two")
+        << QByteArray("counts\n") << QByteArray("1\n2\n")
+        << said("line 1 is \"counts\", which is not one number; one number a line is expected");
+    QTest::newRow("a head") << QByteArray("# run 5 of 7\ncounts\n1\n2\n3\n") << QByteArray() << QString();
+}
+
+void tst_vorlixview::linesThatAreNoNumberAreSaidBesideThePicture()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QByteArray, other);
+    QFETCH(QString, words);
+    QStringList files{fileOf(QStringLiteral("series.txt"), content)};
+    if (!other.isEmpty())
+        files.append(fileOf(QStringLiteral("other.txt"), other));
+    const QImage image = picture(files, {QSize(400, 300), false, QStringLiteral("threaded")}, words);
+    QCOMPARE(image.size(), QSize(400, 300));
+    bool isEmpty = true;
+    for (int x = chartLeft; x < 400 - chartRight; ++x)
+        isEmpty &= isGround(image.pixelColor(x, 400 - chartBottom - 130), false);
+    QVERIFY(!isEmpty);
+}
+
+void tst_vorlixview::aFailureLeavesTheFormerPicture()
+{
+    const QString picture = fileOf(QStringLiteral("picture.png"), "the former one");
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_folder->path());
+    const QStringList arguments{QStringLiteral("--png"), picture, fileOf(QStringLiteral("series.txt"), "counts\n")};
+    QCOMPARE(view(arguments, environment).exitCode, 1);
+    QFile file(picture);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("the former one"));
+    fileOf(QStringLiteral("series.txt"), "1\n");
+    QCOMPARE(view(arguments, environment).exitCode, 0);
+    QCOMPARE(QImage(picture).size(), QSize(1280, 720));
 }
 
 void tst_vorlixview::valuesBeyondMeasureGiveAPicture_data()
@@ -631,6 +720,37 @@ void tst_vorlixview::aWindowStaysOpen()
     QVERIFY(!process.waitForFinished(1500));
     process.terminate();
     QVERIFY(process.waitForFinished(20000));
+}
+
+/// Half of the time that it takes to read the file and end is far more than ending takes.
+void tst_vorlixview::quittingDoesNotWaitForTheReader()
+{
+    const QString plugins = QStringLiteral(PLUGINS);
+    if (!QFileInfo::exists(plugins))
+        QSKIP("there is no plugin that closes the window");
+    // A carriage return within a line sends the reader a slow way.
+    const QString file = fileOf(QStringLiteral("series.txt"), QByteArray("+5\n").repeated(6'000'000) + "1\r2\n");
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_folder->path());
+    environment.insert(QStringLiteral("QT_PLUGIN_PATH"), plugins);
+    environment.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("vorlixsnapshot"));
+    environment.insert(QStringLiteral("SNAPSHOT_DO"), QStringLiteral("close()"));
+    const auto timed = [&](const char *moment, const QString &loop) {
+        environment.insert(QStringLiteral("QSG_RENDER_LOOP"), loop);
+        environment.insert(QStringLiteral("SNAPSHOT_UNTIL"), QLatin1String(moment));
+        QElapsedTimer timer;
+        timer.start();
+        const SOutcome outcome = view({file}, environment);
+        const qint64 took = timer.elapsed();
+        qInfo("%s: exit %d after %lld ms %s", moment, outcome.exitCode, took, qPrintable(outcome.errors));
+        return outcome.exitCode == 0 && outcome.errors.isEmpty() ? took : -1;
+    };
+    const qint64 whole = timed("views.length === 1 && !reading", QStringLiteral("threaded"));
+    QVERIFY(whole > 0);
+    for (const QString &loop : {QStringLiteral("threaded"), QStringLiteral("basic")}) {
+        const qint64 quick = timed("reading && progress >= 0", loop);
+        QVERIFY(quick > 0 && quick < whole / 2);
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_vorlixview)
