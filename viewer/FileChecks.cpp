@@ -37,7 +37,8 @@ QString FileChecks::whyUnreadable(const QString &path)
 
 QString FileChecks::writePicture(const QImage &image, const QString &path)
 {
-    return ::writePicture(image, path, QFileInfo(path).suffix().toLatin1());
+    const QByteArray suffix = QFileInfo(path).suffix().toLatin1();
+    return ::writePicture(image, path, suffix.isEmpty() ? "png" : suffix);
 }
 
 QStringList FileChecks::pathsOf(const QList<QUrl> &urls)

@@ -18,7 +18,8 @@ public:
 
     /// An empty string for a regular file of text that can be read; else why it can't.
     Q_INVOKABLE static QString whyUnreadable(const QString &path);
-    /// Writes a picture in the format that the path ends in. An empty string once it is there; else why it isn't.
+    /// Writes a picture in the format that the path ends in, else as PNG. An empty string once it is there; else why it
+    /// isn't.
     Q_INVOKABLE static QString writePicture(const QImage &image, const QString &path);
     /// The paths of local files; of others, the URL, which is no path of a file.
     Q_INVOKABLE static QStringList pathsOf(const QList<QUrl> &urls);

@@ -119,8 +119,8 @@ QString columnCommand(const QString &text, const QString &name)
     else if (columns.separator == '\t')
         command = QStringLiteral("cut -f %1 <%2").arg(column, quoted(name));
     else
-        command = QStringLiteral("cut -d '%1' -f %2 <%3")
-                      .arg(QString(QLatin1Char(columns.separator)), column, quoted(name));
+        command =
+            QStringLiteral("cut -d '%1' -f %2 <%3").arg(QString(QLatin1Char(columns.separator)), column, quoted(name));
     if (hasDecimalComma(columns.fields[columns.lastNumber]))
         command += QLatin1String(" | tr , .");
     return QStringLiteral("column %1 alone: %2 >numbers.txt").arg(column, command);
@@ -167,8 +167,9 @@ private:
     QString decimalCommas(const QString &name) const
     {
         return lineIs(first(Kind::DecimalComma))
-            + QStringLiteral(". With points for decimal commas: tr , . <%1 >numbers.txt; the second of two columns: "
-                             "cut -d , -f 2 <%1 >numbers.txt")
+            + QStringLiteral(
+                  ". With points for decimal commas: tr , . <%1 >numbers.txt; the second of two columns: "
+                  "cut -d , -f 2 <%1 >numbers.txt")
                   .arg(quoted(name));
     }
 

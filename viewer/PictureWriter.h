@@ -10,9 +10,9 @@ class QQuickItem;
 class QQuickWindow;
 
 /// Writes a window's picture into a PNG once it stands still, that is, once the window is no longer `reading` and
-/// several frames in a row showed the chart with the same rectangles; if the window `hasNumbers`. The chart fits itself in steps, one frame after
-/// the other, and the item drops requests for frames that come too fast; every frame is therefore asked for here. GUI
-/// thread.
+/// several frames in a row showed the chart with the same rectangles; none unless the window `hasNumbers`. The chart
+/// fits itself in steps, one frame after the other, and the item drops requests for frames that come too fast; every
+/// frame is therefore asked for here. GUI thread.
 class PictureWriter : public QObject
 {
     Q_OBJECT

@@ -30,13 +30,13 @@ Q_DECLARE_METATYPE(SSeriesOrder)
 /// What became of an order. Both series are padded with zeros, see paddedSize().
 struct SSeriesResult
 {
-    QString problem;        ///< in words; empty for none
+    QString problem;         ///< in words; empty for none
     bool hasNumbers = false; ///< whether any line of the file is one
-    int count = 0;          ///< values in the file
-    double maximum = 0.0;   ///< the largest finite value of `shown`, at least 0
-    QVector<double> values; ///< as the file has them
-    QVector<double> shown;  ///< smoothed, as logarithms, or the same as `values`
-    SSeriesNodes nodes;     ///< those of the order, with `shown`; they live in the thread that the worker was told
+    int count = 0;           ///< values in the file
+    double maximum = 0.0;    ///< the largest finite value of `shown`, at least 0
+    QVector<double> values;  ///< as the file has them
+    QVector<double> shown;   ///< smoothed, as logarithms, or the same as `values`
+    SSeriesNodes nodes;      ///< those of the order, with `shown`; they live in the thread that the worker was told
 };
 Q_DECLARE_METATYPE(SSeriesResult)
 

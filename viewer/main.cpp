@@ -50,8 +50,8 @@ void exitWithPicture(QQuickWindow *window, const QString &path)
     });
 }
 
-/// A file that is being read is read to its end, whoever waits for that. Nobody does: the window is gone, and nothing of
-/// it is wanted any more. No destructor runs beside a reader.
+/// A file that is being read is read to its end, whoever waits for that. Nobody does: the window is gone, and nothing
+/// of it is wanted any more. No destructor runs beside a reader.
 [[noreturn]] void leaveTheReaders(int code)
 {
     std::fflush(nullptr);

@@ -349,7 +349,8 @@ ApplicationWindow {
         readonly property string problems: window.hasBars ? window.problems.join("\n") : ""
         property string dismissed
 
-        height: text ? implicitHeight : 0
+        visible: text !== ""
+        width: window.width // of its own, else nothing is wrapped
         padding: 6
         color: "#ffffff"
         text: window.asPicture ? "" : [said, problems === dismissed ? "" : problems].filter(Boolean).join("\n")

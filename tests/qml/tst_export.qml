@@ -186,6 +186,21 @@ Item {
             verify(messages[0].indexOf(path) >= 0, messages);
         }
 
+        function test_aPictureCanBeGrabbed() {
+            let grabbed = null;
+            verify(plot.grabPicture((result) => {
+                grabbed = result;
+            }, 2));
+            tryVerify(() => grabbed !== null);
+            const path = tools.temporaryPath("grabbed.png");
+            verify(grabbed.saveToFile(path));
+            compare(tools.imageSize(path), Qt.size(1200, 800));
+            same(tools.imagePixel(path, 3, 3), "#fafafa");
+            compare(spy.count, 0);
+            compare(plot.grabPicture(() => fail("called"), 0), false);
+            compare(tools.imageSize(exported("after.png")), Qt.size(600, 400));
+        }
+
         function test_theChartAreasOwnExportWritesNothing() {
             const path = tools.temporaryPath("chart.png");
             scene.chart.exportImage(path);

@@ -136,6 +136,24 @@ Item {
             same(dots(legend)[1].color, list[1].color);
         }
 
+        function test_coloursCanBeChosen_data() {
+            return legends();
+        }
+
+        function test_coloursCanBeChosen(row) {
+            const list = plotters(2);
+            list[1].visible = false;
+            const legend = opened(row.component, list);
+            same(legend.nameColor, "#616161");
+            same(legend.hiddenColor, "#bdbdbd");
+            legend.nameColor = "#d7dde4";
+            legend.hiddenColor = "#747e89";
+            same(textReading(legend, "plotter 0").color, "#d7dde4");
+            same(dots(legend)[0].color, list[0].color);
+            same(textReading(legend, "plotter 1").color, "#747e89");
+            same(dots(legend)[1].color, "#747e89");
+        }
+
         function test_aLongNameIsElidedInItsCell_data() {
             return legends();
         }

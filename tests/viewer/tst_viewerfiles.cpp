@@ -104,9 +104,9 @@ void tst_viewerfiles::linesOfNumbersAreWell_data()
     QTest::newRow("blank lines") << QByteArray("1\n\n \n2\n\n\n\n\n") << true;
     QTest::newRow("under a word") << QByteArray("counts\n1\n2\n") << true;
     QTest::newRow("under a head with a number") << QByteArray("# run 5\n1\n2\n") << true;
-    QTest::newRow("a mark of the byte order") << QByteArray("\xef\xbb\xbf"
-                                                           "1\n2\n")
-                                              << true;
+    QTest::newRow("a mark of the byte order") << QByteArray(
+        "\xef\xbb\xbf"
+        "1\n2\n") << true;
     QTest::newRow("one stray carriage return") << QByteArray("1\r2\n3\n4\n5\n") << true;
     QTest::newRow("nothing") << QByteArray() << false;
     QTest::newRow("blanks only") << QByteArray("\n  \n") << false;
@@ -128,12 +128,13 @@ void tst_viewerfiles::otherLinesAreNamed_data()
     QTest::addColumn<QString>("problem");
     const auto row = [](const char *name, const QByteArray &text, bool hasNumbers, const char *line,
                         const char *advice) {
-        QTest::newRow(name) << text << hasNumbers
-                            << QStringLiteral("%1, which is not one number%2")
-                                   .arg(QString::fromUtf8(line), QString::fromUtf8(advice));
+        QTest::newRow(name)
+            << text << hasNumbers
+            << QStringLiteral("%1, which is not one number%2").arg(QString::fromUtf8(line), QString::fromUtf8(advice));
     };
-    const char *commas = ". With points for decimal commas: tr , . <data.txt >numbers.txt; the second of two columns: "
-                         "cut -d , -f 2 <data.txt >numbers.txt";
+    const char *commas =
+        ". With points for decimal commas: tr , . <data.txt >numbers.txt; the second of two columns: "
+        "cut -d , -f 2 <data.txt >numbers.txt";
     row("decimal commas", "1,5\n2,5\n", false, "line 1 is \"1,5\"", commas);
     row("few of them", "1\n2\n\n3\n4\n-5,25e3\r\n6\n", true, "line 6 is \"-5,25e3\"", commas);
     row("one after many zeros", QByteArray("0\n").repeated(50000) + "0,5\n", true, "line 50001 is \"0,5\"", commas);
@@ -155,8 +156,9 @@ void tst_viewerfiles::otherLinesAreNamed_data()
     row("words", "counts\nmore\n", false, "line 1 is \"counts\"", "; one number a line is expected");
     row("a hexadecimal number", "0x10\n", false, "line 1 is \"0x10\"", "; one number a line is expected");
     QTest::newRow("old line ends") << QByteArray("1\r2\r3\r") << false
-                                   << QStringLiteral("its lines end in carriage returns. With line feeds: "
-                                                     "tr '\\r' '\\n' <data.txt >numbers.txt");
+                                   << QStringLiteral(
+                                          "its lines end in carriage returns. With line feeds: "
+                                          "tr '\\r' '\\n' <data.txt >numbers.txt");
 }
 
 void tst_viewerfiles::otherLinesAreNamed()

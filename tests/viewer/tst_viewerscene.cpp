@@ -76,6 +76,10 @@ private slots:
     void pointingTellsAndMarksTheValue();
     void anAreaReachesTheEdges_data();
     void anAreaReachesTheEdges();
+    void legendNamesCanBeRead_data();
+    void legendNamesCanBeRead();
+    void linesThatAreNoNumberAreSaidInTheWindow();
+    void anExportThatFailsIsSaidInTheWindow();
 
 private:
     void open(bool area, int smoothDepth = 1);
@@ -91,6 +95,10 @@ private:
     void zoom(double left, double width);
     SStep timedZoom(double left, double width);
     QImage settled();
+    QString footer() const { return m_window->property("footer").value<QQuickItem *>()->property("text").toString(); }
+    bool shows(const QString &text) const;
+    void open(const QStringList &files);
+    QString fileOf(const QString &name, const QByteArray &content) const;
     QRectF zoomRect() const { return m_chart->property("zoomRect").toRectF(); }
     QRect chartBox() const;
 
@@ -564,6 +572,140 @@ void tst_viewerscene::anAreaReachesTheEdges()
     const QRgb ground = image.pixel(box.left() + box.width() / 2, box.top() + 2);
     for (const int x : {box.left() + 1, box.left() + box.width() / 2, box.right() - 2})
         QVERIFY2(image.pixel(x, y) != ground, qPrintable(QString::number(x)));
+}
+
+/// Of what is drawn in a rectangle, to its ground, as people see it: from 1 to 21.
+static double highestContrast(const QImage &image, const QRect &box)
+{
+    const auto luminance = [](QRgb pixel) {
+        const auto linear = [](int channel) {
+            const double share = channel / 255.0;
+            return share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(qRed(pixel)) + 0.7152 * linear(qGreen(pixel)) + 0.0722 * linear(qBlue(pixel));
+    };
+    const double ground = luminance(image.pixel(box.topLeft()));
+    double highest = 1.0;
+    for (int y = box.top(); y <= box.bottom(); ++y) {
+        for (int x = box.left(); x <= box.right(); ++x) {
+            const double ink = luminance(image.pixel(x, y));
+            highest = std::max(highest, (std::max(ink, ground) + 0.05) / (std::min(ink, ground) + 0.05));
+        }
+    }
+    return highest;
+}
+
+/// The visible item below another one with a property that reads so; null for none.
+static QQuickItem *itemReading(QQuickItem *item, const QString &text)
+{
+    if (!item->isVisible())
+        return nullptr;
+    if (item->property("text").toString() == text)
+        return item;
+    for (QQuickItem *child : item->childItems()) {
+        if (QQuickItem *found = itemReading(child, text))
+            return found;
+    }
+    return nullptr;
+}
+
+bool tst_viewerscene::shows(const QString &text) const
+{
+    return itemReading(m_window->contentItem(), text) != nullptr;
+}
+
+void tst_viewerscene::open(const QStringList &files)
+{
+    QVERIFY(QMetaObject::invokeMethod(m_window, "open", Q_ARG(QVariant, files)));
+    QTRY_VERIFY(!is("reading"));
+}
+
+QString tst_viewerscene::fileOf(const QString &name, const QByteArray &content) const
+{
+    QFile file(m_folder.filePath(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("no test file");
+    return file.fileName();
+}
+
+void tst_viewerscene::legendNamesCanBeRead_data()
+{
+    QTest::addColumn<bool>("dark");
+    QTest::newRow("light") << false;
+    QTest::newRow("dark") << true;
+}
+
+/// At least as well as the accessibility guidelines ask for: 4.5 for text, 3 for what is switched off.
+void tst_viewerscene::legendNamesCanBeRead()
+{
+    QFETCH(bool, dark);
+    showShort();
+    m_window->setProperty("dark", dark);
+    QQuickItem *name = itemReading(m_window->contentItem(), QStringLiteral("short"));
+    QVERIFY(name);
+    const QRect box = name->mapRectToScene(name->boundingRect()).toAlignedRect();
+    const double shown = highestContrast(settled(), box);
+    QTest::mouseClick(m_window, Qt::LeftButton, {}, QPoint(box.left() + 5, box.center().y()));
+    const double hidden = highestContrast(settled(), box);
+    qInfo("contrast %.1f, of a hidden one %.1f", shown, hidden);
+    QVERIFY(shown >= 4.5);
+    QVERIFY(hidden >= 3.0 && hidden < 0.6 * shown);
+}
+
+void tst_viewerscene::linesThatAreNoNumberAreSaidInTheWindow()
+{
+    const QString words = QStringLiteral(
+        "commas.txt: line 1 is \"1,5\", which is not one number. With points for "
+        "decimal commas: tr , . <commas.txt >numbers.txt; the second of two columns: "
+        "cut -d , -f 2 <commas.txt >numbers.txt");
+    const QString file = fileOf(QStringLiteral("commas.txt"), "1,5\n2,5\n");
+    show({});
+    open({file});
+    QVERIFY(shows(words)); // in the place of the bars
+    QCOMPARE(footer(), QString());
+    open({m_short});
+    QCOMPARE(footer(), words); // beside them
+    auto *bar = m_window->property("footer").value<QQuickItem *>();
+    const auto click = [&] {
+        QTest::mouseClick(m_window, Qt::LeftButton, {}, bar->mapToScene({20.0, bar->height() / 2}).toPoint());
+    };
+    m_window->setWidth(500);
+    settled();
+    QVERIFY(bar->property("contentWidth").toDouble() <= 500.0); // all of it can be read
+    QVERIFY(bar->property("lineCount").toInt() >= 3);
+    QCOMPARE(bar->mapToScene({0.0, bar->height()}).y(), double(m_window->height()));
+    click();
+    QCOMPARE(footer(), QString());
+    m_window->setProperty("smoothDepth", 2);
+    QTRY_VERIFY(!is("reading"));
+    QCOMPARE(footer(), QString()); // said once
+    open({fileOf(QStringLiteral("more.txt"), "1\n2;5\n3;5\n")});
+    QVERIFY(footer().contains(QStringLiteral("more.txt: line 2 is \"2;5\"")));
+}
+
+void tst_viewerscene::anExportThatFailsIsSaidInTheWindow()
+{
+    showShort();
+    const auto exportTo = [this](const QString &path) {
+        QVERIFY(QMetaObject::invokeMethod(m_window, "exportTo", Q_ARG(QVariant, path)));
+    };
+    exportTo(QStringLiteral("/dev/full"));
+    QTRY_COMPARE(footer(), QStringLiteral("/dev/full: No space left on device"));
+    const QString nowhere = m_short + QStringLiteral("/picture.png");
+    exportTo(nowhere);
+    QTRY_VERIFY2(footer().startsWith(nowhere + QStringLiteral(": ")), qPrintable(footer()));
+    const QString text = m_folder.filePath(QStringLiteral("picture.txt"));
+    exportTo(text);
+    QTRY_COMPARE(footer(), text + QStringLiteral(": Unsupported image format"));
+    QVERIFY(!QFile::exists(text));
+    // The next one goes well: nothing is said any more.
+    const QString picture = m_folder.filePath(QStringLiteral("picture.png"));
+    exportTo(picture);
+    QTRY_VERIFY(QFile::exists(picture));
+    QCOMPARE(footer(), QString());
+    const QImage image(picture);
+    QCOMPARE(image.width(), 2 * m_window->width());
+    QVERIFY(image.height() > m_window->height());
 }
 
 int main(int argc, char **argv)

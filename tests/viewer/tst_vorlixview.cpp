@@ -615,17 +615,18 @@ void tst_vorlixview::noNumberAtAllIsAFailure_data()
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("words");
     QTest::newRow("empty") << QByteArray() << QStringLiteral("the file is empty");
-    QTest::newRow("a line of text")
-        << QByteArray("counts\n")
-        << QStringLiteral("line 1 is \"counts\", which is not one number; one number a line is expected");
-    QTest::newRow("decimal commas") << QByteArray("1,2\n3,4\n")
-                                    << QStringLiteral(
-                                           "line 1 is \"1,2\", which is not one number. With points for decimal commas: "
-                                           "tr , . <series.txt >numbers.txt; the second of two columns: "
-                                           "cut -d , -f 2 <series.txt >numbers.txt");
+    QTest::newRow("a line of text") << QByteArray(
+        "counts\n") << QStringLiteral("line 1 is \"counts\", which is not one number; one number a line is expected");
+    QTest::newRow("decimal commas")
+        << QByteArray("1,2\n3,4\n")
+        << QStringLiteral(
+               "line 1 is \"1,2\", which is not one number. With points for decimal commas: "
+               "tr , . <series.txt >numbers.txt; the second of two columns: "
+               "cut -d , -f 2 <series.txt >numbers.txt");
     QTest::newRow("columns") << QByteArray("x;y\n1;2,5\n")
-                             << QStringLiteral("line 2 is \"1;2,5\", which is not one number. Its column 2 alone: "
-                                               "cut -d ';' -f 2 <series.txt | tr , . >numbers.txt");
+                             << QStringLiteral(
+                                    "line 2 is \"1;2,5\", which is not one number. Its column 2 alone: "
+                                    "cut -d ';' -f 2 <series.txt | tr , . >numbers.txt");
 }
 
 /// Said once, and there is no picture that would pass for one.
@@ -635,9 +636,9 @@ void tst_vorlixview::noNumberAtAllIsAFailure()
     QFETCH(QString, words);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_folder->path());
-    const SOutcome outcome = view({QStringLiteral("--png"), QStringLiteral("picture.png"),
-                                   fileOf(QStringLiteral("series.txt"), content)},
-                                  environment);
+    const SOutcome outcome =
+        view({QStringLiteral("--png"), QStringLiteral("picture.png"), fileOf(QStringLiteral("series.txt"), content)},
+             environment);
     QCOMPARE(outcome.exitCode, 1);
     QCOMPARE(outcome.errors,
              QStringLiteral("vorlixview: series.txt: %1\n"
@@ -656,8 +657,9 @@ void tst_vorlixview::linesThatAreNoNumberAreSaidBesideThePicture_data()
     };
     QTest::newRow("some decimal commas")
         << QByteArray("1\n2,5\n3\n") << QByteArray()
-        << said("line 2 is \"2,5\", which is not one number. With points for decimal commas: "
-                "tr , . <series.txt >numbers.txt; the second of two columns: cut -d , -f 2 <series.txt >numbers.txt");
+        << said(
+               "line 2 is \"2,5\", which is not one number. With points for decimal commas: "
+               "tr , . <series.txt >numbers.txt; the second of two columns: cut -d , -f 2 <series.txt >numbers.txt");
     QTest::newRow("one file of two")
         << QByteArray("counts\n") << QByteArray("1\n2\n")
         << said("line 1 is \"counts\", which is not one number; one number a line is expected");
