@@ -104,7 +104,8 @@ void SeriesFile::watch()
 {
     const qint64 size = QFileInfo(m_file).size();
     const qint64 read = readingPosition(m_file);
-    setProgress(size > 0 && read >= 0 ? std::min(double(read) / size, 1.0) : -1.0);
+    // It begins twice: its head is looked at first.
+    setProgress(size > 0 && read >= 0 ? std::max(std::min(double(read) / size, 1.0), m_progress) : -1.0);
 }
 
 void SeriesFile::setProgress(double progress)

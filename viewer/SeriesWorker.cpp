@@ -3,6 +3,7 @@
 
 #include "viewer/LineChecks.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
 #include <QVariant>
@@ -33,6 +34,23 @@ double largestFinite(const Series &series)
             largest = value;
     }
     return largest;
+}
+
+/// Closes the file before it looks at the lines: as long as it is open, it is taken for being read.
+SLineChecks checkHead(const QString &path)
+{
+    constexpr int headSize = 1 << 20; // bytes
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+        return {};
+    QByteArray head = file.read(headSize);
+    file.close();
+    const int wholeLines = head.lastIndexOf('\n') + 1;
+    if (head.size() == headSize && wholeLines > 0)
+        head.truncate(wholeLines);
+    QBuffer lines(&head);
+    lines.open(QIODevice::ReadOnly);
+    return checkLines(lines, QFileInfo(path).fileName());
 }
 
 /// What is not above 1 lies on the axis.
@@ -92,25 +110,20 @@ void SeriesWorker::work(const SSeriesOrder &order)
 
 void SeriesWorker::read(const QString &file)
 {
+    const SLineChecks checks = checkHead(file);
     give(*m_reader, {});
     m_reader->setProperty("file", file);
     m_values = seriesOf(*m_reader);
     give(*m_reader, {}); // it is not to keep a second copy once this one is padded
     m_count = m_values.size();
+    m_hasNumbers =
+        checks.hasNumbers || std::any_of(m_values.cbegin(), m_values.cend(), [](double value) { return value != 0.0; });
     m_values.resize(paddedSize(m_count));
-    m_hasNumbers = false;
     const QFileInfo info(file);
-    QFile text(file);
-    if (!info.isFile()) {
+    if (!info.isFile())
         m_problem = tr("no such file");
-    } else if ((m_count == 0 && info.size() > 0) || !text.open(QIODevice::ReadOnly)) {
-        m_problem = tr("the file cannot be read");
-    } else {
-        const SLineChecks checks = checkLines(text, info.fileName());
-        m_hasNumbers = checks.hasNumbers
-            || std::any_of(m_values.cbegin(), m_values.cend(), [](double value) { return value != 0.0; });
-        m_problem = checks.problem;
-    }
+    else
+        m_problem = m_count == 0 && info.size() > 0 ? tr("the file cannot be read") : checks.problem;
 }
 
 QVector<double> SeriesWorker::smoothed(int depth)

@@ -31,10 +31,10 @@ Rectangle {
 
         delegate: LegendElement {
             plotter: root.plotterList[index] || null
-            width: grid.cellWidth
-            height: grid.cellHeight
             nameColor: root.nameColor
             hiddenColor: root.hiddenColor
+            width: grid.cellWidth
+            height: grid.cellHeight
             colorMA.onClicked: picker.choose(index)
         }
 

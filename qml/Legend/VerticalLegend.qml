@@ -66,9 +66,9 @@ Rectangle {
 
         delegate: LegendElement {
             plotter: root.plotterList[index] || null
-            width: list.width
             nameColor: root.nameColor
             hiddenColor: root.hiddenColor
+            width: list.width
             colorMA.onClicked: picker.choose(index)
         }
 

@@ -145,11 +145,11 @@ Rectangle {
 
             delegate: LegendElement {
                 plotter: root.plotterList[index] || null
+            nameColor: root.nameColor
+            hiddenColor: root.hiddenColor
                 width: listView.width
                 height: root.elemHeight
-                nameColor: root.nameColor
-            hiddenColor: root.hiddenColor
-            colorMA.onClicked: picker.choose(index)
+                colorMA.onClicked: picker.choose(index)
             }
 
         }
