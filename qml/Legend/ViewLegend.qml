@@ -145,8 +145,8 @@ Rectangle {
 
             delegate: LegendElement {
                 plotter: root.plotterList[index] || null
-            nameColor: root.nameColor
-            hiddenColor: root.hiddenColor
+                nameColor: root.nameColor
+                hiddenColor: root.hiddenColor
                 width: listView.width
                 height: root.elemHeight
                 colorMA.onClicked: picker.choose(index)
