@@ -59,6 +59,16 @@ struct SInterval
     double high = -std::numeric_limits<double>::infinity();
 
     bool contains(double value) const { return value >= low && value <= high; }
+    SInterval common(const SInterval &other) const { return {std::max(low, other.low), std::min(high, other.high)}; }
+};
+
+/// Values between which segments mark only what others mark.
+struct SCovered
+{
+    SInterval upright; ///< for those that are upright
+    SInterval any;     ///< for all, which may mark more rows than they cross
+
+    SCovered common(const SCovered &other) const { return {upright.common(other.upright), any.common(other.any)}; }
 };
 
 /// Where a point lies between the places that decide about fragments.
@@ -112,7 +122,7 @@ private:
     std::vector<double> columnChanges() const;
     void judgeAll(int first, int last);
     void judgeGroup(int first, int last);
-    void judge(int segment, bool inGroup);
+    void judge(int segment, bool covers);
     bool isNear(double y) const { return std::abs(y - 0.5 * m_target.height) <= farthest * 0.5 * m_target.height; }
     bool isCovered(int segment, double rise) const;
     bool marksNothing(int segment);
@@ -129,11 +139,10 @@ private:
     const Visit &m_visit;
     SAxis m_x;
     SAxis m_y;
-    bool m_isOdd;        ///< the width, in whole pixels
-    SRows m_rows;        ///< marked by the segments of the group that are kept
-    SInterval m_upright; ///< upright segments between such values mark only those rows,
-    SInterval m_any;     ///< and any segments between these
-    SBarRange m_kept;    ///< points of the last run
+    bool m_isOdd; ///< the width, in whole pixels
+    SRows m_rows; ///< marked by the segments of the group that are kept
+    SCovered m_covered;
+    SBarRange m_kept; ///< points of the last run
     SCell m_lastCell;
     int m_lastCellPoint = -1;
 };
@@ -171,26 +180,32 @@ std::vector<double> LinePass::columnChanges() const
 
 void LinePass::run()
 {
-    int judged = m_points.first; // segments before this point are
     const int last = m_points.end - 1;
+    SBarRange doubtful{m_points.first, m_points.first}; // its segments lie between two groups
+    SCovered before;                                    // by the group on its left
     if (m_target.repeatable) {
         for (const double change : columnChanges()) {
-            const int before = toIndex(std::floor(m_x.positionAt(change - m_x.doubt)) - 1.0);
-            const int after = toIndex(std::floor(m_x.positionAt(change + m_x.doubt)) + 2.0);
-            const int groupEnd = std::clamp(before, judged, last);
+            const double from = std::floor(m_x.positionAt(change - m_x.doubt)) - 1.0;
+            const double to = std::floor(m_x.positionAt(change + m_x.doubt)) + 2.0;
+            const int groupEnd = std::clamp(toIndex(from), doubtful.end, last);
+            m_covered = {};
             if (change > 0.0)
-                judgeGroup(judged, groupEnd);
+                judgeGroup(doubtful.end, groupEnd);
             else
-                judgeAll(judged, groupEnd);
-            judged = std::clamp(after, groupEnd, last);
-            judgeAll(groupEnd, judged);
+                judgeAll(doubtful.end, groupEnd);
+            const SCovered after = m_covered;
+            m_covered = before.common(after);
+            judgeAll(doubtful.first, doubtful.end);
+            before = after;
+            doubtful = {groupEnd, std::clamp(toIndex(to), groupEnd, last)};
         }
     }
-    judgeAll(judged, last);
+    m_covered = {};
+    judgeAll(doubtful.first, last);
     flush();
 }
 
-/// Segments between two points of which none is covered for sure.
+/// Segments between two points that cover nothing for others.
 void LinePass::judgeAll(int first, int last)
 {
     for (int segment = first; segment < last; ++segment)
@@ -200,9 +215,9 @@ void LinePass::judgeAll(int first, int last)
 /// Segments between two points, all of them where the columns don't change.
 void LinePass::judgeGroup(int first, int last)
 {
-    setCovered({});
+    m_rows = {};
     for (int segment = first; segment < last;) {
-        const int outside = firstOutside(m_values, segment, last + 1, m_any);
+        const int outside = firstOutside(m_values, segment, last + 1, m_covered.any);
         if (outside > last)
             return;
         segment = std::max(segment, outside - 1);
@@ -211,18 +226,18 @@ void LinePass::judgeGroup(int first, int last)
     }
 }
 
-void LinePass::judge(int segment, bool inGroup)
+void LinePass::judge(int segment, bool covers)
 {
     const double y0 = m_y.at(double(float(m_values[segment])));
     const double y1 = m_y.at(double(float(m_values[segment + 1])));
     const bool isKnown = isNear(y0) && isNear(y1); // not for a NaN
     const double rise = std::abs(y1 - y0);
-    if (isKnown && inGroup && isCovered(segment, rise))
+    if (isKnown && isCovered(segment, rise))
         return;
     if (isKnown && rise < 1.0 && marksNothing(segment))
         return;
     keep(segment);
-    if (isKnown && inGroup)
+    if (isKnown && covers)
         cover(y0, y1);
 }
 
@@ -231,7 +246,8 @@ bool LinePass::isCovered(int segment, double rise) const
     const auto bothIn = [&](const SInterval &interval) {
         return interval.contains(m_values[segment]) && interval.contains(m_values[segment + 1]);
     };
-    return bothIn(m_any) || (rise > 2.0 * m_x.step + 4.0 * (m_x.doubt + m_y.doubt) && bothIn(m_upright));
+    return bothIn(m_covered.any)
+        || (rise > 2.0 * m_x.step + 4.0 * (m_x.doubt + m_y.doubt) && bothIn(m_covered.upright));
 }
 
 bool LinePass::marksNothing(int segment)
@@ -275,11 +291,14 @@ SCell LinePass::cellOf(int point) const
     return cell;
 }
 
-/// A segment of the group that is kept marks the rows that it crosses from edge to edge.
+/// A segment of the group that is kept marks the rows that it crosses from edge to edge, and the one that it begins in
+/// when it crosses the middle of it.
 void LinePass::cover(double y0, double y1)
 {
-    const SRows crossed{std::max(int(std::ceil(std::min(y0, y1) + m_y.doubt)), 0),
-                        std::min(int(std::floor(std::max(y0, y1) - m_y.doubt)), m_target.height) - 1};
+    const double doubt = m_y.doubt;
+    const double lowest = y0 < y1 ? y0 - 0.5 + doubt : y1 + doubt;
+    const double highest = y0 < y1 ? y1 - doubt : y0 + 0.5 - doubt;
+    const SRows crossed{std::max(int(std::ceil(lowest)), 0), std::min(int(std::floor(highest)), m_target.height) - 1};
     if (crossed.isEmpty())
         return;
     if (m_rows.isEmpty() || (!m_rows.touches(crossed) && crossed.last - crossed.first > m_rows.last - m_rows.first))
@@ -291,18 +310,14 @@ void LinePass::cover(double y0, double y1)
 void LinePass::setCovered(const SRows &rows)
 {
     m_rows = rows;
-    m_upright = {};
-    m_any = {};
-    if (rows.isEmpty())
-        return;
     const double flat = 0.5 * m_target.lineWidth + 1.0; // how far a flat segment may mark above and below
     const double beyond = farthest * 0.5 * m_target.height;
     const bool fromBottom = rows.first == 0;
     const bool toTop = rows.last == m_target.height - 1;
     const double bottom = fromBottom ? 0.5 * m_target.height - beyond : rows.first;
     const double top = toTop ? 0.5 * m_target.height + beyond : rows.last + 1.0;
-    m_upright = valuesBetween(bottom + m_y.doubt, top - m_y.doubt);
-    m_any = valuesBetween(bottom + (fromBottom ? m_y.doubt : flat), top - (toTop ? m_y.doubt : flat));
+    m_covered.upright = valuesBetween(bottom + m_y.doubt, top - m_y.doubt);
+    m_covered.any = valuesBetween(bottom + (fromBottom ? m_y.doubt : flat), top - (toTop ? m_y.doubt : flat));
 }
 
 SInterval LinePass::valuesBetween(double low, double high) const

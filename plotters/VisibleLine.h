@@ -54,7 +54,7 @@ struct SLinePlace
 /// marks. Render thread, current context.
 SLineTarget currentLineTarget(QOpenGLFunctions &gl, double alpha);
 
-/// Calls visit(points) in ascending order for each run of points whose segments have to be drawn; for all `points` when
-/// nothing is known well enough, or when it would not be worth it. Thread-safe.
+/// Calls visit(points) for each run of points whose segments have to be drawn, in ascending order unless `repeatable`;
+/// for all `points` when nothing is known well enough, or when it would not be worth it. Thread-safe.
 void visitMarkingSegments(const double *values, const SBarRange &points, const SLinePlace &place,
                           const SLineTarget &target, const std::function<void(const SBarRange &)> &visit);

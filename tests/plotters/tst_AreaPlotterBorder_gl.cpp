@@ -28,6 +28,13 @@ double spike(RandomSeries &random)
     return random.oneIn(50) ? random.real(-1.0, 1.0) : 0.0;
 }
 
+bool hasInk(const QImage &picture)
+{
+    QImage black = picture;
+    black.fill(Qt::black);
+    return picture != black;
+}
+
 } // namespace
 
 Q_DECLARE_METATYPE(Function)
@@ -96,6 +103,8 @@ private:
     {
         return m_gl->picture([&] { m_plotter->drawFrame(view); });
     }
+
+    bool canCountSegments() { return !m_gl->context().isOpenGLES(); }
 
     /// Of the border alone, with the blend state of a chart. The border is gone then.
     int segmentsDrawn(const QRectF &view)
@@ -194,7 +203,7 @@ void tst_AreaPlotterBorder_gl::looksLikeTheWhole()
             for (int i = 0; i < views; ++i) {
                 const QRectF &view = shown.at(i);
                 const QImage seen = drawn(view);
-                inked += seen.pixel(size.width() / 2, 0) != seen.pixel(size.width() / 2, size.height() - 1);
+                inked += hasInk(seen);
                 QVERIFY2(seen == expected.at(i),
                          qPrintable(QString("width %1, opaque %2, %3 x %4 pixels, view %5 %6 %7 %8")
                                         .arg(width)
@@ -229,6 +238,8 @@ void tst_AreaPlotterBorder_gl::leavesOutWhatCannotBeSeen()
     QFETCH(int, segments);
     constexpr int count = 1'000'000;
     open(QSize(100, 100), 3.0);
+    if (!canCountSegments())
+        QSKIP("OpenGL ES does not count primitives");
     QVector<double> series;
     RandomSeries random(1);
     double value = 0.0;
@@ -243,6 +254,8 @@ void tst_AreaPlotterBorder_gl::leavesOutWhatCannotBeSeen()
 void tst_AreaPlotterBorder_gl::drawsAllWhereOverdrawingShows()
 {
     open(QSize(100, 100), 3.0);
+    if (!canCountSegments())
+        QSKIP("OpenGL ES does not count primitives");
     m_plotter->setBorderColor(QColor(250, 100, 0, 254));
     QVector<double> series;
     RandomSeries random(1);
