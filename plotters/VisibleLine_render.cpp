@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "plotters/VisibleLine.h"
 
+#include <QByteArray>
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
 
@@ -17,6 +18,14 @@ GLint integerOf(QOpenGLFunctions &gl, GLenum name)
     GLint value = 0;
     gl.glGetIntegerv(name, &value);
     return value;
+}
+
+/// A driver may place the fragments of a line up to a pixel aside. Which it chooses is known of Mesa's renderers in
+/// software, and those are the ones that need to be spared the work.
+bool isKnownRenderer(QOpenGLFunctions &gl)
+{
+    const QByteArray name(reinterpret_cast<const char *>(gl.glGetString(GL_RENDERER)));
+    return name.contains("llvmpipe") || name.contains("softpipe");
 }
 
 /// Whether state that only the desktop has changes what a line is.
@@ -56,7 +65,7 @@ bool isRepeatable(QOpenGLFunctions &gl, double alpha)
 
 SLineTarget currentLineTarget(QOpenGLFunctions &gl, double alpha)
 {
-    if (integerOf(gl, GL_SAMPLES) > 1 || !isPlainLine(gl))
+    if (!isKnownRenderer(gl) || integerOf(gl, GL_SAMPLES) > 1 || !isPlainLine(gl))
         return {};
     GLint viewport[4] = {};
     GLfloat width = 1.0f;
