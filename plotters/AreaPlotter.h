@@ -3,6 +3,7 @@
 
 #include "plotters/BarEdges.h"
 #include "plotters/IPlotter1D.h"
+#include "plotters/VisibleLine.h"
 
 #include <QMatrix4x4>
 #include <QVector2D>
@@ -25,7 +26,7 @@ class AreaPlotter : public IPlotter1D
     Q_PROPERTY(QColor gradientColor READ gradientColor WRITE setGradientColor NOTIFY gradientColorChanged)
 
 public:
-    /// Of a longer series only the vertices that can be seen are uploaded, when they are drawn.
+    /// Of a longer series only the vertices that can be seen are uploaded, in portions, when they are drawn.
     static constexpr int wholeSeries = 65'536;
     /// The fill vertices of more points would pass the 2 GiB that a container holds.
     static constexpr int maximumPoints = 60'000'000;
@@ -53,6 +54,9 @@ public:
     const SAttributePointer _fetch_attribute_data(const int &attribute) const override;
     void _fetch_render_layers(QVector<SRenderLayerDefinition> &layers, const QRectF &viewArea) override;
 
+protected:
+    void drawPrimitives(const SRenderLayerDefinition &layer, QOpenGLFunctions &gl) override;
+
 signals:
     void borderWidthChanged();
     void borderColorChanged();
@@ -72,18 +76,30 @@ private:
         QVector<double> series; ///< a long one, which is drawn by parts
         bool finite = false;    ///< every value of it is, in single precision
     };
+    /// What decides which segments of the border are drawn.
+    struct SBorderView
+    {
+        SBarRange points;
+        SLinePlace place;
+        SLineTarget target;
+
+        friend bool operator==(const SBorderView &a, const SBorderView &b)
+        {
+            return a.points == b.points && a.place == b.place && a.target == b.target;
+        }
+    };
     /// What is in the buffers of a series that is drawn by parts.
     struct SUploadedPart
     {
         QVector<double> series;
         QVector<SBarRange> spans; ///< of the fill: span i lies between point i and the next
-        SBarRange line;           ///< points of the border
+        SBorderView border;       ///< no points when its buffer holds the last portion only
     };
 
     bool isLong() const;
     void uploadParts(QVector<SRenderLayerDefinition> &layers, const SBarRange &points);
     void uploadFill(const QVector<SBarRange> &spans);
-    void uploadBorder(const SBarRange &points);
+    void drawBorder(const SBorderView &border, QOpenGLFunctions &gl);
     QVector<SBarRange> visibleSpans(const SBarRange &points) const;
     QMatrix4x4 matrix() const;
     void appendLayers(QVector<SRenderLayerDefinition> &layers) const;
@@ -100,5 +116,6 @@ private:
     SUploadedPart m_uploaded;          ///< render thread
     QVector<QVector2D> m_partVertices; ///< render thread: on their way into a buffer
     int m_fillCount = 0;               ///< render thread: vertices of the part in the buffer
+    int m_borderCount = 0;             ///< the same of the border
     QRectF m_shownView;                ///< render thread
 };

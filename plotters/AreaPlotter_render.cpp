@@ -17,6 +17,9 @@ namespace {
 
 enum Layer { FillLayer = 0, BorderLayer = 1 };
 
+/// Segments of the border per draw call: their ends stay in the second-level cache on their way to the driver.
+constexpr int portionOfSegments = 16'384;
+
 void upload(QOpenGLBuffer &buffer, const QVector<QVector2D> &vertices)
 {
     buffer.bind();
@@ -80,13 +83,6 @@ void AreaPlotter::uploadParts(QVector<SRenderLayerDefinition> &layers, const SBa
     }
     layers[FillLayer].first = 0;
     layers[FillLayer].count = m_fillCount;
-    if (layers.at(BorderLayer).mode == 0)
-        return;
-    if (!(points == m_uploaded.line)) {
-        m_uploaded.line = points;
-        uploadBorder(points);
-    }
-    layers[BorderLayer].first = 0;
 }
 
 QVector<SBarRange> AreaPlotter::visibleSpans(const SBarRange &points) const
@@ -122,17 +118,51 @@ void AreaPlotter::uploadFill(const QVector<SBarRange> &spans)
     upload(m_buffers[0], m_partVertices);
 }
 
-void AreaPlotter::uploadBorder(const SBarRange &points)
+void AreaPlotter::drawPrimitives(const SRenderLayerDefinition &layer, QOpenGLFunctions &gl)
 {
-    const int count = points.end - points.first;
-    restart(m_partVertices, count);
-    for (int done = 0; done < count; done += seriesPortion) {
-        const int portion = std::min(seriesPortion, count - done);
-        const int first = points.first + done;
-        writeBorderVertices(m_shown.series.constData() + first, first, portion,
-                            portionAt(m_partVertices, done, portion));
+    if (layer.order == FillLayer || m_shown.series.isEmpty()) {
+        IPlotter::drawPrimitives(layer, gl);
+        return;
     }
-    upload(m_buffers[1], m_partVertices);
+    const QMatrix4x4 placed = matrix();
+    const SLinePlace place{placed(0, 2) + placed(0, 3), placed(0, 0), placed(1, 2) + placed(1, 3), placed(1, 1)};
+    const SBarRange points{layer.first, layer.first + layer.count};
+    drawBorder({points, place, currentLineTarget(gl, m_shown.borderColor.alphaF())}, gl);
+}
+
+/// As single lines: every segment marks what it marks in a strip.
+void AreaPlotter::drawBorder(const SBorderView &border, QOpenGLFunctions &gl)
+{
+    if (m_uploaded.border == border) {
+        gl.glDrawArrays(GL_LINES, 0, m_borderCount);
+        return;
+    }
+    m_borderCount = 0;
+    int portions = 0;
+    restart(m_partVertices, 2 * portionOfSegments);
+    const auto drawPortion = [&] {
+        m_borderCount = m_partVertices.size();
+        if (m_borderCount == 0)
+            return;
+        upload(m_buffers[BorderLayer], m_partVertices);
+        gl.glDrawArrays(GL_LINES, 0, m_borderCount);
+        m_partVertices.resize(0);
+        ++portions;
+    };
+    const double *values = m_shown.series.constData();
+    visitMarkingSegments(values, border.points, border.place, border.target, [&](SBarRange run) {
+        while (run.end - run.first > 1) {
+            const int room = portionOfSegments - m_partVertices.size() / 2;
+            const int segments = std::min(run.end - run.first - 1, room);
+            writeSegments(values + run.first, run.first, segments,
+                          portionAt(m_partVertices, m_partVertices.size(), 2 * segments));
+            run.first += segments;
+            if (segments == room)
+                drawPortion();
+        }
+    });
+    drawPortion();
+    m_uploaded.border = portions <= 1 ? border : SBorderView();
 }
 
 void AreaPlotter::appendLayers(QVector<SRenderLayerDefinition> &layers) const

@@ -3,6 +3,7 @@
 
 #include "common/Index.h"
 #include "plotters/BarPlotter_p.h"
+#include "plotters/OpaqueDrawing.h"
 #include "plotters/PerContext.h"
 
 #include <QOpenGLContext>
@@ -147,6 +148,7 @@ void BarPlotter::draw(const QRectF &viewArea)
     program.setUniformValue("screen_dy", float(viewArea.height() * 0.5));
 
     QOpenGLFunctions &gl = *QOpenGLContext::currentContext()->functions();
+    const OpaqueDrawing opaque(gl, frame().color);
     if (m_shownSeries.isEmpty())
         drawWhole(row, program, gl);
     else

@@ -72,6 +72,14 @@ void writeBorderVertices(const double *values, int first, int count, QVector2D *
         border[0] = QVector2D(float(first + i), float(values[i]));
 }
 
+void writeSegments(const double *values, int first, int count, QVector2D *ends)
+{
+    for (int i = 0; i < count; ++i, ends += 2) {
+        const FloatPair y = roundedPair(values + i);
+        store(ends, FourFloats{float(first + i), y[0], float(first + i + 1), y[1]});
+    }
+}
+
 void writeHResVertices(const double *pairs, const double *edges, int count, SHResVertex *corners)
 {
     float leftMost = float(edges[0]);

@@ -17,6 +17,9 @@ void writeFillVertices(const double *values, int first, int count, QVector2D *fi
 /// One vertex of the border for each of `count` points from number `first` on: (i, value).
 void writeBorderVertices(const double *values, int first, int count, QVector2D *border);
 
+/// Two vertices for each of `count` segments from point number `first` on: (i, value) and (i + 1, next value).
+void writeSegments(const double *values, int first, int count, QVector2D *ends);
+
 /// Four corners for each of `count` bars of individual widths: bottom left, bottom right, top left, top right. `pairs`
 /// are (width, value), `edges` the positions of the bars' count + 1 edges.
 void writeHResVertices(const double *pairs, const double *edges, int count, SHResVertex *corners);

@@ -1,271 +1,198 @@
 // SPDX-License-Identifier: MIT
 #include "sources/NumberLines.h"
 
-#include <QByteArray>
+#include "common/LargePages.h"
+#include "sources/NumberBlock.h"
+#include "sources/TextBlocks.h"
+
 #include <QIODevice>
 
 #include <algorithm>
-#include <charconv>
-#include <cstring>
+#include <atomic>
+#include <mutex>
+#include <shared_mutex>
+#include <system_error>
+#include <thread>
 #include <utility>
+#include <vector>
 
 namespace {
 
-constexpr int blockSize = 1 << 20;   // bytes
-constexpr int longestLine = 1 << 29; // bytes; twice that as QString
-
-bool isDigit(char c)
+QString tooManyLines(int limit)
 {
-    return c >= '0' && c <= '9';
+    return QStringLiteral("it has more than %1 lines").arg(limit);
 }
 
-bool isBlank(char c)
-{
-    return c == ' ' || c == '\t' || c == '\r';
-}
-
-/// Takes the number at `*text` if it is a whole one of so few digits that nothing is rounded.
-bool takeWholeNumber(const char **text, const char *end, double &value)
-{
-    constexpr int exactDigits = 15;
-    const bool negative = *text != end && **text == '-';
-    const char *digits = *text + int(negative);
-    const char *digit = digits;
-    qint64 whole = 0;
-    for (; digit != end && isDigit(*digit) && digit - digits < exactDigits; ++digit)
-        whole = 10 * whole + (*digit - '0');
-    if (digit == digits || (digit != end && (isDigit(*digit) || *digit == '.' || *digit == 'e' || *digit == 'E')))
-        return false;
-    value = negative ? -double(whole) : double(whole);
-    *text = digit;
-    return true;
-}
-
-/// Takes the decimal number at `*text`, if all readers of numbers agree on what it is, and moves `*text` behind it.
-bool takeNumber(const char **text, const char *end, double &value)
-{
-    constexpr int longestNumber = 64; // characters; printed doubles have at most 24
-    if (takeWholeNumber(text, end, value))
-        return true;
-    const char *begin = *text;
-    const char *digits = begin != end && *begin == '-' ? begin + 1 : begin;
-    if (digits == end
-        || !(isDigit(*digits) || *digits == '.')) // not infinities and the like, which have many spellings
-        return false;
-    const auto [behind, error] = std::from_chars(begin, end, value);
-    *text = behind;
-    return error == std::errc() && behind - begin <= longestNumber;
-}
-
-/// What Qt makes of a line, line end included.
-double plainValue(const char *line, int length)
-{
-    return QString::fromUtf8(QByteArray(line, length)).toDouble();
-}
-
-/// Whether there is a carriage return that is not at the end of the line, where it is white space. What becomes of one
-/// in text mode depends on how the device's buffer happens to be filled.
-bool needsTextMode(const char *line, const char *end)
-{
-    while (end != line && (isBlank(end[-1]) || end[-1] == '\n'))
-        --end;
-    return std::memchr(line, '\r', size_t(end - line)) != nullptr;
-}
-
-/// Collects values up to a limit.
+/// Gathers values up to a limit.
 class Values
 {
 public:
-    explicit Values(int limit) : m_limit(limit) {}
+    Values(const QIODevice &device, int limit) : m_device(&device), m_limit(limit) {}
 
-    bool append(double value)
-    {
-        if (m_next == m_end && !grow())
-            return false;
-        *m_next++ = value;
-        return true;
-    }
+    int limit() const { return m_limit; }
+    bool mayTake(int count) const { return count <= m_limit - m_values.size(); }
+    bool hasRoomFor(int count) const { return count <= m_values.capacity() - m_values.size(); }
 
-    /// Makes room for as many as there will be if the rest of the text is like the part that was read. Growing copies;
-    /// room that is not used costs address space only.
-    void expect(qint64 textSize, qint64 partSize)
+    /// Makes room for `count` values, which come from what follows the first `taken` bytes, and for as many more as
+    /// there will be if the text goes on as it began. Growing copies; room that is not used costs address space only.
+    void makeRoomFor(int count, qint64 taken)
     {
         constexpr double slack = 1.125;
-        const int count = size();
-        reserve(qint64(slack * count / partSize * textSize));
-        m_next = m_values.data() + count;
-        m_end = m_values.data() + m_values.size();
+        constexpr qint64 sample = 1 << 16; // bytes that tell something about the rest
+        const qint64 size = qint64(m_values.size()) + count;
+        const double whole = std::max(m_device->size(), taken);
+        const qint64 expected = taken < sample ? size : qint64(size * (whole / taken));
+        const qint64 room = taken < sample ? 2 * size : qint64(slack * expected);
+        m_values.reserve(int(std::min(room, qint64(m_limit))));
+        preferLargePages(m_values, int(std::min(expected, qint64(m_limit))));
     }
 
-    QVector<double> take()
-    {
-        m_values.resize(size());
-        return std::move(m_values);
-    }
+    /// Where the next `count` values are to be written.
+    double *append(int count) { return extend(m_values, count); }
+
+    QVector<double> take() { return std::move(m_values); }
 
 private:
-    int size() const { return m_values.size() - int(m_end - m_next); }
-
-    bool grow()
-    {
-        const int count = m_values.size();
-        const int portion = std::min(seriesPortion, m_limit - count);
-        if (portion == 0)
-            return false;
-        if (m_values.capacity() < count + portion)
-            reserve(2 * (qint64(count) + portion));
-        m_next = extend(m_values, portion);
-        m_end = m_next + portion;
-        return true;
-    }
-
-    void reserve(qint64 count) { m_values.reserve(int(std::min(count, qint64(m_limit)))); }
-
+    const QIODevice *m_device;
     int m_limit;
     QVector<double> m_values;
-    double *m_next = nullptr; ///< where the next value goes, in
-    double *m_end = nullptr;  ///< the part of m_values that was made for values to come
 };
 
-enum class Outcome { Done, NeedsTextMode, TooManyLines, LineTooLong, ReadError };
-
-/// Reads a device in blocks of whole lines.
+/// Reads and converts a text in blocks, as many at a time as there are threads.
 class BlockReader
 {
 public:
-    BlockReader(QIODevice &device, Values &values) : m_device(device), m_values(values) {}
+    BlockReader(QIODevice &device, Values &values, int blockSize) : m_blocks(device, blockSize), m_values(values) {}
 
-    Outcome read()
+    /// May be called by several threads at once. Returns when there are no more blocks.
+    void work()
     {
-        while (makeRoom()) {
-            const qint64 count = m_device.read(m_buffer.data() + m_held, m_buffer.size() - m_held);
-            if (count < 0)
-                return Outcome::ReadError;
-            if (count == 0)
-                return m_held == 0 ? Outcome::Done : takeLine(m_buffer.constData(), m_buffer.constData() + m_held);
-            const bool isFirst = m_device.pos() == count;
-            const Outcome outcome = takeLines(m_held + int(count));
-            if (outcome != Outcome::Done)
-                return outcome;
-            if (isFirst)
-                m_values.expect(m_device.size(), count);
+        STextBlock block;
+        for (;;) {
+            std::unique_lock<std::mutex> turn(m_turn);
+            double *place = takeBlock(block);
+            if (!place)
+                return;
+            const std::shared_lock<std::shared_mutex> stay(m_place);
+            if (!block.isLong) // those are converted one at a time, to need little memory
+                turn.unlock();
+            if (!convertLines(block, place))
+                m_needsTextMode = true;
         }
-        return Outcome::LineTooLong;
     }
+
+    bool needsTextMode() const { return m_needsTextMode; }
+    const QString &error() const { return m_error; }
 
 private:
-    bool makeRoom()
+    /// Reads the next block and appends a place for its values; null when there is none.
+    double *takeBlock(STextBlock &block)
     {
-        if (m_held < m_buffer.size())
-            return true;
-        if (m_buffer.size() >= longestLine)
-            return false;
-        m_buffer.resize(2 * m_buffer.size());
-        return true;
-    }
-
-    /// Takes the lines that end within the first `filled` bytes of the buffer and keeps the rest at its front.
-    Outcome takeLines(int filled)
-    {
-        const char *line = m_buffer.constData();
-        const char *end = line + filled;
-        const char *behindLast = end; // behind the last line end
-        while (behindLast != line + m_held && behindLast[-1] != '\n')
-            --behindLast;
-        if (behindLast == line + m_held)
-            behindLast = line; // nothing of what is new ends a line
-        Outcome outcome = Outcome::Done;
-        while (line != behindLast && outcome == Outcome::Done) {
-            const char *next = takeSimpleLine(line, behindLast - 1, outcome);
-            if (!next) {
-                next = static_cast<const char *>(std::memchr(line, '\n', size_t(behindLast - line))) + 1;
-                outcome = takeLine(line, next);
-            }
-            line = next;
+        if (m_ended || m_needsTextMode)
+            return nullptr;
+        m_ended = !m_blocks.next(block);
+        m_error = m_blocks.error();
+        if (m_ended)
+            return nullptr;
+        if (!m_values.mayTake(block.lines)) {
+            m_ended = true;
+            m_error = tooManyLines(m_values.limit());
+            return nullptr;
         }
-        m_held = int(end - line);
-        std::memmove(m_buffer.data(), line, size_t(m_held));
-        return outcome;
+        if (!m_values.hasRoomFor(block.lines)) {
+            const std::unique_lock<std::shared_mutex> move(m_place); // when nobody writes values any more
+            m_values.makeRoomFor(block.lines, m_blocks.taken());
+        }
+        return m_values.append(block.lines);
     }
 
-    /// Takes a line of a number and blanks and returns the next line; null when it is none. `*lastEnd` is a line end.
-    const char *takeSimpleLine(const char *text, const char *lastEnd, Outcome &outcome)
-    {
-        double value;
-        while (*text == ' ' || *text == '\t')
-            ++text;
-        if (!takeNumber(&text, lastEnd, value))
-            return nullptr;
-        while (isBlank(*text))
-            ++text;
-        if (*text != '\n')
-            return nullptr;
-        outcome = append(value);
-        return text + 1;
-    }
-
-    Outcome takeLine(const char *line, const char *end)
-    {
-        return needsTextMode(line, end) ? Outcome::NeedsTextMode : append(plainValue(line, int(end - line)));
-    }
-
-    Outcome append(double value) { return m_values.append(value) ? Outcome::Done : Outcome::TooManyLines; }
-
-    QIODevice &m_device;
+    std::mutex m_turn; ///< of the thread that uses what follows, up to m_ended
+    TextBlocks m_blocks;
     Values &m_values;
-    QByteArray m_buffer{blockSize, Qt::Uninitialized};
-    int m_held = 0; ///< bytes of an unfinished line at the front of the buffer
+    QString m_error;
+    bool m_ended = false;
+    std::shared_mutex m_place; ///< shared by those who write values: these must not be moved
+    std::atomic<bool> m_needsTextMode{false};
 };
 
-/// The plain way, from the beginning.
-Outcome readInTextMode(QIODevice &device, Values &values)
+/// Threads that do the same work as the calling one. They have ended when this is destroyed.
+class Helpers
+{
+public:
+    template <class Work>
+    Helpers(int count, Work work)
+    {
+        m_threads.reserve(size_t(count));
+        try {
+            while (int(m_threads.size()) < count)
+                m_threads.emplace_back(work);
+        } catch (const std::system_error &) { // no more threads to be had: it takes longer without
+        }
+    }
+    ~Helpers()
+    {
+        for (std::thread &thread : m_threads)
+            thread.join();
+    }
+    Helpers(const Helpers &) = delete;
+    Helpers &operator=(const Helpers &) = delete;
+
+private:
+    std::vector<std::thread> m_threads;
+};
+
+/// How many threads a text is worth.
+int threadCount(qint64 textSize, const SReadingParts &parts)
+{
+    constexpr unsigned mostUseful = 4; // reading is done in turns
+    constexpr int blocksEach = 4;      // fewer are not worth starting a thread
+    if (parts.threads > 0)
+        return parts.threads;
+    const qint64 processors = std::clamp(std::thread::hardware_concurrency(), 1u, mostUseful);
+    return int(std::clamp(textSize / parts.blockSize / blocksEach, qint64(1), processors));
+}
+
+/// The plain way, from the beginning. Returns an error.
+QString readInTextMode(QIODevice &device, Values &values)
 {
     if (!device.seek(0))
-        return Outcome::ReadError;
+        return device.errorString();
     device.setTextModeEnabled(true);
     while (!device.atEnd()) {
         const qint64 position = device.pos();
         const QByteArray line = device.readLine();
         char byte;
         if (line.isEmpty() && device.pos() == position) // the size promised more than there is
-            return device.read(&byte, 1) < 0 ? Outcome::ReadError : Outcome::Done;
+            return device.read(&byte, 1) < 0 ? device.errorString() : QString();
         if (line.size() > longestLine)
-            return Outcome::LineTooLong;
-        if (!values.append(QString::fromUtf8(line).toDouble()))
-            return Outcome::TooManyLines;
-    }
-    return Outcome::Done;
-}
-
-QString errorText(Outcome outcome, const QIODevice &device, int limit)
-{
-    switch (outcome) {
-    case Outcome::TooManyLines:
-        return QStringLiteral("it has more than %1 lines").arg(limit);
-    case Outcome::LineTooLong:
-        return QStringLiteral("it has a line of more than %1 bytes").arg(longestLine);
-    case Outcome::ReadError:
-        return device.errorString();
-    case Outcome::Done:
-    case Outcome::NeedsTextMode:
-        break;
+            return lineTooLong();
+        if (!values.mayTake(1))
+            return tooManyLines(values.limit());
+        if (!values.hasRoomFor(1))
+            values.makeRoomFor(1, device.pos());
+        *values.append(1) = QString::fromUtf8(line).toDouble();
     }
     return {};
 }
 
 } // namespace
 
-SNumberLines readNumberLines(QIODevice &device, int limit)
+SNumberLines readNumberLines(QIODevice &device, int limit, SReadingParts parts)
 {
     if (device.size() <= 0)
         return {};
-    Values values(limit);
-    Outcome outcome = BlockReader(device, values).read();
-    if (outcome == Outcome::NeedsTextMode) {
-        values = Values(limit);
-        outcome = readInTextMode(device, values);
+    Values values(device, limit);
+    BlockReader reader(device, values, parts.blockSize);
+    {
+        const Helpers helpers(threadCount(device.size(), parts) - 1, [&] { reader.work(); });
+        reader.work();
     }
-    if (outcome != Outcome::Done)
-        return {{}, errorText(outcome, device, limit)};
+    QString error = reader.error();
+    if (reader.needsTextMode()) {
+        values = Values(device, limit);
+        error = readInTextMode(device, values);
+    }
+    if (!error.isEmpty())
+        return {{}, error};
     return {values.take(), {}};
 }

@@ -21,6 +21,8 @@ ChartArea {
         resetZoomView();
     }
 
+    smooth: false // the chart lies on whole pixels: there is nothing to interpolate
+
     BarPlotter {
         id: bars
     }

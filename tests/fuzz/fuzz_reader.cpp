@@ -37,11 +37,22 @@ QVector<double> plainLines(const QString &path)
     return values;
 }
 
+QVector<double> readLines(const QString &path, SReadingParts parts)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        fail("reader", "cannot open");
+    const SNumberLines lines = readNumberLines(file, longestSeries, parts);
+    if (!lines.error.isEmpty())
+        fail("reader", lines.error.toUtf8());
+    return lines.values;
+}
+
 /// The bytes, some of them so often or behind so many others that they meet the end of a buffer.
 QByteArray spread(Bytes &bytes, const QByteArray &text)
 {
     constexpr int qtBuffer = 16384;
-    constexpr int ourBlock = 1 << 20;
+    const int ourBlock = SReadingParts().blockSize;
     const int where = bytes.below(64);
     const int shift = int(bytes.byte()) - 128;
     if (where == 0)
@@ -66,12 +77,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         fail("scratch file", "cannot write");
     written.close();
 
-    QFile file(scratch.path);
-    if (!file.open(QIODevice::ReadOnly))
-        fail("reader", "cannot open");
-    const SNumberLines lines = readNumberLines(file);
-    if (!lines.error.isEmpty())
-        fail("reader", lines.error.toUtf8());
-    compare("reader", lines.values, plainLines(scratch.path));
+    const QVector<double> expected = plainLines(scratch.path);
+    compare("reader", readLines(scratch.path, {}), expected);
+    const int few = 1 + text.size() % 97;             // bytes
+    const int threads = text.size() % 4 == 0 ? 3 : 1; // starting some is slow
+    compare("reader in small blocks", readLines(scratch.path, {few, threads}), expected);
     return 0;
 }

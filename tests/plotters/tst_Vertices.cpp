@@ -68,6 +68,9 @@ void tst_Vertices::anAreaHasTwoFillVerticesAndOneOfTheBorderPerPoint()
     writeBorderVertices(values, 10, 3, border.data());
     QCOMPARE(fill, (QVector<QVector2D>{{10, 0}, {10, 1}, {11, 0}, {11, 3}, {12, 0}, {12, 2}}));
     QCOMPARE(border, (QVector<QVector2D>{{10, 1}, {11, 3}, {12, 2}}));
+    QVector<QVector2D> segments(4);
+    writeSegments(values, 10, 2, segments.data());
+    QCOMPARE(segments, (QVector<QVector2D>{{10, 1}, {11, 3}, {11, 3}, {12, 2}}));
 }
 
 void tst_Vertices::areaVerticesHaveTheBitsOfThePlainLoop()

@@ -252,6 +252,8 @@ private slots:
     void aCarriageReturnInsideALineMeansWhatItMeansToQt();
     void randomTextsGiveTheBitsOfThePlainWay();
     void numbersAcrossTheEndOfABlockAreWhole();
+    void aLongTextIsTheSameInAnyNumberOfParts();
+    void roomIsMadeWhileOthersWrite();
     void aLineOfTwoHundredMegabytes();
     void aLineThatIsTooLongFails();
     void moreLinesThanTheLimitFail();
@@ -261,24 +263,31 @@ private slots:
     void aDeviceWithoutASizeIsEmpty();
 
 private:
-    void compareWithPlain(const QByteArray &text);
+    void compareWithPlain(const QByteArray &text, const QVector<SReadingParts> &parts = {{}});
 
     QTemporaryDir m_folder;
 };
 
-void tst_NumberLines::compareWithPlain(const QByteArray &text)
+void tst_NumberLines::compareWithPlain(const QByteArray &text, const QVector<SReadingParts> &parts)
 {
     const QString path = m_folder.filePath(QStringLiteral("numbers"));
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly));
     QCOMPARE(file.write(text), text.size());
     file.close();
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const SNumberLines lines = readNumberLines(file);
-    QVERIFY(lines.error.isEmpty());
     const QVector<double> expected = plainNumberLines(path);
-    if (!sameBits(lines.values, expected))
-        QFAIL((difference(lines.values, expected) + " in " + text.left(2000).toPercentEncoding("\n ")).constData());
+    for (const SReadingParts &each : parts) {
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const SNumberLines lines = readNumberLines(file, longestSeries, each);
+        file.close();
+        QVERIFY(lines.error.isEmpty());
+        if (sameBits(lines.values, expected))
+            continue;
+        const QByteArray how = QByteArray::number(each.blockSize) + " bytes, " + QByteArray::number(each.threads);
+        QFAIL((how + " threads: " + difference(lines.values, expected) + " in "
+               + text.left(2000).toPercentEncoding("\n "))
+                  .constData());
+    }
 }
 
 void tst_NumberLines::everyLineIsOneValue_data()
@@ -317,7 +326,10 @@ void tst_NumberLines::everyLineIsOneValue()
     const SNumberLines lines = readNumberLines(buffer);
     QVERIFY(lines.error.isEmpty());
     COMPARE_BITS(lines.values, values);
-    compareWithPlain(text);
+    QVector<SReadingParts> parts{{}};
+    for (int blockSize = 1; blockSize < 12; ++blockSize)
+        parts << SReadingParts{blockSize, 1} << SReadingParts{blockSize, 3};
+    compareWithPlain(text, parts);
 }
 
 void tst_NumberLines::aCarriageReturnInsideALineMeansWhatItMeansToQt()
@@ -327,14 +339,16 @@ void tst_NumberLines::aCarriageReturnInsideALineMeansWhatItMeansToQt()
         compareWithPlain(QByteArray(padding, '\n') + "1\r2\n3\r4\r\n\r5\n6\r");
     for (int padding = 16'370; padding < 16'390; ++padding)
         compareWithPlain(QByteArray(padding, ' ') + "1\r2\n3\r4\r\n\r5\n6\r");
-    compareWithPlain(QByteArray("1\n").repeated(700'000) + "1\r2\n3\n"); // after the first block
+    compareWithPlain(QByteArray("1\n").repeated(700'000) + "1\r2\n3\n"); // after several blocks
 }
 
 void tst_NumberLines::randomTextsGiveTheBitsOfThePlainWay()
 {
     RandomText texts(1);
     for (int round = 0; round < 2500; ++round) {
-        compareWithPlain(texts.next());
+        RandomSeries &random = texts.random();
+        const int blockSize = random.oneIn(2) ? random.whole(1, 40) : random.whole(100, 20'000);
+        compareWithPlain(texts.next(), {{}, {blockSize, 1}, {blockSize, random.whole(2, 4)}});
         if (QTest::currentTestFailed())
             return;
     }
@@ -342,7 +356,7 @@ void tst_NumberLines::randomTextsGiveTheBitsOfThePlainWay()
 
 void tst_NumberLines::numbersAcrossTheEndOfABlockAreWhole()
 {
-    constexpr int block = 1 << 20;
+    const int block = SReadingParts().blockSize;
     compareWithPlain(QByteArray("12345.678\r\n").repeated(200'000)); // no line ends where a block does
     for (const char *line : {"12345.678\n", "12345.678\r\n", "  -1e5  \r\n",
                              "abc\xC2\xA0"
@@ -350,6 +364,29 @@ void tst_NumberLines::numbersAcrossTheEndOfABlockAreWhole()
         for (int before = 1; before < 14; ++before)
             compareWithPlain(QByteArray(block - before - 1, '0') + '\n' + QByteArray(line).repeated(3));
     }
+}
+
+void tst_NumberLines::aLongTextIsTheSameInAnyNumberOfParts()
+{
+    RandomText texts(2);
+    QByteArray text;
+    while (text.size() < 3'000'000) {
+        const QByteArray next = texts.next();
+        if (!next.contains('\r'))
+            text += next + '\n';
+    }
+    compareWithPlain(text, {{}, {1 << 18, 2}, {1000, 1}, {1000, 2}, {1000, 7}, {77, 3}, {1 << 22, 2}});
+    compareWithPlain(text + "1\r2\n" + text.left(1'000'000), {{}, {1000, 1}, {1000, 7}});
+}
+
+void tst_NumberLines::roomIsMadeWhileOthersWrite()
+{
+    // Long lines in front promise few values, and there come ever more of them.
+    QByteArray text;
+    for (int length = 20'000; length > 0; length = length * 9 / 10)
+        text += (QByteArray(length, ' ') + "1.5\n").repeated(100'000 / (length + 4) + 1);
+    text += QByteArray("2\n").repeated(300'000);
+    compareWithPlain(text, {{}, {500, 1}, {500, 2}, {500, 4}, {30'000, 4}});
 }
 
 void tst_NumberLines::aLineOfTwoHundredMegabytes()
@@ -384,7 +421,7 @@ void tst_NumberLines::moreLinesThanTheLimitFail()
         QByteArray text = QByteArray(line).repeated(5001);
         QBuffer buffer(&text);
         QVERIFY(buffer.open(QIODevice::ReadOnly));
-        const SNumberLines lines = readNumberLines(buffer, 5000);
+        const SNumberLines lines = readNumberLines(buffer, 5000, {100, 3});
         QVERIFY2(lines.error.contains(QStringLiteral("5000 lines")), qPrintable(lines.error));
         QVERIFY(lines.values.isEmpty());
     }
@@ -396,7 +433,7 @@ void tst_NumberLines::asManyLinesAsTheLimitDoNot()
         QByteArray text = QByteArray("1\n").repeated(limit);
         QBuffer buffer(&text);
         QVERIFY(buffer.open(QIODevice::ReadOnly));
-        const SNumberLines lines = readNumberLines(buffer, limit);
+        const SNumberLines lines = readNumberLines(buffer, limit, {100, 3});
         QVERIFY(lines.error.isEmpty());
         COMPARE_BITS(lines.values, QVector<double>(limit, 1.0));
     }

@@ -73,8 +73,8 @@ public:
             return;
         if (m_minute.isValid()) {
             const SMemory memory = SMemory::now();
-            std::printf("%3d min: %d rounds, resident %lld KiB, heap %lld KiB\n", ++m_minutes, outcome.rounds,
-                        memory.resident, memory.heap);
+            std::printf("%3d min: %d rounds, resident %lld KiB, anonymous %lld KiB, heap %lld KiB\n", ++m_minutes,
+                        outcome.rounds, memory.resident, memory.anonymous, memory.heap);
             std::fflush(stdout);
         }
         m_minute.start();
@@ -135,9 +135,11 @@ int run(const SScenarioEntry &entry, const SLength &length, quint32 seed)
         stage.judge(QStringLiteral("fresh chart"), freshChartFaults(stage));
         judge(entry, stage, outcome);
     }
-    std::printf("%s: seed %u, %d rounds, resident %lld KiB (%+lld), heap %lld KiB (%+lld)\n", entry.name, seed,
-                outcome.rounds, outcome.after.resident, outcome.after.resident - outcome.before.resident,
-                outcome.after.heap, outcome.after.heap - outcome.before.heap);
+    std::printf(
+        "%s: seed %u, %d rounds, resident %lld KiB (%+lld), anonymous %lld KiB (%+lld), heap %lld KiB (%+lld)\n",
+        entry.name, seed, outcome.rounds, outcome.after.resident, outcome.after.resident - outcome.before.resident,
+        outcome.after.anonymous, outcome.after.anonymous - outcome.before.anonymous, outcome.after.heap,
+        outcome.after.heap - outcome.before.heap);
     for (const QString &fault : qAsConst(outcome.faults))
         std::fprintf(stderr, "FAIL %s: %s\n", entry.name, qPrintable(fault));
     return outcome.faults.isEmpty() ? 0 : 1;
