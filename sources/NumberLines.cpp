@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "sources/NumberLines.h"
 
-#include "common/LargePages.h"
 #include "sources/NumberBlock.h"
 #include "sources/TextBlocks.h"
 
@@ -39,12 +38,10 @@ public:
     {
         constexpr double slack = 1.125;
         constexpr qint64 sample = 1 << 16; // bytes that tell something about the rest
-        const qint64 size = qint64(m_values.size()) + count;
-        const double whole = std::max(m_device->size(), taken);
-        const qint64 expected = taken < sample ? size : qint64(size * (whole / taken));
-        const qint64 room = taken < sample ? 2 * size : qint64(slack * expected);
-        m_values.reserve(int(std::min(room, qint64(m_limit))));
-        preferLargePages(m_values, int(std::min(expected, qint64(m_limit))));
+        const double size = double(m_values.size()) + count;
+        const double whole = double(std::max(m_device->size(), taken));
+        const double room = taken < sample ? 2.0 * size : slack * size * (whole / double(taken));
+        m_values.reserve(int(std::min(room, double(m_limit))));
     }
 
     /// Where the next `count` values are to be written.
