@@ -256,11 +256,21 @@ def machine():
     return f"{len(models)} × {models[0] if models else 'unknown processor'}"
 
 
+def joined(paths):
+    """The runs in these files as one, with what the first says of the date and the machine."""
+    runs = []
+    for path in paths:
+        with open(path, encoding="utf-8") as file:
+            runs.append(json.load(file))
+    return dict(runs[0], results=[one for run in runs for one in run["results"]])
+
+
 def parse():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--programs", default="build/benchmarks/compare", help="the folder of the contenders")
     parser.add_argument("--result", help="where the figures go, as JSON")
-    parser.add_argument("--from", dest="earlier", help="print the tables of an earlier result and measure nothing")
+    parser.add_argument("--from", dest="earlier", nargs="+",
+                        help="print the tables of earlier results, as one, and measure nothing")
     parser.add_argument("--quick", action="store_true", help="bars of 1000 and 100 000 values only")
     parser.add_argument("--kinds", nargs="+", choices=KINDS, default=list(KINDS))
     parser.add_argument("--sizes", nargs="+", type=int, default=list(SIZES))
@@ -275,8 +285,7 @@ def parse():
 def main():
     arguments = parse()
     if arguments.earlier:
-        with open(arguments.earlier, encoding="utf-8") as file:
-            run = json.load(file)
+        run = joined(arguments.earlier)
     else:
         run = {"date": time.strftime("%Y-%m-%d"), "machine": machine(), "load before": os.getloadavg()}
         run["results"] = measure(arguments)
