@@ -54,9 +54,6 @@ public:
     const SAttributePointer _fetch_attribute_data(const int &attribute) const override;
     void _fetch_render_layers(QVector<SRenderLayerDefinition> &layers, const QRectF &viewArea) override;
 
-protected:
-    void drawPrimitives(const SRenderLayerDefinition &layer, QOpenGLFunctions &gl) override;
-
 signals:
     void borderWidthChanged();
     void borderColorChanged();
@@ -99,6 +96,7 @@ private:
     bool isLong() const;
     void uploadParts(QVector<SRenderLayerDefinition> &layers, const SBarRange &points);
     void uploadFill(const QVector<SBarRange> &spans);
+    SBorderView borderView(const SBarRange &points, QOpenGLFunctions &gl) const;
     void drawBorder(const SBorderView &border, QOpenGLFunctions &gl);
     QVector<SBarRange> visibleSpans(const SBarRange &points) const;
     QMatrix4x4 matrix() const;

@@ -62,6 +62,7 @@ void AreaPlotter::_fetch_render_layers(QVector<SRenderLayerDefinition> &layers, 
     layers[FillLayer].count = 2 * count;
     layers[BorderLayer].first = start;
     layers[BorderLayer].count = count;
+    layers[BorderLayer].draw = nullptr;
     if (!m_shown.borderEnable)
         layers[BorderLayer].mode = 0;
     if (!m_shown.series.isEmpty() && count > 0)
@@ -83,6 +84,7 @@ void AreaPlotter::uploadParts(QVector<SRenderLayerDefinition> &layers, const SBa
     }
     layers[FillLayer].first = 0;
     layers[FillLayer].count = m_fillCount;
+    layers[BorderLayer].draw = [this, points](QOpenGLFunctions &gl) { drawBorder(borderView(points, gl), gl); };
 }
 
 QVector<SBarRange> AreaPlotter::visibleSpans(const SBarRange &points) const
@@ -118,16 +120,11 @@ void AreaPlotter::uploadFill(const QVector<SBarRange> &spans)
     upload(m_buffers[0], m_partVertices);
 }
 
-void AreaPlotter::drawPrimitives(const SRenderLayerDefinition &layer, QOpenGLFunctions &gl)
+AreaPlotter::SBorderView AreaPlotter::borderView(const SBarRange &points, QOpenGLFunctions &gl) const
 {
-    if (layer.order == FillLayer || m_shown.series.isEmpty()) {
-        IPlotter::drawPrimitives(layer, gl);
-        return;
-    }
     const QMatrix4x4 placed = matrix();
     const SLinePlace place{placed(0, 2) + placed(0, 3), placed(0, 0), placed(1, 2) + placed(1, 3), placed(1, 1)};
-    const SBarRange points{layer.first, layer.first + layer.count};
-    drawBorder({points, place, currentLineTarget(gl, m_shown.borderColor.alphaF())}, gl);
+    return {points, place, currentLineTarget(gl, m_shown.borderColor.alphaF())};
 }
 
 /// As single lines: every segment marks what it marks in a strip.

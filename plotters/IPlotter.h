@@ -156,8 +156,6 @@ protected:
     void initialize();
     /// Whether the last synchronisation took place in the current context.
     bool wasSynchronizedHere() const;
-    /// Draws what a layer describes, its program, uniforms, attributes and width being set.
-    virtual void drawPrimitives(const SRenderLayerDefinition &layer, QOpenGLFunctions &gl);
     /// Logs the OpenGL error, if there is one. Once per draw(); the same error in draw after draw is logged once.
     void reportGLError(QOpenGLFunctions &gl);
 

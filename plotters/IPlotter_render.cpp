@@ -135,19 +135,16 @@ void IPlotter::drawLayerDefinition(const SRenderLayerDefinition &layer, QOpenGLF
         m_buffers[layer.indexBuffer].bind();
     if (layer.lineWidth > 0.0f)
         gl.glLineWidth(lineWidthForContext(layer.lineWidth));
-    drawPrimitives(layer, gl);
+    if (layer.draw)
+        layer.draw(gl);
+    else if (layer.mode & drawWithArrays)
+        gl.glDrawArrays(layer.mode ^ drawWithArrays, layer.first, layer.count);
+    else if (withElements)
+        gl.glDrawElements(layer.mode ^ drawWithElements, layer.count, m_attributes.at(layer.indexBuffer).dataType,
+                          reinterpret_cast<const void *>(quintptr(layer.first)));
     if (hasIndexBuffer)
         m_buffers[layer.indexBuffer].release();
     releaseAttributes(*program, layer.attributes);
-}
-
-void IPlotter::drawPrimitives(const SRenderLayerDefinition &layer, QOpenGLFunctions &gl)
-{
-    if (layer.mode & drawWithArrays)
-        gl.glDrawArrays(layer.mode ^ drawWithArrays, layer.first, layer.count);
-    else if (layer.mode & drawWithElements)
-        gl.glDrawElements(layer.mode ^ drawWithElements, layer.count, m_attributes.at(layer.indexBuffer).dataType,
-                          reinterpret_cast<const void *>(quintptr(layer.first)));
 }
 
 bool IPlotter::hasBuffer(int number) const

@@ -6,6 +6,10 @@
 #include <QString>
 #include <QVector>
 
+#include <functional>
+
+class QOpenGLFunctions;
+
 // What a plotter tells the render pipeline: its vertex attributes, their bytes, its draw calls.
 
 /// Bits of a plotter's dirty flags: which buffers the next synchronisation uploads.
@@ -49,4 +53,7 @@ struct SRenderLayerDefinition
     uint mode = 0;           ///< OpenGL primitive and one of the two draw bits above; 0 skips the layer
     QVector<int> attributes; ///< numbers of the attributes to bind
     int indexBuffer = -1;    ///< number of the attribute that holds the indices, -1 for none
+    /// Draws in place of what mode, first and count say; program, uniforms, attributes and width are set. Render
+    /// thread.
+    std::function<void(QOpenGLFunctions &)> draw;
 };
