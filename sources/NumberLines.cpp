@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "sources/NumberLines.h"
 
+#include "common/Helpers.h"
 #include "sources/NumberBlock.h"
 #include "sources/TextBlocks.h"
 
@@ -10,10 +11,7 @@
 #include <atomic>
 #include <mutex>
 #include <shared_mutex>
-#include <system_error>
-#include <thread>
 #include <utility>
-#include <vector>
 
 namespace {
 
@@ -112,41 +110,11 @@ private:
     std::atomic<bool> m_needsTextMode{false};
 };
 
-/// Threads that do the same work as the calling one. They have ended when this is destroyed.
-class Helpers
-{
-public:
-    template <class Work>
-    Helpers(int count, Work work)
-    {
-        m_threads.reserve(size_t(count));
-        try {
-            while (int(m_threads.size()) < count)
-                m_threads.emplace_back(work);
-        } catch (const std::system_error &) { // no more threads to be had: it takes longer without
-        }
-    }
-    ~Helpers()
-    {
-        for (std::thread &thread : m_threads)
-            thread.join();
-    }
-    Helpers(const Helpers &) = delete;
-    Helpers &operator=(const Helpers &) = delete;
-
-private:
-    std::vector<std::thread> m_threads;
-};
-
 /// How many threads a text is worth.
 int threadCount(qint64 textSize, const SReadingParts &parts)
 {
-    constexpr unsigned mostUseful = 4; // reading is done in turns
-    constexpr int blocksEach = 4;      // fewer are not worth starting a thread
-    if (parts.threads > 0)
-        return parts.threads;
-    const qint64 processors = std::clamp(std::thread::hardware_concurrency(), 1u, mostUseful);
-    return int(std::clamp(textSize / parts.blockSize / blocksEach, qint64(1), processors));
+    constexpr int blocksEach = 4; // fewer are not worth starting a thread
+    return parts.threads > 0 ? parts.threads : Helpers::threadsFor(textSize / parts.blockSize / blocksEach);
 }
 
 /// The plain way, from the beginning. Returns an error.

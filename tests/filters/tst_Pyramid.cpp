@@ -47,6 +47,8 @@ private slots:
     void everySizeUpToFiveThousandIsExact();
     void randomSeriesAreExact();
     void longSeriesAreExact();
+    void partsByThreadsAreExact();
+    void veryLongSeriesAreExactAgain();
     void anotherFactorIsExact();
     void storageIsUsedAgain();
     void sharedLevelsAreLeftAlone();
@@ -95,6 +97,33 @@ void tst_Pyramid::longSeriesAreExact()
     for (const int size : {(1 << 18) - 1, 1 << 18, (1 << 18) + 1, 2'000'003}) {
         const QVector<double> values = random.series(size);
         COMPARE_LEVELS(pyramid(values), plainPyramid(values));
+    }
+}
+
+void tst_Pyramid::partsByThreadsAreExact()
+{
+    RandomSeries random(5);
+    Levels kept(1);
+    for (int round = 0; round < 200; ++round) {
+        const int size = random.whole(4'000, 70'000);
+        for (int time = 0; time < 2; ++time) { // the second one finds storage to write to
+            const QVector<double> values = random.series(size);
+            kept[0] = values;
+            buildPyramid(kept, 2.0, random.whole(2, 7));
+            COMPARE_LEVELS(kept, plainPyramid(values));
+        }
+    }
+}
+
+void tst_Pyramid::veryLongSeriesAreExactAgain()
+{
+    RandomSeries random(6);
+    Levels kept(1);
+    for (const int size : {3'000'001, 3'000'001, 4'194'304, 4'194'304, 4'194'303}) {
+        const QVector<double> values = random.series(size);
+        kept[0] = values;
+        buildPyramid(kept, 2.0); // by threads, where there are processors
+        COMPARE_LEVELS(kept, plainPyramid(values));
     }
 }
 
