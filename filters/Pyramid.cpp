@@ -13,8 +13,8 @@ namespace {
 
 /// A level that is written while its source is: all buckets are pairs but one, if the source has an odd size.
 ///
-/// Vectors are asked for their data once, not for every portion: their headers lie at the same place of a page each and
-/// drive one another, and the values beside them, out of the first-level cache. That took as long as all the rest.
+/// Vectors are asked for their data once. Asked for every portion, the whole took twice as long, most likely because
+/// their headers lie at the same place of a page each and drive one another out of the first-level cache.
 class HalvedLevel
 {
 public:
