@@ -11,6 +11,30 @@ namespace {
 
 constexpr int averageDepth = 16; // the node's default
 
+/// A node of which all levels are wanted.
+class WholePyramid : public DecimatorU64
+{
+public:
+    void setData(const QVector<double> &data)
+    {
+        DecimatorU64::setData(data);
+        m_builder.waitFor(1);
+        m_builder.waitFor(m_levels.size() - 1);
+    }
+};
+
+/// A node that publishes a level of some thousand values, as for a chart that shows all.
+class ShownLevel : public DecimatorU64
+{
+public:
+    void setData(const QVector<double> &data)
+    {
+        DecimatorU64::setData(data);
+        m_level = std::max(m_levels.size() - 11, 0); // of the next one, too
+        benchmark::DoNotOptimize(this->data().constData());
+    }
+};
+
 /// A node whose buffers exist; two series take turns.
 template <class Node>
 void filterSeries(benchmark::State &state)
@@ -58,8 +82,10 @@ void serialChain(benchmark::State &state)
 
 void addFilterRows()
 {
-    addRow("pyramid of DecimatorU64", filterSeries<DecimatorU64>);
+    addRow("pyramid of DecimatorU64", filterSeries<WholePyramid>);
     addRow("pyramid of DecimatorU64|memcpy of the input", copyOnce);
+    addRow("shown level of DecimatorU64", filterSeries<ShownLevel>);
+    addRow("shown level of DecimatorU64|read of the input", readOnce);
     addRow("reduction of FixedDecimatorU64", filterSeries<FixedDecimatorU64>);
     addRow("reduction of FixedDecimatorU64|read of the input", readOnce);
     addRow("average of MovingAvarangeU64", filterSeries<MovingAvarangeU64>);

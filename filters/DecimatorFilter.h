@@ -3,7 +3,7 @@
 
 #include "common/Index.h"
 #include "common/Series.h"
-#include "filters/Pyramid.h"
+#include "filters/PyramidBuilder.h"
 
 #include <QRectF>
 #include <QVector>
@@ -22,8 +22,9 @@ public:
     {
         if (series.isEmpty() || isInput(series))
             return;
+        m_builder.giveUp();
         m_levels[0] = series;
-        buildPyramid(m_levels, m_factor);
+        m_builder.begin(m_factor);
     }
 
     /// The level whose bins come closest to a pixel from above, for a pyramid that is spread over `area`.
@@ -41,9 +42,16 @@ public:
 protected:
     bool isInput(const QVector<T> &series) const { return sameSeries(series, m_levels.at(0)); }
     /// The selected level, or the coarsest one where a shorter series has fewer.
-    const QVector<T> &selectedLevel() const { return m_levels.at(std::min(m_level, m_levels.size() - 1)); }
+    const QVector<T> &selectedLevel() const
+    {
+        const int level = std::min(m_level, m_levels.size() - 1);
+        m_builder.waitFor(level);
+        return m_levels.at(level);
+    }
 
-    QVector<QVector<T>> m_levels = QVector<QVector<T>>(1); ///< the series in front
-    double m_factor = 2.0;                                 ///< between the sizes of two levels
-    int m_level = 0;                                       ///< the one that is selected
+    /// The series in front. Of a long one, a level is ready when selectedLevel() has returned it.
+    QVector<QVector<T>> m_levels = QVector<QVector<T>>(1);
+    double m_factor = 2.0;                      ///< between the sizes of two levels
+    int m_level = 0;                            ///< the one that is selected
+    mutable PyramidBuilder m_builder{m_levels}; ///< waiting for a level changes nothing
 };

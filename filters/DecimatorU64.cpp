@@ -3,6 +3,9 @@
 
 #include "chart/ChartArea.h"
 
+#include <QAbstractEventDispatcher>
+#include <QTimerEvent>
+
 DecimatorU64::DecimatorU64(QObject *parent) : Filter1D(parent) {}
 
 DecimatorU64::~DecimatorU64()
@@ -34,9 +37,22 @@ bool DecimatorU64::_filter_func(const QVector<double> &data)
     if (isInput(data))
         return false;
     setInput(QVector<double>(data)); // `data` may be one of the levels
+    constexpr int restMs = 50;       // two frames of a stream
+    if (m_chartArea && m_builder.isUnfinished() && QAbstractEventDispatcher::instance())
+        m_rest.start(restMs, this);
     const QPointer<DecimatorU64> alive(this);
     updateLevel();
     return alive;
+}
+
+void DecimatorU64::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() != m_rest.timerId()) {
+        Filter1D::timerEvent(event);
+        return;
+    }
+    m_rest.stop();
+    m_builder.goOnInBackground();
 }
 
 void DecimatorU64::updateLevel()

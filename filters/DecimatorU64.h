@@ -6,11 +6,16 @@
 #include "filters/DecimatorFilter.h"
 #include "filters/Filter1D.h"
 
+#include <QBasicTimer>
+
 /// Publishes its input at the resolution of a chart: of a pyramid of maxima, the level whose bins are about a pixel
 /// wide.
 ///
 /// Zooming or resizing the chart publishes another level, which costs no computation. Without a chart area, the input
 /// itself is published. An empty series is ignored: the node publishes what it has once more. GUI thread.
+///
+/// Of a series of a million values or more, what is not published is built by a thread in the background when no other
+/// series has come for 50 ms; a change of the level before costs what is missing.
 class DecimatorU64 : public Filter1D, public DecimatorFilter<double>
 {
     Q_OBJECT
@@ -34,9 +39,11 @@ signals:
 protected:
     /// Deliberate: a series that moves the level is published twice, by the update of the level and as new data.
     bool _filter_func(const QVector<double> &data) override;
+    void timerEvent(QTimerEvent *event) override;
 
 private:
     void updateLevel();
 
     Link<IChartArea> m_chartArea;
+    QBasicTimer m_rest; ///< runs while the next series may come before the present one is worth more work
 };

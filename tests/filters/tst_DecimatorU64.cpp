@@ -68,6 +68,30 @@ public:
     const double *storage(int level) const { return m_levels.at(level).constData(); }
 };
 
+constexpr int longSize = 1'100'000; // long enough for levels to be built when they are wanted
+
+/// A node that lets us look at what it has built, with a chart a thousand pixels wide.
+class LongNode : public DecimatorU64
+{
+public:
+    LongNode()
+    {
+        setArea(QRectF(0.0, 0.0, longSize, 1.0));
+        setChartArea(&m_chart);
+    }
+    ~LongNode() override { withdraw(); }
+    Chart &chart() { return m_chart; }
+    /// Whether the finest of the coarser levels has been begun; ends what goes on in the background.
+    bool hasFineLevels()
+    {
+        m_builder.giveUp();
+        return !m_levels.at(1).isEmpty();
+    }
+
+private:
+    Chart m_chart{1000.0};
+};
+
 } // namespace
 
 class tst_DecimatorU64 : public QObject
@@ -99,6 +123,10 @@ private slots:
     void aPlainChartAreaMovesTheLevelByItsWidth();
     void aChartNarrowerThanAPixelIsIgnored();
     void aShorterSeriesReadsTheLastLevel();
+
+    void aLongSeriesIsExactOnEveryLevel();
+    void aStreamBuildsOnlyWhatIsShown();
+    void atRestTheOtherLevelsAreBuilt();
 
     void aNewChartMovesTheLevelAtItsNextChange();
     void aFormerChartStillUpdatesTheLevel();
@@ -381,6 +409,51 @@ void tst_DecimatorU64::aShorterSeriesReadsTheLastLevel()
     COMPARE_BITS(s.plotter.series.last(), QVector<double>{4.0});
     s.node.setData(s.series);
     QCOMPARE(s.lastSize(), 1);
+}
+
+// long series
+
+void tst_DecimatorU64::aLongSeriesIsExactOnEveryLevel()
+{
+    RandomSeries random(5);
+    LongNode node;
+    for (int round = 0; round < 12; ++round) {
+        const QVector<double> series = random.series(longSize);
+        const QVector<QVector<double>> levels = plainPyramid(series);
+        node.setData(series);
+        QTest::qWait(round % 3 * 52); // with none of the other levels, some, or all
+        for (int time = 0; time < 5; ++time) {
+            const int level = random.whole(0, levels.size() - 1);
+            node.chart().show(1000.0 * std::ldexp(0.9, level));
+            COMPARE_BITS(node.data(), levels.at(level));
+        }
+    }
+}
+
+void tst_DecimatorU64::aStreamBuildsOnlyWhatIsShown()
+{
+    RandomSeries random(6);
+    LongNode node;
+    node.chart().show(longSize);
+    for (int i = 0; i < 5; ++i) {
+        const QVector<double> series = random.series(longSize);
+        node.setData(series);
+        COMPARE_BITS(node.data(), plainPyramid(series).at(11));
+    }
+    QVERIFY(!node.hasFineLevels());
+}
+
+void tst_DecimatorU64::atRestTheOtherLevelsAreBuilt()
+{
+    LongNode node;
+    node.chart().show(longSize);
+    bool built = false;
+    for (const int rest : {100, 1000, 10000}) {
+        node.setData(QVector<double>(longSize, rest));
+        QTest::qWait(built ? 0 : rest);
+        built = built || node.hasFineLevels();
+    }
+    QVERIFY(built);
 }
 
 // the chart

@@ -3,6 +3,7 @@
 #include "common/Series.h"
 #include "filters/Buckets.h"
 #include "filters/Pyramid.h"
+#include "filters/PyramidBuilder.h"
 #include "filters/RunningAverage.h"
 #include "plotters/BarEdges.h"
 #include "plotters/BarPlotterDx.h"
@@ -77,6 +78,11 @@ void countFilters(const QVector<double> &series)
     QVector<QVector<double>> levels{series};
     buildPyramid(levels, 2.0); // makes the storage
     count("buildPyramid", [&] { buildPyramid(levels, 2.0); });
+    PyramidBuilder builder(levels);
+    count("PyramidBuilder::waitFor", [&] {
+        builder.begin(2.0, 0);
+        builder.waitFor(levels.size() - 1);
+    });
 
     QVector<double> reduced(256);
     count("writeFirstMaxima", [&] { writeFirstMaxima(series.constData(), values, reduced.data(), reduced.size()); });
