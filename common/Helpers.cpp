@@ -1,23 +1,95 @@
 // SPDX-License-Identifier: MIT
 #include "common/Helpers.h"
 
-#include <QThreadPool>
-
 #include <algorithm>
 #include <condition_variable>
+#include <deque>
 #include <mutex>
+#include <system_error>
 #include <thread>
+#include <utility>
+#include <vector>
 
 namespace {
 
-/// As many threads as there are processors, kept for half a minute after their last work. One that waits is at work
-/// within a tenth of a millisecond; a new one was seen to stand behind the thread that had started it, with a processor
-/// idle, for up to 5 ms.
-QThreadPool &pool()
+/// More share the memory and gain nothing; reading is done in turns.
+constexpr unsigned mostUseful = 4;
+
+int processors()
 {
-    static QThreadPool pool;
-    return pool;
+    return int(std::clamp(std::thread::hardware_concurrency(), 1u, mostUseful));
 }
+
+/// Threads that wait for calls, as many as there are processors, until the process ends. One that waits is at work
+/// within a tenth of a millisecond; a new one was seen to stand behind the thread that had started it, with a processor
+/// idle, for up to 5 ms. A QThreadPool would do, but nobody can ask the thread sanitizer about it: Qt's locks are made
+/// by means that it does not see.
+class Crew
+{
+public:
+    static Crew &instance()
+    {
+        static Crew crew;
+        return crew;
+    }
+
+    ~Crew()
+    {
+        {
+            const std::lock_guard lock(m_mutex);
+            m_ending = true;
+        }
+        m_wanted.notify_all();
+        for (std::thread &thread : m_threads)
+            thread.join();
+    }
+
+    /// Has a thread make this call, as soon as one is free.
+    void call(std::function<void()> work)
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_idle <= m_calls.size() && int(m_threads.size()) < processors())
+            hire();
+        if (m_threads.empty())
+            return;
+        m_calls.push_back(std::move(work));
+        m_wanted.notify_one();
+    }
+
+private:
+    void hire()
+    {
+        try {
+            m_threads.emplace_back([this] { serve(); });
+        } catch (const std::system_error &) { // no more threads to be had: everything takes longer
+        }
+    }
+
+    void serve()
+    {
+        std::unique_lock lock(m_mutex);
+        for (;;) {
+            ++m_idle;
+            m_wanted.wait(lock, [this] { return m_ending || !m_calls.empty(); });
+            --m_idle;
+            if (m_ending)
+                return;
+            std::function<void()> work = std::move(m_calls.front());
+            m_calls.pop_front();
+            lock.unlock();
+            work();
+            work = nullptr; // what it holds goes outside the lock
+            lock.lock();
+        }
+    }
+
+    std::mutex m_mutex;
+    std::condition_variable m_wanted;
+    std::deque<std::function<void()>> m_calls;
+    std::vector<std::thread> m_threads;
+    size_t m_idle = 0;
+    bool m_ending = false;
+};
 
 } // namespace
 
@@ -66,7 +138,7 @@ Helpers::Helpers(int count, const std::function<void()> &work) : m_door(std::mak
         door->leave();
     };
     for (int i = 0; i < count; ++i)
-        pool().start(help);
+        Crew::instance().call(help);
 }
 
 Helpers::~Helpers()
@@ -76,7 +148,5 @@ Helpers::~Helpers()
 
 int Helpers::threadsFor(qint64 pieces)
 {
-    constexpr unsigned mostUseful = 4; // they share the memory, and reading is done in turns
-    const qint64 processors = std::clamp(std::thread::hardware_concurrency(), 1u, mostUseful);
-    return int(std::clamp(pieces, qint64(1), processors));
+    return int(std::clamp(pieces, qint64(1), qint64(processors())));
 }
