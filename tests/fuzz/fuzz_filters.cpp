@@ -8,6 +8,7 @@
 #include "filters/MinimalWidth2D.h"
 #include "filters/MovingAvarangeU64.h"
 #include "filters/Pyramid.h"
+#include "filters/PyramidBuilder.h"
 #include "fuzz/Bytes.h"
 #include "fuzz/Check.h"
 #include "fuzz/Oracles.h"
@@ -111,6 +112,19 @@ void compareLevels(const QVector<double> &series)
         fail("levels", QByteArray::number(levels.size()));
     for (int k = 0; k < levels.size(); ++k)
         compare("level", levels.at(k), expected.at(k));
+
+    // As for a long series: one level after the other, in one of two orders, with and without a thread.
+    PyramidBuilder builder(levels);
+    for (int time = 0; time < 4; ++time) {
+        builder.begin(2.0, 0);
+        if (time % 2)
+            builder.goOnInBackground();
+        for (int i = 0; i < levels.size(); ++i) {
+            const int k = time < 2 ? i : levels.size() - 1 - i;
+            builder.waitFor(k);
+            compare("level of the builder", levels.at(k), expected.at(k));
+        }
+    }
 }
 
 void deliver(Filter1D &parent, Subject &subject, SModel &source, const QVector<double> &series)
