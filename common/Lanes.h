@@ -12,6 +12,7 @@ constexpr int laneGroups = 4; // independent chains, which hide the latency of o
 constexpr int valuesPerRound = laneGroups * lanes;
 
 using Lanes = double __attribute__((vector_size(lanes * sizeof(double))));
+using LaneBits = unsigned long long __attribute__((vector_size(lanes * sizeof(unsigned long long))));
 using LaneTruths = long long __attribute__((vector_size(lanes * sizeof(long long)))); ///< per lane 0 or -1
 
 inline Lanes loadLanes(const double *values)

@@ -4,7 +4,6 @@
 #include "common/Lanes.h"
 
 #include <algorithm>
-#include <climits>
 #include <cstring>
 #include <limits>
 
@@ -56,19 +55,25 @@ double *extend(QVector<double> &series, int count)
 bool finiteInSingle(const double *values, int count)
 {
     constexpr double largest = std::numeric_limits<float>::max(); // what is above may still round to it; never mind
-    qint64 largestBits;
+    quint64 largestBits;
     std::memcpy(&largestBits, &largest, sizeof largestBits);
-    // Without their sign, doubles ascend like their bits, with infinity and then the NaNs at the end.
-    const LaneTruths most{largestBits, largestBits};
-    const LaneTruths unsignedBits{LLONG_MAX, LLONG_MAX};
-    LaneTruths missing{}; // negative where a value was beyond
+    // Without their sign, doubles ascend like their bits, with infinity and then the NaNs at the end. What is added
+    // takes those beyond the largest to the uppermost bit.
+    constexpr quint64 uppermost = quint64(1) << 63;
+    const quint64 added = uppermost - 1 - largestBits;
+    const LaneBits unsignedBits{uppermost - 1, uppermost - 1};
+    const LaneBits addedBits{added, added};
+    LaneBits beyond[laneGroups] = {};
     int i = 0;
-    for (; i <= count - lanes; i += lanes) {
-        LaneTruths bits;
-        std::memcpy(&bits, values + i, sizeof bits);
-        missing |= most - (bits & unsignedBits);
+    for (; i <= count - valuesPerRound; i += valuesPerRound) {
+        for (int group = 0; group < laneGroups; ++group) {
+            LaneBits bits;
+            std::memcpy(&bits, values + i + group * lanes, sizeof bits);
+            beyond[group] |= (bits & unsignedBits) + addedBits;
+        }
     }
-    bool all = missing[0] >= 0 && missing[1] >= 0;
+    const LaneBits joined = (beyond[0] | beyond[1]) | (beyond[2] | beyond[3]);
+    bool all = ((joined[0] | joined[1]) & uppermost) == 0;
     for (; i < count; ++i)
         all &= values[i] <= largest && values[i] >= -largest;
     return all;

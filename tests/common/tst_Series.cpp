@@ -166,10 +166,13 @@ void tst_Series::finiteInSingleKnowsInfinitiesAndNaN()
 {
     QVERIFY(finiteInSingle(nullptr, 0));
     using Limits = std::numeric_limits<double>;
-    for (const double strange : {Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN(), 1e39, -1e300}) {
-        for (int size = 1; size < 10; ++size) {
+    const double largest = std::numeric_limits<float>::max();
+    const double above = std::nextafter(largest, Limits::infinity());
+    for (const double strange : {Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN(), -Limits::quiet_NaN(),
+                                 1e39, -1e300, above, -above}) {
+        for (int size = 1; size < 36; ++size) {
             for (int at = 0; at < size; ++at) {
-                QVector<double> series(size, -3e38);
+                QVector<double> series(size, at % 2 ? largest : -largest);
                 QVERIFY(finiteInSingle(series.constData(), size));
                 series[at] = strange;
                 QVERIFY(!finiteInSingle(series.constData(), size));
