@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "plotters/VisibleLine.h"
 
+#include "plotters/SBlendState.h"
+
 #include <QByteArray>
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
@@ -43,22 +45,9 @@ bool isPlainLine(QOpenGLFunctions &gl)
 }
 
 /// Whether the second of two equal fragments leaves the pixel as it is.
-bool isRepeatable(QOpenGLFunctions &gl, double alpha)
+bool isRepeatable(const SBlendState &state, double alpha)
 {
-    if (!gl.glIsEnabled(GL_BLEND))
-        return true;
-    if (alpha != 1.0 || integerOf(gl, GL_BLEND_EQUATION_RGB) != GL_FUNC_ADD
-        || integerOf(gl, GL_BLEND_EQUATION_ALPHA) != GL_FUNC_ADD)
-        return false;
-    const bool replacesColor =
-        integerOf(gl, GL_BLEND_SRC_RGB) == GL_SRC_ALPHA && integerOf(gl, GL_BLEND_DST_RGB) == GL_ONE_MINUS_SRC_ALPHA;
-    if (!replacesColor || integerOf(gl, GL_BLEND_DST_ALPHA) != GL_ONE)
-        return false;
-    // What is added to the pixel's own opacity: nothing, or so much that it is full.
-    const GLint added = integerOf(gl, GL_BLEND_SRC_ALPHA);
-    GLfloat constant[4] = {};
-    gl.glGetFloatv(GL_BLEND_COLOR, constant);
-    return added == GL_ZERO || (added == GL_CONSTANT_ALPHA && (constant[3] == 0.0f || constant[3] == 1.0f));
+    return !state.enabled || (alpha == 1.0 && state.replacesColor() && (state.keepsAlpha() || state.fillsAlpha()));
 }
 
 } // namespace
@@ -74,5 +63,6 @@ SLineTarget currentLineTarget(QOpenGLFunctions &gl, double alpha)
     gl.glGetFloatv(GL_LINE_WIDTH, &width);
     gl.glGetFloatv(aliasedLineWidthRange, widths);
     const double drawn = double(std::max(std::min(width, widths[1]), 1.0f)); // a thinner line is drawn as one pixel
-    return {viewport[2], viewport[3], integerOf(gl, GL_SUBPIXEL_BITS), drawn, isRepeatable(gl, alpha)};
+    return {viewport[2], viewport[3], integerOf(gl, GL_SUBPIXEL_BITS), drawn,
+            isRepeatable(SBlendState::current(gl), alpha)};
 }
