@@ -80,8 +80,8 @@ void PyramidBuilder::begin(double factor, int longSeries)
     giveUp();
     const int size = m_levels.at(0).size();
     resizePyramid(m_levels, factor);
-    const bool isLong = factor == 2.0 && size >= longSeries && size <= largestHalvedExactly
-                        && m_levels.size() > coarseLevel;
+    const bool isLong =
+        factor == 2.0 && size >= longSeries && size <= largestHalvedExactly && m_levels.size() > coarseLevel;
     if (!isLong)
         buildPyramid(m_levels, factor);
     m_fineReady = m_coarseReady = !isLong;
