@@ -5,6 +5,7 @@
 #include <condition_variable>
 #include <deque>
 #include <mutex>
+#include <new>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -137,8 +138,11 @@ Helpers::Helpers(int count, const std::function<void()> &work) : m_door(std::mak
         work();
         door->leave();
     };
-    for (int i = 0; i < count; ++i)
-        Crew::instance().call(help);
+    try {
+        for (int i = 0; i < count; ++i)
+            Crew::instance().call(help);
+    } catch (const std::bad_alloc &) { // no further ones; those that were called must find a door that will be closed
+    }
 }
 
 Helpers::~Helpers()
