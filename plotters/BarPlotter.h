@@ -56,9 +56,9 @@ private:
     QOpenGLBuffer m_indexBuffer{QOpenGLBuffer::IndexBuffer};
     uint m_barDirty = 0;
     bool m_glReady = false;
-    int m_barCount = 0;         ///< bars in the buffers
-    bool m_finite = false;      ///< every value of the series is, in single precision
-    bool m_shownFinite = false; ///< the same for what is drawn
+    int m_barCount = 0;            ///< bars in the buffers
+    bool m_finite = false;         ///< every value of the series is, in single precision
+    bool m_shownFinite = false;    ///< the same for what is drawn
     QVector<double> m_shownSeries; ///< a long one, drawn by parts: written by sync_buffers(), read while drawing
     BarWindow m_window;            ///< render thread
 };
