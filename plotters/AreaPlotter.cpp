@@ -3,7 +3,7 @@
 
 #include "common/BlockMaxima.h"
 #include "common/Change.h"
-#include "plotters/Vertices.h"
+#include "geometry/Vertices.h"
 
 #include <QDebug>
 
@@ -108,12 +108,11 @@ bool AreaPlotter::__update_vertex()
 
 const SAttributePointer AreaPlotter::_fetch_attribute_data(const int &attribute) const
 {
-    static_assert(sizeof(QVector2D) == 8, "two floats");
     switch (attribute) {
     case 0:
-        return {m_fillVertices.constData(), m_fillVertices.size() * int(sizeof(QVector2D))};
+        return {m_fillVertices.constData(), m_fillVertices.size() * int(sizeof(SPointVertex))};
     case 1:
-        return {m_borderVertices.constData(), m_borderVertices.size() * int(sizeof(QVector2D))};
+        return {m_borderVertices.constData(), m_borderVertices.size() * int(sizeof(SPointVertex))};
     default:
         return {};
     }

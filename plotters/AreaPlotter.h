@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "plotters/BarEdges.h"
+#include "geometry/BarEdges.h"
+#include "geometry/VertexRecords.h"
+#include "geometry/VisibleLine.h"
 #include "plotters/IPlotter1D.h"
-#include "plotters/VisibleLine.h"
 
 #include <QMatrix4x4>
-#include <QVector2D>
 
 /// The area between 0 and the line through the points (i, value i), with an optional border line and vertical gradient.
 ///
@@ -102,18 +102,18 @@ private:
     QMatrix4x4 matrix() const;
     void appendLayers(QVector<SRenderLayerDefinition> &layers) const;
 
-    QVector<QVector2D> m_borderVertices; ///< one per point
-    QVector<QVector2D> m_fillVertices;   ///< two per point, then as many zeros that are never drawn
+    QVector<SPointVertex> m_borderVertices; ///< one per point
+    QVector<SPointVertex> m_fillVertices;   ///< two per point, then as many zeros that are never drawn
     double m_borderWidth = 3.0;
     QColor m_borderColor{7, 203, 242, 255};
     bool m_borderEnable = true;
     bool m_enableGradient = false;
     QColor m_gradientColor{7, 203, 242, 255};
-    bool m_finite = false;             ///< every value of the series is, in single precision
-    SAreaFrame m_shown;                ///< written by sync_buffers(), read by the drawing hooks
-    SUploadedPart m_uploaded;          ///< render thread
-    QVector<QVector2D> m_partVertices; ///< render thread: on their way into a buffer
-    int m_fillCount = 0;               ///< render thread: vertices of the part in the buffer
-    int m_borderCount = 0;             ///< the same of the border
-    QRectF m_shownView;                ///< render thread
+    bool m_finite = false;                ///< every value of the series is, in single precision
+    SAreaFrame m_shown;                   ///< written by sync_buffers(), read by the drawing hooks
+    SUploadedPart m_uploaded;             ///< render thread
+    QVector<SPointVertex> m_partVertices; ///< render thread: on their way into a buffer
+    int m_fillCount = 0;                  ///< render thread: vertices of the part in the buffer
+    int m_borderCount = 0;                ///< the same of the border
+    QRectF m_shownView;                   ///< render thread
 };

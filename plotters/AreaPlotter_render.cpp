@@ -2,9 +2,11 @@
 #include "plotters/AreaPlotter.h"
 
 #include "common/Series.h"
-#include "plotters/SlotRange.h"
-#include "plotters/Vertices.h"
-#include "plotters/VisibleBars.h"
+#include "geometry/SlotRange.h"
+#include "geometry/Vertices.h"
+#include "geometry/VisibleBars.h"
+#include "gl/LineTarget.h"
+#include "gl/PixelRow.h"
 
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
@@ -20,10 +22,10 @@ enum Layer { FillLayer = 0, BorderLayer = 1 };
 /// Segments of the border per draw call: their ends stay in the second-level cache on their way to the driver.
 constexpr int portionOfSegments = 16'384;
 
-void upload(QOpenGLBuffer &buffer, const QVector<QVector2D> &vertices)
+void upload(QOpenGLBuffer &buffer, const QVector<SPointVertex> &vertices)
 {
     buffer.bind();
-    buffer.allocate(vertices.constData(), vertices.size() * int(sizeof(QVector2D)));
+    buffer.allocate(vertices.constData(), vertices.size() * int(sizeof(SPointVertex)));
     buffer.release();
 }
 
@@ -109,7 +111,7 @@ void AreaPlotter::uploadFill(const QVector<SBarRange> &spans)
     for (const SBarRange &span : spans) {
         const int points = span.end - span.first + 1;
         const int tie = m_partVertices.isEmpty() ? 0 : 2;
-        QVector2D *vertex = portionAt(m_partVertices, m_partVertices.size(), 2 * points + tie);
+        SPointVertex *vertex = portionAt(m_partVertices, m_partVertices.size(), 2 * points + tie);
         writeFillVertices(m_shown.series.constData() + span.first, span.first, points, vertex + tie);
         if (tie != 0) {
             vertex[0] = vertex[-1];

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "plotters/HighlightTrail.h"
+#include "geometry/HighlightTrail.h"
 #include "plotters/IPlotter.h"
 
 #include <QElapsedTimer>

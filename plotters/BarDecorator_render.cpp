@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "plotters/BarDecorator.h"
 
-#include "plotters/DecoratorShaders.h"
-#include "plotters/OwnProgram.h"
-#include "plotters/PerContext.h"
+#include "gl/DecoratorShaders.h"
+#include "gl/OwnProgram.h"
+#include "gl/PerContext.h"
 
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>

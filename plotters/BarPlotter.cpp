@@ -2,8 +2,8 @@
 #include "plotters/BarPlotter.h"
 
 #include "common/BlockMaxima.h"
-#include "plotters/BarPlotter_p.h"
-#include "plotters/Vertices.h"
+#include "geometry/Vertices.h"
+#include "gl/BarProgram.h"
 
 #include <QDebug>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "plotters/BarWindow.h"
+#include "geometry/VisibleBars.h"
+#include "gl/BarWindow.h"
 #include "plotters/IPlotter1D.h"
-#include "plotters/VisibleBars.h"
 
 /// Adjacent vertical bars of one colour, one per value, between 0 and the value.
 ///

@@ -4,7 +4,7 @@
 #include "common/Compare.h"
 #include "common/Index.h"
 #include "common/Series.h"
-#include "plotters/Vertices.h"
+#include "geometry/Vertices.h"
 
 #include <QDebug>
 

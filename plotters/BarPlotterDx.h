@@ -2,18 +2,9 @@
 #pragma once
 
 #include "common/Export.h"
-#include "plotters/BarEdges.h"
+#include "geometry/BarEdges.h"
+#include "geometry/VertexRecords.h"
 #include "plotters/IPlotter1D.h"
-
-/// A corner of a high-resolution bar. Its x position, from plotterArea.left, is the sum of the two parts.
-struct SHResVertex
-{
-    float xMost = 0.0f;  ///< the position rounded to single precision
-    float xLeast = 0.0f; ///< what rounding left over
-    float value = 0.0f;
-};
-static_assert(sizeof(SHResVertex) == 12, "three floats");
-Q_DECLARE_TYPEINFO(SHResVertex, Q_PRIMITIVE_TYPE);
 
 /// Bars of individual widths that follow each other without gaps, exact far from the origin.
 ///

@@ -2,30 +2,17 @@
 #include "plotters/BarPlotter.h"
 
 #include "common/Index.h"
-#include "plotters/BarPlotter_p.h"
-#include "plotters/OpaqueDrawing.h"
-#include "plotters/PerContext.h"
+#include "gl/BarProgram.h"
+#include "gl/OpaqueDrawing.h"
+#include "gl/PixelRow.h"
 
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
-#include <QSurfaceFormat>
 
 #include <algorithm>
-#include <atomic>
 #include <cmath>
 
 namespace {
-
-std::atomic<int> shaderMode{BarAttributes};
-
-/// The context could choose a newer variant; the mode is fixed on purpose: the oldest one runs everywhere.
-int chooseShaderMode(const QOpenGLContext &context)
-{
-    const QSurfaceFormat format = context.format();
-    Q_UNUSED(format.version())
-    Q_UNUSED(context.isOpenGLES())
-    return BarAttributes;
-}
 
 /// The bars' extent as far as a view can tell: a series without a positive value has an area of height 0, which a
 /// rectangle test finds empty, and bars below it.
@@ -36,31 +23,14 @@ QRectF drawnExtent(const QRectF &modArea, const QRectF &view)
     return {modArea.x(), view.y(), modArea.width(), view.height()};
 }
 
-bool constructProgram(OwnProgram &program)
-{
-    shaderMode = chooseShaderMode(*QOpenGLContext::currentContext());
-    return program.ensureLinked(barShaderSources(shaderMode), "BarPlotter");
-}
-
 } // namespace
-
-int barShaderMode()
-{
-    return shaderMode;
-}
-
-OwnProgram &barProgram()
-{
-    static auto *const programs = new PerContext<OwnProgram>; // never destroyed: a render thread may outlive main()
-    return programs->current();
-}
 
 // called by the chart area: render thread, GUI thread blocked
 
 void BarPlotter::sync_buffers()
 {
     OwnProgram &shared = barProgram();
-    const bool linked = shared.isLinked() || constructProgram(shared);
+    const bool linked = shared.isLinked() || constructBarProgram(shared);
     if (!m_glReady) {
         m_glReady = true;
         buildArrays();

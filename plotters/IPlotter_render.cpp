@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "plotters/IPlotter.h"
 
-#include "plotters/CoreProfile.h"
+#include "gl/CoreProfile.h"
 #include "plotters/ShaderProgramRegistry.h"
 
 #include <QDebug>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "plotters/SAreaPlotterProgram.h"
 
-#include "plotters/FragmentSources.h"
+#include "gl/FragmentSources.h"
 
 namespace {
 

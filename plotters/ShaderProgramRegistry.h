@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "plotters/PerContext.h"
+#include "gl/PerContext.h"
 
 #include <QHash>
 #include <QString>

@@ -4,7 +4,7 @@
 
 #include "fuzz/Bytes.h"
 #include "fuzz/Check.h"
-#include "plotters/BarEdges.h"
+#include "geometry/BarEdges.h"
 
 namespace {
 

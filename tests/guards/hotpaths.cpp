@@ -5,11 +5,11 @@
 #include "filters/Pyramid.h"
 #include "filters/PyramidBuilder.h"
 #include "filters/RunningAverage.h"
-#include "plotters/BarEdges.h"
+#include "geometry/BarEdges.h"
+#include "geometry/SlotRange.h"
+#include "geometry/Vertices.h"
+#include "geometry/VisibleBars.h"
 #include "plotters/BarPlotterDx.h"
-#include "plotters/SlotRange.h"
-#include "plotters/Vertices.h"
-#include "plotters/VisibleBars.h"
 #include "sources/NumberLines.h"
 
 #include <QBuffer>
@@ -97,8 +97,8 @@ void countVertices(const QVector<double> &series)
     QVector<float> heights(4 * values);
     count("writeBarHeights", [&] { writeBarHeights(series.constData(), values, heights.data()); });
 
-    QVector<QVector2D> fill(2 * values);
-    QVector<QVector2D> border(values);
+    QVector<SPointVertex> fill(2 * values);
+    QVector<SPointVertex> border(values);
     count("writeFillVertices", [&] { writeFillVertices(series.constData(), 0, values, fill.data()); });
     count("writeBorderVertices", [&] { writeBorderVertices(series.constData(), 0, values, border.data()); });
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "chart/ChartArea.h"
+#include "gl/CoreProfile.h"
 #include "plotters/AreaPlotter.h"
-#include "plotters/CoreProfile.h"
 #include "plotters/SAreaGradientProgram.h"
 #include "plotters/SAreaPlotterProgram.h"
 #include "plotters/ShaderProgramRegistry.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "chart/IChartArea.h"
+#include "gl/DecoratorShaders.h"
 #include "plotters/BarDecorator.h"
-#include "plotters/DecoratorShaders.h"
 #include "plotters/IPlotter1D.h"
 #include "tests/support/LogCatcher.h"
 #include "tests/support/MetaTable.h"

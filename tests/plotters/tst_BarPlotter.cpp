@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "chart/IChartArea.h"
+#include "gl/BarShaders.h"
 #include "plotters/BarPlotter.h"
-#include "plotters/BarShaders.h"
 #include "tests/support/LogCatcher.h"
 #include "tests/support/MetaTable.h"
 

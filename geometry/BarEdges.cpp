@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#include "geometry/BarEdges.h"
+
+#include "common/Series.h"
+
+BarEdges BarEdges::of(const QVector<double> &pairs, double start)
+{
+    return of(pairs, start, [](int, int, const double *) {});
+}
+
+SBarRange BarEdges::barsBetween(double left, double right) const
+{
+    Edge begin = firstEdge();
+    if (m_ascending)
+        begin = lastBlockBefore(left);
+    begin = firstAtOrBeyond(left, begin);
+    Edge end = begin;
+    if (m_ascending) {
+        const Edge block = lastBlockBefore(right);
+        if (block.index > end.index)
+            end = block;
+    }
+    end = firstAtOrBeyond(right, end);
+    return {std::max(begin.index - 1, 0), end.index};
+}
+
+BarEdges::Edge BarEdges::lastBlockBefore(double x) const
+{
+    const auto beyond = std::lower_bound(m_blockEdges.cbegin(), m_blockEdges.cend(), x);
+    if (beyond == m_blockEdges.cbegin())
+        return firstEdge();
+    const int block = int(beyond - m_blockEdges.cbegin()) - 1;
+    return {block * blockSize, m_blockEdges.at(block)};
+}
+
+BarEdges::Edge BarEdges::firstAtOrBeyond(double x, Edge from) const
+{
+    const double *width = m_pairs.constData() + 2 * from.index;
+    const int count = barCount();
+    for (; x > from.position && from.index < count; ++from.index, width += 2)
+        from.position += *width;
+    return from;
+}
+
+int BarEdges::edgeAtOrBeyond(double x) const
+{
+    return firstAtOrBeyond(x, m_ascending ? lastBlockBefore(x) : firstEdge()).index;
+}
+
+double BarEdges::edge(int index) const
+{
+    const int block = std::min(index / blockSize, m_blockEdges.size() - 1);
+    if (block < 0)
+        return m_start;
+    double position = m_blockEdges.at(block);
+    for (int bar = block * blockSize; bar < index; ++bar)
+        position += m_pairs.at(2 * bar);
+    return position;
+}
+
+double BarEdges::maximumIn(int first, int end) const
+{
+    const int firstBlock = (first + blockSize - 1) / blockSize;
+    const int endBlock = end / blockSize;
+    if (firstBlock >= endBlock)
+        return scannedMaximum(first, end);
+    const double before = scannedMaximum(first, firstBlock * blockSize);
+    const double within = maximumFromZero(m_blockMaxima.constData() + firstBlock, endBlock - firstBlock);
+    const double behind = scannedMaximum(endBlock * blockSize, end);
+    return std::max({before, within, behind}); // none is a NaN, and no zero is negative
+}
+
+double BarEdges::scannedMaximum(int first, int end) const
+{
+    double maximum = 0.0;
+    for (int bar = first; bar < end; ++bar) {
+        if (m_pairs.at(2 * bar + 1) > maximum)
+            maximum = m_pairs.at(2 * bar + 1);
+    }
+    return maximum;
+}

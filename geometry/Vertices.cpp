@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: MIT
+#include "geometry/Vertices.h"
+
+#include "common/Series.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+// Two values at a time: the compiler does not interleave by itself.
+
+using ValuePair = double __attribute__((vector_size(16)));
+using FloatPair = float __attribute__((vector_size(8)));
+using FourFloats = float __attribute__((vector_size(16)));
+
+inline FloatPair roundedPair(const double *values)
+{
+    ValuePair pair;
+    std::memcpy(&pair, values, sizeof pair);
+    return __builtin_convertvector(pair, FloatPair);
+}
+
+inline void store(void *target, FourFloats floats)
+{
+    std::memcpy(target, &floats, sizeof floats);
+}
+
+} // namespace
+
+void writeBarHeights(const double *values, int count, float *heights)
+{
+    int i = 0;
+    for (; i + 2 <= count; i += 2, heights += 8) {
+        const FloatPair pair = roundedPair(values + i);
+        store(heights, __builtin_shufflevector(pair, FloatPair{}, 2, 2, 0, 0));
+        store(heights + 4, __builtin_shufflevector(pair, FloatPair{}, 2, 2, 1, 1));
+    }
+    if (i < count) {
+        const float height = float(values[i]);
+        store(heights, FourFloats{0.0f, 0.0f, height, height});
+    }
+}
+
+void writeFillVertices(const double *values, int first, int count, SPointVertex *fill)
+{
+    int i = 0;
+    for (; i + 2 <= count; i += 2, fill += 4) {
+        const FloatPair y = roundedPair(values + i);
+        const float left = float(first + i);
+        const float right = float(first + i + 1);
+        store(fill, FourFloats{left, 0.0f, left, y[0]});
+        store(fill + 2, FourFloats{right, 0.0f, right, y[1]});
+    }
+    if (i < count) {
+        const float x = float(first + i);
+        store(fill, FourFloats{x, 0.0f, x, float(values[i])});
+    }
+}
+
+void writeBorderVertices(const double *values, int first, int count, SPointVertex *border)
+{
+    int i = 0;
+    for (; i + 2 <= count; i += 2, border += 2) {
+        const FloatPair y = roundedPair(values + i);
+        store(border, FourFloats{float(first + i), y[0], float(first + i + 1), y[1]});
+    }
+    if (i < count)
+        border[0] = {float(first + i), float(values[i])};
+}
+
+void writeSegments(const double *values, int first, int count, SPointVertex *ends)
+{
+    for (int i = 0; i < count; ++i, ends += 2) {
+        const FloatPair y = roundedPair(values + i);
+        store(ends, FourFloats{float(first + i), y[0], float(first + i + 1), y[1]});
+    }
+}
+
+void writeHResVertices(const double *pairs, const double *edges, int count, SHResVertex *corners)
+{
+    float leftMost = float(edges[0]);
+    float leftLeast = float(edges[0] - double(leftMost));
+    for (int bar = 0; bar < count; ++bar, corners += 4) {
+        const double right = edges[bar + 1];
+        const float rightMost = float(right);
+        const float rightLeast = float(right - double(rightMost));
+        const float value = float(pairs[2 * bar + 1]);
+        auto *floats = reinterpret_cast<char *>(corners);
+        store(floats, FourFloats{leftMost, leftLeast, 0.0f, rightMost});
+        store(floats + 16, FourFloats{rightLeast, 0.0f, leftMost, leftLeast});
+        store(floats + 32, FourFloats{value, rightMost, rightLeast, value});
+        leftMost = rightMost;
+        leftLeast = rightLeast;
+    }
+}
+
+void appendBarIndices(QVector<uint> &indices, int first, int end)
+{
+    while (first < end) {
+        const int portionEnd = std::min(first + seriesPortion, end);
+        uint *index = portionAt(indices, indices.size(), 6 * (portionEnd - first));
+        for (; first < portionEnd; ++first, index += 6) {
+            const uint corner = 4u * uint(first);
+            index[0] = corner + 1;
+            index[1] = corner + 2;
+            index[2] = corner;
+            index[3] = corner + 1;
+            index[4] = corner + 2;
+            index[5] = corner + 3;
+        }
+    }
+}
+
+void appendBarNumbers(QVector<float> &numbers, int first, int end)
+{
+    while (first < end) {
+        const int portionEnd = std::min(first + seriesPortion, end);
+        float *number = portionAt(numbers, numbers.size(), 4 * (portionEnd - first));
+        for (; first < portionEnd; ++first, number += 4) {
+            number[0] = number[2] = float(first);
+            number[1] = number[3] = float(first + 1);
+        }
+    }
+}

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "gl/BarShaders.h"
+#include "gl/OwnProgram.h"
+
+/// The process-wide variant of the bar program. Any thread.
+int barShaderMode();
+
+/// The current context's bar program, shared by all bar plotters. Render thread.
+OwnProgram &barProgram();
+
+/// Chooses the variant and links the program. Render thread.
+bool constructBarProgram(OwnProgram &program);

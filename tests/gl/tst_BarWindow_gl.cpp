@@ -1,0 +1,219 @@
+// SPDX-License-Identifier: MIT
+#include "geometry/VisibleBars.h"
+#include "gl/BarProgram.h"
+#include "gl/BarWindow.h"
+#include "gl/PixelRow.h"
+#include "plotters/BarPlotter.h"
+#include "tests/support/OffscreenGL.h"
+#include "tests/support/RandomSeries.h"
+
+#include <QtTest>
+
+#include <QOpenGLFunctions>
+#include <QOpenGLShaderProgram>
+
+#include <memory>
+
+// Leaving out bars that nobody can see must change no pixel: every picture here is compared with one for which all bars
+// were drawn. The colour is half transparent, so that a bar drawn twice would show, too.
+
+namespace {
+
+/// What the plotter set for its last draw.
+float uniform(OffscreenGL &gl, const char *name)
+{
+    const QOpenGLShaderProgram &program = barProgram().program();
+    GLfloat value = 0.0f;
+    gl.gl().glGetUniformfv(program.programId(), program.uniformLocation(name), &value);
+    return value;
+}
+
+QSurfaceFormat dialect(const QByteArray &name)
+{
+    QSurfaceFormat format;
+    if (name == "es") {
+        format.setRenderableType(QSurfaceFormat::OpenGLES);
+        format.setVersion(2, 0);
+    } else if (name == "2.1") {
+        format.setVersion(2, 1);
+    }
+    return format;
+}
+
+} // namespace
+
+class tst_BarWindow_gl : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aLongSeriesIsDrawnAsIfAllBarsWere_data();
+    void aLongSeriesIsDrawnAsIfAllBarsWere();
+    void aShortSeriesCouldBeDrawnByParts();
+    void valuesThatAreNotFiniteAreAllDrawn();
+    void aLongSeriesNeedsNoBuffersOfItsLength();
+    void whatWasDrawnLastIsNotUploadedAgain();
+    void aSeriesMayGrowLongAndShortAgain();
+
+private:
+    void open(const QSize &size, const QByteArray &name = {})
+    {
+        m_plotter.reset();
+        m_gl.reset();
+        m_gl = std::make_unique<OffscreenGL>(size, dialect(name));
+        QVERIFY(m_gl->isValid());
+        m_plotter = std::make_unique<BarPlotter>();
+        m_plotter->setColor(QColor(10, 200, 250, 128));
+    }
+
+    void show(const QVector<double> &series)
+    {
+        m_plotter->setPlotterArea(QRectF(0.0, 0.0, series.size(), 1.0));
+        m_plotter->setData(series);
+        m_plotter->synchronize();
+    }
+
+    QImage drawn(const QRectF &view)
+    {
+        return m_gl->picture([&] { m_plotter->drawFrame(view); });
+    }
+
+    /// The same uniforms, but bars of the test's choice.
+    QImage drawnBars(const QVector<double> &series, const QRectF &view, const QVector<SBarRange> &bars)
+    {
+        return m_gl->picture([&] {
+            m_plotter->drawFrame(view);
+            m_gl->gl().glClear(GL_COLOR_BUFFER_BIT);
+            BarWindow window;
+            window.draw(series, bars, barProgram().program(), m_gl->gl());
+        });
+    }
+
+    QVector<SBarRange> visible(int count)
+    {
+        const SBarRow row{uniform(*m_gl, "screen_x"), uniform(*m_gl, "screen_dx"), 0, count};
+        return barsOnPixelCentres(row, currentPixelRow(m_gl->gl()));
+    }
+
+    std::unique_ptr<OffscreenGL> m_gl;
+    std::unique_ptr<BarPlotter> m_plotter;
+};
+
+void tst_BarWindow_gl::aLongSeriesIsDrawnAsIfAllBarsWere_data()
+{
+    QTest::addColumn<QByteArray>("context");
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("count");
+    QTest::addColumn<int>("views");
+    QTest::newRow("100 pixels") << QByteArray() << 100 << 60'000 << 30;
+    QTest::newRow("97 pixels") << QByteArray() << 97 << 20'011 << 40;
+    QTest::newRow("1000 pixels") << QByteArray() << 1000 << 100'000 << 6;
+    QTest::newRow("a million bars") << QByteArray() << 500 << 1'000'000 << 2;
+    QTest::newRow("OpenGL ES 2") << QByteArray("es") << 128 << 60'000 << 20;
+    QTest::newRow("OpenGL 2.1") << QByteArray("2.1") << 101 << 60'000 << 20;
+}
+
+void tst_BarWindow_gl::aLongSeriesIsDrawnAsIfAllBarsWere()
+{
+    QFETCH(QByteArray, context);
+    QFETCH(int, width);
+    QFETCH(int, count);
+    QFETCH(int, views);
+    open(QSize(width, 60), context);
+    RandomSeries random(quint64(width + count));
+    QVector<double> series;
+    for (int i = 0; i < count; ++i)
+        series << random.real(-0.3, 1.0) * (random.oneIn(50) ? 0.0 : 1.0);
+    show(series);
+    int selected = 0;
+    for (int i = 0; i < views; ++i) {
+        const double part = i == 0 ? 1.0 : std::pow(10.0, random.real(-1.5, 0.1));
+        const double left = i == 0 ? 0.0 : random.real(-0.1, 1.0 - 0.5 * part);
+        const QRectF view(left * count, 0.0, part * count, 1.05);
+        const QImage all = drawnBars(series, view, {{0, count}});
+        selected += visible(count).isEmpty() ? 0 : 1;
+        QCOMPARE(drawn(view), all);
+    }
+    QVERIFY(selected > views / 3); // there was something to leave out
+}
+
+void tst_BarWindow_gl::aShortSeriesCouldBeDrawnByParts()
+{
+    open(QSize(100, 60));
+    RandomSeries random(5);
+    for (int round = 0; round < 20; ++round) {
+        const int count = random.whole(1'000, BarPlotter::wholeSeries);
+        QVector<double> series;
+        for (int i = 0; i < count; ++i)
+            series << random.real(0.0, 1.0);
+        show(series);
+        const QRectF view(random.real(-0.1, 0.3) * count, 0.0, random.real(0.4, 1.2) * count, 1.05);
+        const QImage whole = drawn(view);
+        QCOMPARE(drawnBars(series, view, {{0, count}}), whole);
+        const QVector<SBarRange> few = visible(count);
+        if (!few.isEmpty())
+            QCOMPARE(drawnBars(series, view, few), whole);
+    }
+}
+
+void tst_BarWindow_gl::valuesThatAreNotFiniteAreAllDrawn()
+{
+    open(QSize(100, 60));
+    constexpr int count = 20'000;
+    for (const double strange : {std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
+                                 std::numeric_limits<double>::quiet_NaN(), 1e300}) {
+        QVector<double> series(count, 0.5);
+        for (int i = 0; i < count; i += 997)
+            series[i] = strange;
+        show(series);
+        const QRectF view(0.0, 0.0, count, 1.05);
+        QCOMPARE(drawn(view), drawnBars(series, view, {{0, count}}));
+    }
+}
+
+void tst_BarWindow_gl::aLongSeriesNeedsNoBuffersOfItsLength()
+{
+    open(QSize(100, 60));
+    constexpr int count = 1'000'000;
+    show(QVector<double>(count, 0.5));
+    const QImage picture = drawn({0.0, 0.0, count, 1.0});
+    QCOMPARE(picture.pixelColor(50, 10), QColor(0, 0, 0));
+    QVERIFY(picture.pixelColor(50, 50) != QColor(0, 0, 0));
+    int bytes = 0;
+    for (const int size : m_gl->bufferSizes())
+        bytes += size;
+    QVERIFY2(bytes < 2'000'000, QByteArray::number(bytes));
+}
+
+void tst_BarWindow_gl::whatWasDrawnLastIsNotUploadedAgain()
+{
+    open(QSize(100, 60));
+    QVector<double> series(20'000, 0.5);
+    show(series);
+    const QRectF view(0.0, 0.0, 20'000.0, 1.0);
+    const QImage once = drawn(view);
+    QCOMPARE(drawn(view), once);
+    series.fill(0.25);
+    show(series); // of the same length, in the same view
+    const QImage lower = drawn(view);
+    QVERIFY(lower != once);
+    series.fill(0.5);
+    show(series);
+    QCOMPARE(drawn(view), once);
+}
+
+void tst_BarWindow_gl::aSeriesMayGrowLongAndShortAgain()
+{
+    open(QSize(100, 60));
+    const auto pictureOf = [&](int count) {
+        show(QVector<double>(count, 0.5));
+        return drawn({0.0, 0.0, double(count), 1.0});
+    };
+    const QImage reference = pictureOf(100);
+    for (const int count : {BarPlotter::wholeSeries + 1, 10, BarPlotter::wholeSeries, 50'000, 100})
+        QCOMPARE(pictureOf(count), reference);
+    QCOMPARE(pictureOf(0).pixelColor(50, 50), QColor(0, 0, 0));
+}
+
+QTEST_MAIN(tst_BarWindow_gl)
+#include "tst_BarWindow_gl.moc"
