@@ -38,7 +38,7 @@ Item {
     /// recalcWidth() once both charts know their rectangles, unless somebody chose what the strip shows.
     function firstRecalc() {
         const isWhole = navigator.zoomRect.x === navigator.chartRect.x && navigator.zoomRect.width === navigator.chartRect.width;
-        if (isWhole && !navigator.fitPending)
+        if (isWhole && !firstFit.isPending)
             recalcWidth();
 
     }
@@ -46,7 +46,7 @@ Item {
     clip: true
     onWidthChanged: recalcWidth()
 
-    FittedChart {
+    ChartArea {
         id: navigator
 
         property real minWidth: 75
@@ -71,7 +71,13 @@ Item {
 
         anchors.fill: parent
         adaptChartHeight: false
-        onFitPendingChanged: root.firstRecalc()
+        onChartRectChanged: firstFit.fit(navigator)
+    }
+
+    FirstFit {
+        id: firstFit
+
+        onIsPendingChanged: root.firstRecalc()
     }
 
     Rectangle {
@@ -236,31 +242,31 @@ Item {
         color: Material.color(Material.Grey, Material.Shade300)
     }
 
-    /// A chart area starts with the first unit of its data. This one shows all of it, once: when it gets another
+    /// A chart area starts with the first unit of its data. This makes it show all of it, once: when it gets another
     /// rectangle than the one it starts with, and nobody has chosen a zoom before.
-    component FittedChart: ChartArea {
-        property bool fitPending: true
+    component FirstFit: QtObject {
+        property bool isPending: true
 
         function isUnit(x, width) {
             return x === 0 && width === 1;
         }
 
-        function fit() {
-            if (!fitPending || isUnit(chartRect.x, chartRect.width))
+        /// To be called whenever the chart's rectangle changes.
+        function fit(chart) {
+            if (!isPending || isUnit(chart.chartRect.x, chart.chartRect.width))
                 return ;
 
             // The chart may have cut the zoom it starts with before this is called.
-            if (isUnit(zoomRect.x, zoomRect.width) || zoomIsCutUnit())
-                resetZoomView();
+            if (isUnit(chart.zoomRect.x, chart.zoomRect.width) || isCutUnit(chart.zoomRect, chart.chartRect))
+                chart.resetZoomView();
 
-            fitPending = false;
+            isPending = false;
         }
 
-        function zoomIsCutUnit() {
-            return zoomRect.x === Math.max(chartRect.left, 0) && zoomRect.right === Math.min(chartRect.right, 1);
+        function isCutUnit(zoom, whole) {
+            return zoom.x === Math.max(whole.left, 0) && zoom.right === Math.min(whole.right, 1);
         }
 
-        onChartRectChanged: fit()
     }
 
     /// Draws a chart once more after its zoom came to rest: requests inside its interval are dropped.

@@ -116,7 +116,7 @@ Item {
             scale: capture.upsize
             transformOrigin: Item.TopLeft
 
-            NavigatorBar.FittedChart {
+            ChartArea {
                 id: chartArea
 
                 /// Shows the part between two pixels.
@@ -126,7 +126,7 @@ Item {
                     zoomRect = Qt.rect(x1, zoomRect.y, x2 - x1, zoomRect.height);
                 }
 
-                onFitPendingChanged: navBar.firstRecalc()
+                onChartRectChanged: firstFit.fit(chartArea)
 
                 anchors {
                     top: parent.top
@@ -139,6 +139,12 @@ Item {
                     bottomMargin: place.belowChart * place.shrinkY
                 }
 
+            }
+
+            NavigatorBar.FirstFit {
+                id: firstFit
+
+                onIsPendingChanged: navBar.firstRecalc()
             }
 
             LinearYAxis {
