@@ -21,7 +21,7 @@ class AreaPlotter : public IPlotter1D
     Q_PROPERTY(QColor borderColor READ borderColor WRITE setBorderColor NOTIFY borderColorChanged)
     /// Deliberate: a border that was off in a frame stays off.
     Q_PROPERTY(bool borderEnable READ borderEnable WRITE setBorderEnable NOTIFY borderEnableChanged)
-    /// Whether the fill runs from gradientColor at value 0 to color at the top of the view. Seen with the next frame.
+    /// Whether the fill runs from gradientColor at the bottom of the view to color at its top. Seen with the next frame.
     Q_PROPERTY(bool enableGradient READ enableGradient WRITE setEnableGradient NOTIFY enableGradientChanged)
     Q_PROPERTY(QColor gradientColor READ gradientColor WRITE setGradientColor NOTIFY gradientColorChanged)
 
