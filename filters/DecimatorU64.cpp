@@ -24,6 +24,7 @@ void DecimatorU64::setChartArea(IChartArea *chartArea)
         connect(chartArea, &QQuickItem::widthChanged, this, &DecimatorU64::updateLevel, onceOnly);
     if (auto *zoomable = qobject_cast<ChartArea *>(chartArea))
         connect(zoomable, &ChartArea::zoomRectChanged, this, &DecimatorU64::updateLevel, onceOnly);
+    finishWhenAtRest();
     emit chartAreaChanged();
 }
 
@@ -37,12 +38,17 @@ bool DecimatorU64::_filter_func(const QVector<double> &data)
     if (isInput(data))
         return false;
     setInput(QVector<double>(data)); // `data` may be one of the levels
-    constexpr int restMs = 50;       // two frames of a stream
-    if (m_chartArea && m_builder.isUnfinished() && QAbstractEventDispatcher::instance())
-        m_rest.start(restMs, this);
+    finishWhenAtRest();
     const QPointer<DecimatorU64> alive(this);
     updateLevel();
     return alive;
+}
+
+void DecimatorU64::finishWhenAtRest()
+{
+    constexpr int restMs = 50; // two frames of a stream
+    if (m_chartArea && m_builder.isUnfinished() && QAbstractEventDispatcher::instance())
+        m_rest.start(restMs, this);
 }
 
 void DecimatorU64::timerEvent(QTimerEvent *event)

@@ -11,11 +11,13 @@
 /// Publishes its input at the resolution of a chart: of a pyramid of maxima, the level whose bins are about a pixel
 /// wide.
 ///
-/// Zooming or resizing the chart publishes another level, which costs no computation. Without a chart area, the input
-/// itself is published. An empty series is ignored: the node publishes what it has once more. GUI thread.
+/// Zooming or resizing the chart publishes another level. Without a chart area, the input itself is published. An empty
+/// series is ignored: the node publishes what it has once more. GUI thread.
 ///
-/// Of a series of a million values or more, what is not published is built by a thread in the background when no other
-/// series has come for 50 ms; a change of the level before costs what is missing.
+/// A series of less than 2^20 values has all its levels at once. Of a longer one, the levels with 256 values to a bin
+/// or more are built when the first of them is published. A background thread builds the finer ones once the node has
+/// had both a chart area and no new series for 50 ms. A zoom that needs a level before it is built waits for it; later
+/// ones compute nothing.
 class DecimatorU64 : public Filter1D, public DecimatorFilter<double>
 {
     Q_OBJECT
@@ -43,6 +45,7 @@ protected:
 
 private:
     void updateLevel();
+    void finishWhenAtRest();
 
     Link<IChartArea> m_chartArea;
     QBasicTimer m_rest; ///< runs while the next series may come before the present one is worth more work

@@ -127,6 +127,7 @@ private slots:
     void aLongSeriesIsExactOnEveryLevel();
     void aStreamBuildsOnlyWhatIsShown();
     void atRestTheOtherLevelsAreBuilt();
+    void aChartThatComesAfterTheSeriesHasTheOtherLevelsBuilt();
 
     void aNewChartMovesTheLevelAtItsNextChange();
     void aFormerChartStillUpdatesTheLevel();
@@ -450,6 +451,21 @@ void tst_DecimatorU64::atRestTheOtherLevelsAreBuilt()
     bool built = false;
     for (const int rest : {100, 1000, 10000}) {
         node.setData(QVector<double>(longSize, rest));
+        QTest::qWait(built ? 0 : rest);
+        built = built || node.hasFineLevels();
+    }
+    QVERIFY(built);
+}
+
+void tst_DecimatorU64::aChartThatComesAfterTheSeriesHasTheOtherLevelsBuilt()
+{
+    bool built = false;
+    for (const int rest : {100, 1000, 10000}) {
+        LongNode node;
+        node.setChartArea(nullptr);
+        node.setData(QVector<double>(longSize, rest));
+        QVERIFY(!node.hasFineLevels()); // without a chart nothing but the series is published
+        node.setChartArea(&node.chart());
         QTest::qWait(built ? 0 : rest);
         built = built || node.hasFineLevels();
     }
