@@ -4,6 +4,7 @@
 #include "chart/ChartRenderer.h"
 #include "common/Change.h"
 
+#include <QDebug>
 #include <QMetaObject>
 #include <QPointer>
 #include <QThread>
@@ -107,16 +108,41 @@ void IChartArea::removePlotter(IPlotter *plotter)
 
 void IChartArea::requestUpdate()
 {
-    constexpr int deepestRequest = 4; // fitting requests again; a fit that never settles must not recurse for ever
-    if (m_requestDepth >= deepestRequest || dropsRequest())
+    constexpr int deepestRequest = 8; // a fit requests again, and so do its handlers: this much may go on the stack
+    if (dropsRequest())
         return;
+    if (m_requestDepth == deepestRequest) {
+        m_fitAgain = true; // when the handlers of the deepest one have returned
+        return;
+    }
+    if (m_requestDepth == 0)
+        m_fits = 0;
     const QPointer<IChartArea> alive(this);
     ++m_requestDepth;
-    updateChartRect();
-    if (!alive)
-        return;
+    do {
+        m_fitAgain = false;
+        if (mayFit())
+            updateChartRect();
+        if (!alive)
+            return;
+    } while (m_fitAgain);
     --m_requestDepth;
     scheduleFrame();
+}
+
+bool IChartArea::mayFit()
+{
+    constexpr int mostFits = 100; // of the same plotters, in one request
+    if (m_fits == 0 || m_plotters.items().size() > m_fittedPlotters) {
+        m_fits = 0;
+        m_fittedPlotters = int(m_plotters.items().size());
+    }
+    if (++m_fits <= mostFits)
+        return true;
+    m_fits = mostFits;
+    if (change(m_unsettledReported, true))
+        qWarning() << "IChartArea: chartRect never settles: each fit makes something change the plotters or the zoom";
+    return false;
 }
 
 bool IChartArea::dropsRequest()

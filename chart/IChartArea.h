@@ -107,6 +107,7 @@ private:
     using PlotterHandle = std::shared_ptr<RenderHandle<IPlotter>>;
 
     bool dropsRequest();
+    bool mayFit();
     void scheduleFrame();
     QRectF unitedPlotterAreas() const;
 
@@ -122,8 +123,12 @@ private:
     QElapsedTimer m_updateTimer; ///< since the last accepted request
     uint m_updateIntervalMs = 25;
     int m_requestDepth = 0;
-    bool m_synchronizing = false; ///< the scene graph is inside syncPlotters()
-    QRectF m_frameView;           ///< render thread: the view rectangle of the frame
+    bool m_fitAgain = false;          ///< a request came that was nested too deep
+    int m_fits = 0;                   ///< since the outermost request, the last frame, or the last new plotter
+    int m_fittedPlotters = 0;         ///< the most that there were since
+    bool m_unsettledReported = false; ///< once per area: it would come with every request
+    bool m_synchronizing = false;     ///< the scene graph is inside syncPlotters()
+    QRectF m_frameView;               ///< render thread: the view rectangle of the frame
     std::shared_ptr<RenderHandle<IChartArea>> m_renderHandle;
     Anchor m_anchor;
 };

@@ -25,6 +25,7 @@ void IChartArea::syncPlotters()
     m_synchronizing = true;
     updateChartRect();
     m_synchronizing = false;
+    m_fits = 0; // a request may be under way: a handler of it runs an event loop
     updateRenderLayers();
     m_renderHandle->use([this](IChartArea &) { m_frameView = viewRect(); });
 }

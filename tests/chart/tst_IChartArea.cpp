@@ -84,6 +84,11 @@ private slots:
     void notANumberAndInfinityEndTheNestedRequests_data();
     void notANumberAndInfinityEndTheNestedRequests();
     void aHandlerThatRequestsForEverIsCutOff();
+    void aHandlerMayAddAnyNumberOfPlottersOneByOne_data();
+    void aHandlerMayAddAnyNumberOfPlottersOneByOne();
+    void aHandlerSeesTheRectangleThatItsRequestFitted();
+    void aFitThatNeverSettlesIsReportedOnce();
+    void anEventLoopInAHandlerDoesNotUseUpTheRequests();
 
     void mapPointPutsTheOriginAtTheBottomLeft();
     void mapPointRejectsWhatLiesOutsideAndKeepsTheBorder();
@@ -617,10 +622,101 @@ void tst_IChartArea::aHandlerThatRequestsForEverIsCutOff()
         plotter.setPlotterArea({0.0, 0.0, 1.0, ++height}); // requests from within
     });
     plotter.setPlotterArea({0.0, 0.0, 1.0, ++height});
-    QVERIFY(area.fits > 1 && area.fits < 10);
+    QVERIFY(area.fits > 1 && area.fits < 1000);
     const int before = area.fits;
     area.requestUpdate();
     QVERIFY(area.fits > before); // and goes on working
+    QCOMPARE(m_log->messages().size(), 1);
+    m_log->clear();
+}
+
+void tst_IChartArea::aHandlerMayAddAnyNumberOfPlottersOneByOne_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::newRow("ten") << 10;
+    QTest::newRow("a thousand") << 1000;
+}
+
+void tst_IChartArea::aHandlerMayAddAnyNumberOfPlottersOneByOne()
+{
+    QFETCH(int, count);
+    IChartArea area;
+    area.setUpdateIntervalMs(0);
+    std::vector<ProbePlotter> plotters(count);
+    connect(&area, &IChartArea::chartRectChanged, [&] {
+        const int next = int(area.plotter().size());
+        if (next == count)
+            return;
+        plotters[next].setPlotterArea({0.0, 0.0, 1.0, next + 2.0});
+        area.addPlotter(&plotters[next]);
+    });
+    area.requestUpdate();
+    QCOMPARE(int(area.plotter().size()), count);
+    QCOMPARE(area.chartRect(), QRectF(0.0, 0.0, 1.0, (count + 1) * 1.05));
+}
+
+void tst_IChartArea::aHandlerSeesTheRectangleThatItsRequestFitted()
+{
+    IChartArea area;
+    ProbePlotter plotter;
+    area.setUpdateIntervalMs(0);
+    area.addPlotter(&plotter);
+    QVector<double> heights;
+    connect(&area, &IChartArea::chartRectChanged, [&] {
+        if (heights.size() == 6)
+            return;
+        heights.append(area.chartRect().height());
+        plotter.setPlotterArea({0.0, 0.0, 1.0, heights.size() * 10.0});
+        QCOMPARE(area.chartRect().height(), 60.0 * 1.05); // set by the innermost of six
+    });
+    plotter.setPlotterArea({0.0, 0.0, 1.0, 5.0});
+    QCOMPARE(heights.size(), 6);
+}
+
+void tst_IChartArea::aFitThatNeverSettlesIsReportedOnce()
+{
+    CountingArea area;
+    area.setUpdateIntervalMs(0);
+    double height = 1.0;
+    ProbePlotter plotter;
+    area.addPlotter(&plotter);
+    connect(&area, &IChartArea::chartRectChanged, [&] {
+        plotter.setPlotterArea({0.0, 0.0, 1.0, ++height});
+        plotter.setPlotterArea({0.0, 0.0, 1.0, ++height}); // two each time: no tree of requests grows from it
+    });
+    for (int i = 0; i < 10; ++i) {
+        area.fits = 0;
+        area.requestUpdate();
+        plotter.setPlotterArea({0.0, 0.0, 1.0, ++height});
+        QVERIFY(area.fits < 1000);
+    }
+    const QStringList messages = m_log->messages();
+    m_log->clear();
+    QCOMPARE(messages.size(), 1);
+    QVERIFY2(messages.first().contains("chartRect"), qPrintable(messages.first()));
+}
+
+void tst_IChartArea::anEventLoopInAHandlerDoesNotUseUpTheRequests()
+{
+    CountingArea area;
+    area.setUpdateIntervalMs(0);
+    ProbePlotter plotter;
+    area.addPlotter(&plotter);
+    bool inside = false;
+    connect(&area, &IChartArea::chartRectChanged, [&] { // as if it opened a dialog, while data go on streaming in
+        if (inside)
+            return;
+        inside = true;
+        for (int frame = 1; frame <= 1000; ++frame) {
+            plotter.setPlotterArea({0.0, 0.0, 1.0, double(frame)});
+            area.syncPlotters();
+            QCOMPARE(area.chartRect().height(), frame * 1.05);
+        }
+    });
+    plotter.setPlotterArea({0.0, 0.0, 1.0, 7000.0});
+    QVERIFY(inside);
+    area.requestUpdate();
+    QCOMPARE(area.chartRect().height(), 1000 * 1.05);
 }
 
 // coordinates
