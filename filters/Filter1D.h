@@ -84,8 +84,6 @@ protected:
     const QVector<double> &originalData() const;
     /// The number of (width, value) pairs of the node's own series.
     int size2D() const;
-    /// The node that last adopted this one, null when it is gone.
-    const Filter1D *parentFilter() const { return m_parentFilter; }
     /// Takes the node out of everybody's reach. First statement of every derived destructor.
     void withdraw();
 
@@ -101,7 +99,11 @@ private:
 
     LinkList<Filter1D, QVector<Filter1D *>> m_filters;
     LinkList<IPlotter1D, QVector<IPlotter1D *>> m_plotters;
-    QPointer<const Filter1D> m_parentFilter;
+
+protected:
+    QPointer<const Filter1D> m_parentFilter; ///< the node that last adopted this one, null when it is gone
+
+private:
     uint m_publication = 0; ///< counts; a publication that finds a newer one stops delivering
     uint m_spreading = 0;   ///< the same for areas
     int m_publicationDepth = 0;

@@ -44,8 +44,8 @@ void FixedDecimator2D::setNumPoint(int numPoint)
     if (!change(m_numPoint, std::min(std::max(numPoint, 1), maximumPoints)))
         return;
     const QPointer<FixedDecimator2D> alive(this);
-    if (parentFilter())
-        setData(QVector<double>(parentFilter()->data()));
+    if (m_parentFilter)
+        setData(QVector<double>(m_parentFilter->data()));
     if (alive)
         emit numPointChanged();
 }

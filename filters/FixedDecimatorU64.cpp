@@ -20,14 +20,14 @@ FixedDecimatorU64::~FixedDecimatorU64()
 void FixedDecimatorU64::setNumPoint(int numPoint)
 {
     int highest = maximumPoints;
-    if (parentFilter() && !parentFilter()->data().isEmpty())
-        highest = std::min(highest, parentFilter()->data().size());
+    if (m_parentFilter && !m_parentFilter->data().isEmpty())
+        highest = std::min(highest, m_parentFilter->data().size());
     if (!change(m_numPoint, std::min(std::max(numPoint, 1), highest)))
         return;
     m_data = QVector<double>(m_numPoint, 0.0);
     const QPointer<FixedDecimatorU64> alive(this);
-    if (parentFilter())
-        setData(QVector<double>(parentFilter()->data()));
+    if (m_parentFilter)
+        setData(QVector<double>(m_parentFilter->data()));
     if (alive)
         emit numPointChanged();
 }

@@ -71,8 +71,8 @@ void MinimalWidth2D::setMergeWidth(double mergeWidth)
         return;
     m_mergeWidth = mergeWidth;
     const QPointer<MinimalWidth2D> alive(this);
-    if (parentFilter())
-        setData(QVector<double>(parentFilter()->data()));
+    if (m_parentFilter)
+        setData(QVector<double>(m_parentFilter->data()));
     if (alive)
         emit mergeWidthChanged();
 }

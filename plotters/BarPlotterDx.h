@@ -46,7 +46,7 @@ private:
     int barCount() const { return m_data.size() / 2; }
     double __dx_from_to(int from, int to) const;
     const BarEdges &edgesFrom(double start) const;
-    void __update_draw_index(const QRectF &viewArea);
+    void __update_draw_index();
 
     QVector<SHResVertex> m_vertexArray; ///< four per number, that is twice what the bars use; the rest is zero
     QVector<uint> m_indexArray;         ///< six per number; never shrinks

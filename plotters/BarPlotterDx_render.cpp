@@ -13,10 +13,10 @@ void BarPlotterDx::sync_buffers()
 
 // called by draw(): render thread, GUI thread running
 
-void BarPlotterDx::__update_draw_index(const QRectF &viewArea)
+void BarPlotterDx::__update_draw_index()
 {
     const QRectF &extent = frame().plotterArea;
-    const QRectF shown = extent.intersected(viewArea);
+    const QRectF shown = extent.intersected(m_shownView);
     // From the plotter's left edge, where the corners are exact too, however far that lies from the origin.
     const SBarRange range = m_shownEdges.barsBetween(shown.left() - extent.left(), shown.right() - extent.left());
     m_drawStart = range.first;
@@ -27,7 +27,7 @@ void BarPlotterDx::_fetch_render_layers(QVector<SRenderLayerDefinition> &layers,
 {
     constexpr int indicesPerBar = 6;
     m_shownView = viewArea;
-    __update_draw_index(viewArea);
+    __update_draw_index();
     if (layers.isEmpty()) {
         SRenderLayerDefinition bars;
         bars.programName = QStringLiteral("hresbar");

@@ -25,8 +25,8 @@ public:
     using Filter1D::__start_index;
     using Filter1D::_filter_func;
     using Filter1D::Filter1D;
+    using Filter1D::m_parentFilter;
     using Filter1D::originalData;
-    using Filter1D::parentFilter;
     using Filter1D::size2D;
     ~Node() override { withdraw(); }
 
@@ -337,7 +337,7 @@ void tst_Filter1D::aNewChildGetsIdentifierAreaAndSeriesInThisOrder()
     QCOMPARE(child.dataID(), root.dataID());
     QCOMPARE(child.area(), root.area());
     COMPARE_BITS(child.data(), root.data());
-    QCOMPARE(child.parentFilter(), &root);
+    QCOMPARE(child.m_parentFilter.data(), &root); // where setters of derived classes look
     QCOMPARE(dataChanges.size(), 0);
 }
 

@@ -97,7 +97,9 @@ void tst_PluginExports::theClassesAreThereInFull()
                                "BarPlotterDx::declareArributeArray()",
                                "BarPlotterDx::__update_vertex()",
                                "BarPlotterDx::__update_index()",
-                               "BarPlotterDx::_fetch_attribute_data(int const&) const"})
+                               "BarPlotterDx::_fetch_attribute_data(int const&) const",
+                               "BarPlotterDx::__dx_from_to(int, int) const",
+                               "BarPlotterDx::__update_draw_index()"})
         QVERIFY2(symbols.contains(symbol), symbol);
 }
 
