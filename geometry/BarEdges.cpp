@@ -8,7 +8,7 @@ BarEdges BarEdges::of(const QVector<double> &pairs, double start)
     return of(pairs, start, [](int, int, const double *) {});
 }
 
-SBarRange BarEdges::barsBetween(double left, double right) const
+SIndexRange BarEdges::barsBetween(double left, double right) const
 {
     Edge begin = firstEdge();
     if (m_ascending)

@@ -1,18 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "geometry/SIndexRange.h"
+
 #include <QVector>
 
 #include <algorithm>
-
-/// A range of bars: from `first` to one before `end`.
-struct SBarRange
-{
-    int first = 0;
-    int end = 0;
-
-    friend bool operator==(const SBarRange &a, const SBarRange &b) { return a.first == b.first && a.end == b.end; }
-};
 
 /// The positions of bars of individual widths that follow each other: bar k lies between edge k and edge k + 1, and
 /// edge k is the position of edge 0 and the widths of the bars before k, added in order.
@@ -45,7 +38,7 @@ public:
 
     /// The bars that lie in [left, right]: from the one that contains `left` to the one that contains `right`. What a
     /// scan over all edges finds, and found in logarithmic time unless a width is negative or NaN.
-    SBarRange barsBetween(double left, double right) const;
+    SIndexRange barsBetween(double left, double right) const;
     /// The first edge that does not lie before x, barCount() if all do. Found as fast.
     int edgeAtOrBeyond(double x) const;
     /// The largest value of the bars from `first` to one before `end`, and 0.0.

@@ -35,7 +35,7 @@ bool isWorthIt(double bars, double doubt, const SPixelRow &pixels)
 class Ranges
 {
 public:
-    explicit Ranges(const SBarRange &limits) : m_limits(limits) {}
+    explicit Ranges(const SIndexRange &limits) : m_limits(limits) {}
 
     void add(int first, int end)
     {
@@ -48,16 +48,16 @@ public:
         else
             m_ranges.last().end = std::max(m_ranges.last().end, end);
     }
-    QVector<SBarRange> take() { return std::move(m_ranges); }
+    QVector<SIndexRange> take() { return std::move(m_ranges); }
 
 private:
-    SBarRange m_limits;
-    QVector<SBarRange> m_ranges;
+    SIndexRange m_limits;
+    QVector<SIndexRange> m_ranges;
 };
 
 } // namespace
 
-QVector<SBarRange> barsOnPixelCentres(const SBarRow &bars, const SPixelRow &pixels)
+QVector<SIndexRange> barsOnPixelCentres(const SBarRow &bars, const SPixelRow &pixels)
 {
     const double step = double(bars.step);
     const double start = double(bars.start);
@@ -77,8 +77,8 @@ QVector<SBarRange> barsOnPixelCentres(const SBarRow &bars, const SPixelRow &pixe
     return ranges.take();
 }
 
-QVector<SBarRange> barsOnPixelCentres(const BarEdges &edges, const SBarRange &inView, const SShownPart &shown,
-                                      const SPixelRow &pixels)
+QVector<SIndexRange> barsOnPixelCentres(const BarEdges &edges, const SIndexRange &inView, const SShownPart &shown,
+                                        const SPixelRow &pixels)
 {
     constexpr double splitRounding = 1.0 / (1ll << 46); // of a position: what its two parts together lose
     const double unitsPerPixel = shown.width / pixels.count;
@@ -94,7 +94,7 @@ QVector<SBarRange> barsOnPixelCentres(const BarEdges &edges, const SBarRange &in
         const double centre = pixel + 0.5;
         const double left = shown.left + (centre - doubt) * unitsPerPixel;
         const double right = shown.left + (centre + doubt) * unitsPerPixel;
-        const SBarRange touched = edges.barsBetween(left, right);
+        const SIndexRange touched = edges.barsBetween(left, right);
         ranges.add(touched.first - 1, touched.end + 1);
     }
     return ranges.take();

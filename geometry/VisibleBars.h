@@ -38,8 +38,8 @@ struct SShownPart
 
 /// The bars that may cover the centre of a pixel, in ascending order. None when that is not known well enough, or when
 /// it would not be worth it: then all have to be drawn.
-QVector<SBarRange> barsOnPixelCentres(const SBarRow &bars, const SPixelRow &pixels);
+QVector<SIndexRange> barsOnPixelCentres(const SBarRow &bars, const SPixelRow &pixels);
 
 /// The same for the bars in `inView` of bars of individual widths, whose positions the shader gets in two parts.
-QVector<SBarRange> barsOnPixelCentres(const BarEdges &edges, const SBarRange &inView, const SShownPart &shown,
-                                      const SPixelRow &pixels);
+QVector<SIndexRange> barsOnPixelCentres(const BarEdges &edges, const SIndexRange &inView, const SShownPart &shown,
+                                        const SPixelRow &pixels);

@@ -11,7 +11,7 @@
 
 namespace {
 
-using Visit = std::function<void(const SBarRange &)>;
+using Visit = std::function<void(const SIndexRange &)>;
 
 /// A rounding to single precision loses at most 2^-24 of a number. This allows for four of them in a row.
 constexpr double singleRounding = 1.0 / (1 << 22);
@@ -100,7 +100,7 @@ int firstOutside(const double *values, int from, int end, const SInterval &inter
 class LinePass
 {
 public:
-    LinePass(const double *values, const SBarRange &points, const SLinePlace &place, const SLineTarget &target,
+    LinePass(const double *values, const SIndexRange &points, const SLinePlace &place, const SLineTarget &target,
              const Visit &visit)
         : m_values(values),
           m_points(points),
@@ -134,7 +134,7 @@ private:
     void flush();
 
     const double *m_values;
-    SBarRange m_points;
+    SIndexRange m_points;
     SLineTarget m_target;
     const Visit &m_visit;
     SAxis m_x;
@@ -142,7 +142,7 @@ private:
     bool m_isOdd; ///< the width, in whole pixels
     SRows m_rows; ///< marked by the segments of the group that are kept
     SCovered m_covered;
-    SBarRange m_kept; ///< points of the last run
+    SIndexRange m_kept; ///< points of the last run
     SCell m_lastCell;
     int m_lastCellPoint = -1;
 };
@@ -181,8 +181,8 @@ std::vector<double> LinePass::columnChanges() const
 void LinePass::run()
 {
     const int last = m_points.end - 1;
-    SBarRange doubtful{m_points.first, m_points.first}; // its segments lie between two groups
-    SCovered before;                                    // by the group on its left
+    SIndexRange doubtful{m_points.first, m_points.first}; // its segments lie between two groups
+    SCovered before;                                      // by the group on its left
     if (m_target.repeatable) {
         for (const double change : columnChanges()) {
             const double from = std::floor(m_x.positionAt(change - m_x.doubt)) - 1.0;
@@ -345,7 +345,7 @@ void LinePass::flush()
 
 } // namespace
 
-void visitMarkingSegments(const double *values, const SBarRange &points, const SLinePlace &place,
+void visitMarkingSegments(const double *values, const SIndexRange &points, const SLinePlace &place,
                           const SLineTarget &target, const Visit &visit)
 {
     LinePass pass(values, points, place, target, visit);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "geometry/BarEdges.h"
+#include "geometry/SIndexRange.h"
 
 #include <functional>
 
@@ -50,5 +50,5 @@ struct SLinePlace
 
 /// Calls visit(points) for each run of points whose segments have to be drawn, in ascending order unless `repeatable`;
 /// for all `points` when nothing is known well enough, or when it would not be worth it. Thread-safe.
-void visitMarkingSegments(const double *values, const SBarRange &points, const SLinePlace &place,
-                          const SLineTarget &target, const std::function<void(const SBarRange &)> &visit);
+void visitMarkingSegments(const double *values, const SIndexRange &points, const SLinePlace &place,
+                          const SLineTarget &target, const std::function<void(const SIndexRange &)> &visit);

@@ -28,13 +28,13 @@ int barShaderMode()
     return shaderMode;
 }
 
-OwnProgram &barProgram()
+LinkedProgram &barProgram()
 {
-    static auto *const programs = new PerContext<OwnProgram>; // never destroyed: a render thread may outlive main()
+    static auto *const programs = new PerContext<LinkedProgram>; // never destroyed: a render thread may outlive main()
     return programs->current();
 }
 
-bool constructBarProgram(OwnProgram &program)
+bool constructBarProgram(LinkedProgram &program)
 {
     shaderMode = chooseShaderMode(*QOpenGLContext::currentContext());
     return program.ensureLinked(barShaderSources(shaderMode), "BarPlotter");

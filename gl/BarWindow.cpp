@@ -31,7 +31,7 @@ void fill(QOpenGLBuffer &buffer, const QVector<float> &numbers)
 
 } // namespace
 
-void BarWindow::draw(const QVector<double> &series, const QVector<SBarRange> &ranges, QOpenGLShaderProgram &program,
+void BarWindow::draw(const QVector<double> &series, const QVector<SIndexRange> &ranges, QOpenGLShaderProgram &program,
                      QOpenGLFunctions &gl)
 {
     if (isUploaded(series, ranges)) {
@@ -42,7 +42,7 @@ void BarWindow::draw(const QVector<double> &series, const QVector<SBarRange> &ra
     restart(m_heights, cornersPerBar * portion);
     restart(m_numbers, cornersPerBar * portion);
     int drawn = 0;
-    for (SBarRange bars : ranges) {
+    for (SIndexRange bars : ranges) {
         while (bars.first < bars.end) {
             const int room = portion - m_heights.size() / cornersPerBar;
             const int end = std::min(bars.end, bars.first + room);
@@ -62,10 +62,10 @@ void BarWindow::draw(const QVector<double> &series, const QVector<SBarRange> &ra
         drawUploaded(program, gl);
     }
     m_series = series;
-    m_ranges = drawn == 0 ? ranges : QVector<SBarRange>();
+    m_ranges = drawn == 0 ? ranges : QVector<SIndexRange>();
 }
 
-bool BarWindow::isUploaded(const QVector<double> &series, const QVector<SBarRange> &ranges) const
+bool BarWindow::isUploaded(const QVector<double> &series, const QVector<SIndexRange> &ranges) const
 {
     return !m_ranges.isEmpty() && m_heightBuffer.isCreated() && m_series.constData() == series.constData()
         && m_series.size() == series.size() && m_ranges == ranges;
@@ -88,7 +88,7 @@ void BarWindow::createBuffers()
     m_indexBuffer.release();
 }
 
-void BarWindow::write(const double *values, SBarRange bars)
+void BarWindow::write(const double *values, SIndexRange bars)
 {
     const int count = bars.end - bars.first;
     writeBarHeights(values + bars.first, count, portionAt(m_heights, m_heights.size(), cornersPerBar * count));

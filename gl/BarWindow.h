@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "geometry/BarEdges.h"
+#include "geometry/SIndexRange.h"
 
 #include <QOpenGLBuffer>
 #include <QVector>
@@ -18,21 +18,21 @@ public:
     static constexpr int portion = 16384;
 
     /// Draws the bars in `ranges` with the bound program, whose uniforms are set.
-    void draw(const QVector<double> &series, const QVector<SBarRange> &ranges, QOpenGLShaderProgram &program,
+    void draw(const QVector<double> &series, const QVector<SIndexRange> &ranges, QOpenGLShaderProgram &program,
               QOpenGLFunctions &gl);
 
 private:
     void createBuffers();
-    void write(const double *values, SBarRange bars);
+    void write(const double *values, SIndexRange bars);
     void upload();
     void drawUploaded(QOpenGLShaderProgram &program, QOpenGLFunctions &gl);
-    bool isUploaded(const QVector<double> &series, const QVector<SBarRange> &ranges) const;
+    bool isUploaded(const QVector<double> &series, const QVector<SIndexRange> &ranges) const;
 
     QVector<float> m_heights; ///< four per bar
     QVector<float> m_numbers; ///< four per bar
     QOpenGLBuffer m_heightBuffer{QOpenGLBuffer::VertexBuffer};
     QOpenGLBuffer m_numberBuffer{QOpenGLBuffer::VertexBuffer};
     QOpenGLBuffer m_indexBuffer{QOpenGLBuffer::IndexBuffer};
-    QVector<double> m_series;    ///< what the buffers were filled from,
-    QVector<SBarRange> m_ranges; ///< none when they hold the last portion only
+    QVector<double> m_series;      ///< what the buffers were filled from,
+    QVector<SIndexRange> m_ranges; ///< none when they hold the last portion only
 };

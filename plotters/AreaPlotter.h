@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "geometry/BarEdges.h"
+#include "geometry/SIndexRange.h"
 #include "geometry/VertexRecords.h"
 #include "geometry/VisibleLine.h"
 #include "plotters/IPlotter1D.h"
@@ -76,7 +76,7 @@ private:
     /// What decides which segments of the border are drawn.
     struct SBorderView
     {
-        SBarRange points;
+        SIndexRange points;
         SLinePlace place;
         SLineTarget target;
 
@@ -89,16 +89,16 @@ private:
     struct SUploadedPart
     {
         QVector<double> series;
-        QVector<SBarRange> spans; ///< of the fill: span i lies between point i and the next
-        SBorderView border;       ///< no points when its buffer holds the last portion only
+        QVector<SIndexRange> spans; ///< of the fill: span i lies between point i and the next
+        SBorderView border;         ///< no points when its buffer holds the last portion only
     };
 
     bool isLong() const;
-    void uploadParts(QVector<SRenderLayerDefinition> &layers, const SBarRange &points);
-    void uploadFill(const QVector<SBarRange> &spans);
-    SBorderView borderView(const SBarRange &points, QOpenGLFunctions &gl) const;
+    void uploadParts(QVector<SRenderLayerDefinition> &layers, const SIndexRange &points);
+    void uploadFill(const QVector<SIndexRange> &spans);
+    SBorderView borderView(const SIndexRange &points, QOpenGLFunctions &gl) const;
     void drawBorder(const SBorderView &border, QOpenGLFunctions &gl);
-    QVector<SBarRange> visibleSpans(const SBarRange &points) const;
+    QVector<SIndexRange> visibleSpans(const SIndexRange &points) const;
     QMatrix4x4 matrix() const;
     void appendLayers(QVector<SRenderLayerDefinition> &layers) const;
 

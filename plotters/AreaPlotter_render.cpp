@@ -2,7 +2,7 @@
 #include "plotters/AreaPlotter.h"
 
 #include "common/Series.h"
-#include "geometry/SlotRange.h"
+#include "geometry/Slots.h"
 #include "geometry/Vertices.h"
 #include "geometry/VisibleBars.h"
 #include "gl/LineTarget.h"
@@ -73,13 +73,13 @@ void AreaPlotter::_fetch_render_layers(QVector<SRenderLayerDefinition> &layers, 
 
 // a long series: the buffers hold what the frame shows
 
-void AreaPlotter::uploadParts(QVector<SRenderLayerDefinition> &layers, const SBarRange &points)
+void AreaPlotter::uploadParts(QVector<SRenderLayerDefinition> &layers, const SIndexRange &points)
 {
     if (m_uploaded.series.constData() != m_shown.series.constData()) {
         m_uploaded = {};
         m_uploaded.series = m_shown.series;
     }
-    const QVector<SBarRange> spans = visibleSpans(points);
+    const QVector<SIndexRange> spans = visibleSpans(points);
     if (spans != m_uploaded.spans) {
         m_uploaded.spans = spans;
         uploadFill(spans);
@@ -89,26 +89,26 @@ void AreaPlotter::uploadParts(QVector<SRenderLayerDefinition> &layers, const SBa
     layers[BorderLayer].draw = [this, points](QOpenGLFunctions &gl) { drawBorder(borderView(points, gl), gl); };
 }
 
-QVector<SBarRange> AreaPlotter::visibleSpans(const SBarRange &points) const
+QVector<SIndexRange> AreaPlotter::visibleSpans(const SIndexRange &points) const
 {
-    const SBarRange all{points.first, std::max(points.end - 1, points.first)};
+    const SIndexRange all{points.first, std::max(points.end - 1, points.first)};
     if (!m_shown.finite) // where a corner at infinity leaves marks is up to the rasteriser
         return {all};
     const QMatrix4x4 placed = matrix();
     const SBarRow row{placed(0, 2) + placed(0, 3), placed(0, 0), all.first, all.end};
-    const QVector<SBarRange> visible =
+    const QVector<SIndexRange> visible =
         barsOnPixelCentres(row, currentPixelRow(*QOpenGLContext::currentContext()->functions()));
-    return visible.isEmpty() ? QVector<SBarRange>{all} : visible;
+    return visible.isEmpty() ? QVector<SIndexRange>{all} : visible;
 }
 
 /// Strips with an even number of vertices each, tied by triangles without area: every other triangle keeps its order.
-void AreaPlotter::uploadFill(const QVector<SBarRange> &spans)
+void AreaPlotter::uploadFill(const QVector<SIndexRange> &spans)
 {
     int count = 0;
-    for (const SBarRange &span : spans)
+    for (const SIndexRange &span : spans)
         count += 2 * (span.end - span.first + 1) + 2;
     restart(m_partVertices, count);
-    for (const SBarRange &span : spans) {
+    for (const SIndexRange &span : spans) {
         const int points = span.end - span.first + 1;
         const int tie = m_partVertices.isEmpty() ? 0 : 2;
         SPointVertex *vertex = portionAt(m_partVertices, m_partVertices.size(), 2 * points + tie);
@@ -122,7 +122,7 @@ void AreaPlotter::uploadFill(const QVector<SBarRange> &spans)
     upload(m_buffers[0], m_partVertices);
 }
 
-AreaPlotter::SBorderView AreaPlotter::borderView(const SBarRange &points, QOpenGLFunctions &gl) const
+AreaPlotter::SBorderView AreaPlotter::borderView(const SIndexRange &points, QOpenGLFunctions &gl) const
 {
     const QMatrix4x4 placed = matrix();
     const SLinePlace place{placed(0, 2) + placed(0, 3), placed(0, 0), placed(1, 2) + placed(1, 3), placed(1, 1)};
@@ -149,7 +149,7 @@ void AreaPlotter::drawBorder(const SBorderView &border, QOpenGLFunctions &gl)
         ++portions;
     };
     const double *values = m_shown.series.constData();
-    visitMarkingSegments(values, border.points, border.place, border.target, [&](SBarRange run) {
+    visitMarkingSegments(values, border.points, border.place, border.target, [&](SIndexRange run) {
         while (run.end - run.first > 1) {
             const int room = portionOfSegments - m_partVertices.size() / 2;
             const int segments = std::min(run.end - run.first - 1, room);

@@ -2,7 +2,7 @@
 #include "plotters/BarDecorator.h"
 
 #include "gl/DecoratorShaders.h"
-#include "gl/OwnProgram.h"
+#include "gl/LinkedProgram.h"
 #include "gl/PerContext.h"
 
 #include <QOpenGLContext>
@@ -14,7 +14,7 @@ namespace {
 /// The highlight program of a context, shared by all decorators.
 struct SDecoratorProgram
 {
-    OwnProgram own;
+    LinkedProgram linked;
     DecoratorDialect dialect = DecoratorDialect::NotDrawn;
 
     bool construct()
@@ -22,7 +22,7 @@ struct SDecoratorProgram
         const QOpenGLContext &context = *QOpenGLContext::currentContext();
         const QSurfaceFormat format = context.format();
         dialect = decoratorDialect(format.majorVersion(), format.minorVersion(), context.isOpenGLES());
-        return own.ensureLinked(decoratorShaderSources(dialect), "BarDecorator");
+        return linked.ensureLinked(decoratorShaderSources(dialect), "BarDecorator");
     }
 };
 
@@ -43,12 +43,12 @@ void BarDecorator::sync_buffers()
 {
     Q_ASSERT(QOpenGLContext::currentContext());
     SDecoratorProgram &shared = decoratorProgram();
-    const bool linked = shared.own.isLinked() || shared.construct();
+    const bool linked = shared.linked.isLinked() || shared.construct();
     if (!m_buffersCreated || !wasSynchronizedHere() || !m_pointBuffer.isCreated())
         createBuffers();
     if (!m_visible || !linked)
         return;
-    shared.own.program().bind();
+    shared.linked.program().bind();
     uploadArrays();
     m_shownRects.clear();
     for (const SHighlight &highlight : m_trail.highlights())
@@ -113,13 +113,13 @@ void BarDecorator::draw(const QRectF &viewArea)
 {
     Q_ASSERT(QOpenGLContext::currentContext());
     SDecoratorProgram &shared = decoratorProgram();
-    const bool isDrawn = shared.own.isLinked() && shared.dialect != DecoratorDialect::NotDrawn;
+    const bool isDrawn = shared.linked.isLinked() && shared.dialect != DecoratorDialect::NotDrawn;
     if (!frame().visible || !frame().attached || m_shownRects.isEmpty() || !isDrawn)
         return;
     QOpenGLFunctions &gl = *QOpenGLContext::currentContext()->functions();
     gl.glBlendFunc(GL_SRC_ALPHA, GL_DST_ALPHA); // Deliberate: stays for what is drawn later in this frame.
 
-    QOpenGLShaderProgram &program = shared.own.program();
+    QOpenGLShaderProgram &program = shared.linked.program();
     program.bind();
     program.setUniformValue("screen_dy", float(2.0 / viewArea.height()));
     program.setUniformValue("color", frame().color);

@@ -18,7 +18,7 @@ void BarPlotterDx::__update_draw_index()
     const QRectF &extent = frame().plotterArea;
     const QRectF shown = extent.intersected(m_shownView);
     // From the plotter's left edge, where the corners are exact too, however far that lies from the origin.
-    const SBarRange range = m_shownEdges.barsBetween(shown.left() - extent.left(), shown.right() - extent.left());
+    const SIndexRange range = m_shownEdges.barsBetween(shown.left() - extent.left(), shown.right() - extent.left());
     m_drawStart = range.first;
     m_drawEnd = range.end;
 }

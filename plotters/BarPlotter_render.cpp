@@ -29,7 +29,7 @@ QRectF drawnExtent(const QRectF &modArea, const QRectF &view)
 
 void BarPlotter::sync_buffers()
 {
-    OwnProgram &shared = barProgram();
+    LinkedProgram &shared = barProgram();
     const bool linked = shared.isLinked() || constructBarProgram(shared);
     if (!m_glReady) {
         m_glReady = true;
@@ -104,7 +104,7 @@ void BarPlotter::draw(const QRectF &viewArea)
     const QRectF shown = extent.intersected(viewArea);
     const int first = std::max(toIndex(std::floor((shown.left() - extent.left()) / barWidth)), 0);
     const int last = std::min(m_barCount, toIndex(std::ceil((shown.right() - extent.left()) / barWidth)));
-    OwnProgram &shared = barProgram();
+    LinkedProgram &shared = barProgram();
     if (last <= first || !shared.isLinked())
         return;
 
@@ -145,7 +145,7 @@ void BarPlotter::drawWhole(const SBarRow &row, QOpenGLShaderProgram &program, QO
 
 void BarPlotter::drawParts(const SBarRow &row, QOpenGLShaderProgram &program, QOpenGLFunctions &gl)
 {
-    QVector<SBarRange> visible;
+    QVector<SIndexRange> visible;
     if (m_shownFinite) // where a corner at infinity leaves marks is up to the rasteriser
         visible = barsOnPixelCentres(row, currentPixelRow(gl));
     if (visible.isEmpty())

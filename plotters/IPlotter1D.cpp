@@ -2,7 +2,7 @@
 #include "plotters/IPlotter1D.h"
 
 #include "common/BlockMaxima.h"
-#include "geometry/SlotRange.h"
+#include "geometry/Slots.h"
 
 #include <algorithm>
 

@@ -8,7 +8,7 @@
 
 namespace {
 
-SBarRange scan(const QVector<double> &pairs, double start, double left, double right)
+SIndexRange scan(const QVector<double> &pairs, double start, double left, double right)
 {
     const int count = pairs.size() / 2;
     double x = start;
@@ -51,8 +51,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     while (!bytes.atEnd()) {
         const double left = bytes.number() * (1 + bytes.below(100));
         const double right = bytes.number() * (1 + bytes.below(100));
-        const SBarRange found = edges.barsBetween(left, right);
-        const SBarRange expected = scan(pairs, start, left, right);
+        const SIndexRange found = edges.barsBetween(left, right);
+        const SIndexRange expected = scan(pairs, start, left, right);
         if (found.first != expected.first || found.end != expected.end) {
             fail("range",
                  QByteArray::number(found.first) + " to " + QByteArray::number(found.end) + " instead of "

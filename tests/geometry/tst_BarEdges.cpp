@@ -21,7 +21,7 @@ BarEdges edgesOf(const QVector<double> &pairs)
 }
 
 /// The plain scan over all bars.
-SBarRange scan(const QVector<double> &pairs, double left, double right)
+SIndexRange scan(const QVector<double> &pairs, double left, double right)
 {
     const int count = pairs.size() / 2;
     double x = 0.0;
@@ -176,8 +176,8 @@ void tst_BarEdges::theRangeIsWhatAScanFinds()
             double right = positions.at(random.bounded(positions.size()));
             if (left > right)
                 std::swap(left, right);
-            const SBarRange expected = scan(pairs, left, right);
-            const SBarRange found = edges.barsBetween(left, right);
+            const SIndexRange expected = scan(pairs, left, right);
+            const SIndexRange found = edges.barsBetween(left, right);
             QCOMPARE(found.first, expected.first);
             QCOMPARE(found.end, expected.end);
         }
@@ -252,7 +252,7 @@ void tst_BarEdges::aSearchTouchesFewBarsOfMany()
     // A scan reads some 2 million widths for each of these: more than a minute in all.
     for (int i = 0; i < 100'000; ++i) {
         const double left = 0.5 * (count / 2 + i) + 0.25;
-        const SBarRange range = edges.barsBetween(left, left + 5.0);
+        const SIndexRange range = edges.barsBetween(left, left + 5.0);
         QCOMPARE(range.first, count / 2 + i);
         QCOMPARE(range.end, count / 2 + i + 11);
     }

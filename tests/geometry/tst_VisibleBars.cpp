@@ -9,10 +9,10 @@
 
 namespace {
 
-int barsIn(const QVector<SBarRange> &ranges)
+int barsIn(const QVector<SIndexRange> &ranges)
 {
     int count = 0;
-    for (const SBarRange &range : ranges)
+    for (const SIndexRange &range : ranges)
         count += range.end - range.first;
     return count;
 }
@@ -54,7 +54,7 @@ float fusedPosition(int bar, const SBarRow &row)
 }
 
 /// The first bar that is left out although it may be seen, -1 for none.
-int missedBar(const SBarRow &row, const SPixelRow &pixels, const QVector<SBarRange> &ranges)
+int missedBar(const SBarRow &row, const SPixelRow &pixels, const QVector<SIndexRange> &ranges)
 {
     int bar = row.first;
     const auto check = [&](int end) {
@@ -68,7 +68,7 @@ int missedBar(const SBarRow &row, const SPixelRow &pixels, const QVector<SBarRan
         }
         return false;
     };
-    for (const SBarRange &range : ranges) {
+    for (const SIndexRange &range : ranges) {
         if (check(range.first))
             return bar;
         bar = range.end;
@@ -103,10 +103,10 @@ private slots:
 void tst_VisibleBars::manyBarsLeaveFewToDraw()
 {
     const SPixelRow pixels{1000, 8};
-    const QVector<SBarRange> million = barsOnPixelCentres(rowOf(1'000'000, 0.0, 1.0), pixels);
+    const QVector<SIndexRange> million = barsOnPixelCentres(rowOf(1'000'000, 0.0, 1.0), pixels);
     QVERIFY(!million.isEmpty());
     QVERIFY2(barsIn(million) < 20'000, QByteArray::number(barsIn(million)));
-    const QVector<SBarRange> tenMillion = barsOnPixelCentres(rowOf(10'000'000, 0.0, 1.0), pixels);
+    const QVector<SIndexRange> tenMillion = barsOnPixelCentres(rowOf(10'000'000, 0.0, 1.0), pixels);
     QVERIFY2(barsIn(tenMillion) < 150'000, QByteArray::number(barsIn(tenMillion)));
 }
 
@@ -141,7 +141,7 @@ void tst_VisibleBars::noBarThatMayBeSeenIsLeftOut()
         const SBarRow row = rowOf(count, from, to);
         const SPixelRow pixels{random.whole(1, 3) == 1 ? random.whole(1, 50) : random.whole(50, 2000),
                                random.whole(4, 8)};
-        const QVector<SBarRange> ranges = barsOnPixelCentres(row, pixels);
+        const QVector<SIndexRange> ranges = barsOnPixelCentres(row, pixels);
         if (ranges.isEmpty())
             continue;
         ++selected;
@@ -154,7 +154,7 @@ void tst_VisibleBars::rangesAscendWithoutTouching()
 {
     const SBarRow row = rowOf(300'000, 0.1, 0.8);
     int end = row.first - 1;
-    for (const SBarRange &range : barsOnPixelCentres(row, {700, 8})) {
+    for (const SIndexRange &range : barsOnPixelCentres(row, {700, 8})) {
         QVERIFY(range.first > end);
         QVERIFY(range.end > range.first);
         end = range.end;
@@ -174,8 +174,8 @@ void tst_VisibleBars::barsOfIndividualWidthsAreChosenByTheirEdges()
         const BarEdges edges = BarEdges::of(pairs, 0.0);
         const SPixelRow pixels{random.whole(50, 1000), random.whole(4, 8)};
         const SShownPart shown{random.real(-0.2, 0.8) * edges.total(), random.real(0.1, 1.2) * edges.total()};
-        const SBarRange inView = edges.barsBetween(shown.left, shown.left + shown.width);
-        const QVector<SBarRange> ranges = barsOnPixelCentres(edges, inView, shown, pixels);
+        const SIndexRange inView = edges.barsBetween(shown.left, shown.left + shown.width);
+        const QVector<SIndexRange> ranges = barsOnPixelCentres(edges, inView, shown, pixels);
         if (ranges.isEmpty())
             continue;
         ++selected;

@@ -79,7 +79,7 @@ private:
     }
 
     /// The same uniforms, but bars of the test's choice.
-    QImage drawnBars(const QVector<double> &series, const QRectF &view, const QVector<SBarRange> &bars)
+    QImage drawnBars(const QVector<double> &series, const QRectF &view, const QVector<SIndexRange> &bars)
     {
         return m_gl->picture([&] {
             m_plotter->drawFrame(view);
@@ -89,7 +89,7 @@ private:
         });
     }
 
-    QVector<SBarRange> visible(int count)
+    QVector<SIndexRange> visible(int count)
     {
         const SBarRow row{uniform(*m_gl, "screen_x"), uniform(*m_gl, "screen_dx"), 0, count};
         return barsOnPixelCentres(row, currentPixelRow(m_gl->gl()));
@@ -150,7 +150,7 @@ void tst_BarWindow_gl::aShortSeriesCouldBeDrawnByParts()
         const QRectF view(random.real(-0.1, 0.3) * count, 0.0, random.real(0.4, 1.2) * count, 1.05);
         const QImage whole = drawn(view);
         QCOMPARE(drawnBars(series, view, {{0, count}}), whole);
-        const QVector<SBarRange> few = visible(count);
+        const QVector<SIndexRange> few = visible(count);
         if (!few.isEmpty())
             QCOMPARE(drawnBars(series, view, few), whole);
     }

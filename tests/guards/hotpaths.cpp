@@ -6,7 +6,7 @@
 #include "filters/PyramidBuilder.h"
 #include "filters/RunningAverage.h"
 #include "geometry/BarEdges.h"
-#include "geometry/SlotRange.h"
+#include "geometry/Slots.h"
 #include "geometry/Vertices.h"
 #include "geometry/VisibleBars.h"
 #include "plotters/BarPlotterDx.h"

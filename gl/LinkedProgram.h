@@ -9,7 +9,7 @@
 
 /// The shader program of a plotter class that does not use the registry; one per OpenGL context (see PerContext).
 /// Render thread, in its context.
-class OwnProgram
+class LinkedProgram
 {
 public:
     using Sources = QVector<QPair<QOpenGLShader::ShaderType, QString>>;

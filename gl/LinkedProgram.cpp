@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "gl/OwnProgram.h"
+#include "gl/LinkedProgram.h"
 
 #include "gl/CoreProfile.h"
 
@@ -38,7 +38,7 @@ bool attachStage(QOpenGLFunctions &gl, GLuint program, QOpenGLShader::ShaderType
 }
 
 /// Whether the sources link, said by nobody.
-bool linksSilently(const OwnProgram::Sources &sources)
+bool linksSilently(const LinkedProgram::Sources &sources)
 {
     QOpenGLFunctions &gl = *QOpenGLContext::currentContext()->functions();
     const GLuint program = gl.glCreateProgram();
@@ -57,7 +57,7 @@ bool linksSilently(const OwnProgram::Sources &sources)
 
 } // namespace
 
-bool OwnProgram::ensureLinked(const Sources &sources, const char *owner)
+bool LinkedProgram::ensureLinked(const Sources &sources, const char *owner)
 {
     Q_ASSERT(QOpenGLContext::currentContext());
     if (m_program.isLinked())

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "geometry/SlotRange.h"
+#include "geometry/Slots.h"
 
 #include "common/Index.h"
 

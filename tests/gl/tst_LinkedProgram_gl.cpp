@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "gl/OwnProgram.h"
+#include "gl/LinkedProgram.h"
 #include "gl/PerContext.h"
 #include "tests/support/LogCatcher.h"
 #include "tests/support/OffscreenGL.h"
@@ -16,14 +16,14 @@ const QString vertexSource = QStringLiteral("void main() { gl_Position = vec4(0.
 const QString fragmentSource = QStringLiteral("void main() { gl_FragColor = vec4(1.0); }");
 const QString undefinedFunction = QStringLiteral("vec4 nowhere(); void main() { gl_FragColor = nowhere(); }");
 
-OwnProgram::Sources sources(const QString &vertex, const QString &fragment)
+LinkedProgram::Sources sources(const QString &vertex, const QString &fragment)
 {
     return {{QOpenGLShader::Vertex, vertex}, {QOpenGLShader::Fragment, fragment}};
 }
 
 } // namespace
 
-class tst_OwnProgram_gl : public QObject
+class tst_LinkedProgram_gl : public QObject
 {
     Q_OBJECT
 
@@ -48,10 +48,10 @@ private:
     std::unique_ptr<LogCatcher> m_log;
 };
 
-void tst_OwnProgram_gl::itLinksOnce()
+void tst_LinkedProgram_gl::itLinksOnce()
 {
     OffscreenGL offscreen;
-    OwnProgram own;
+    LinkedProgram own;
     QVERIFY(!own.isLinked());
     QVERIFY(own.ensureLinked(sources(vertexSource, fragmentSource), "Test"));
     const GLuint id = own.program().programId();
@@ -60,7 +60,7 @@ void tst_OwnProgram_gl::itLinksOnce()
     QCOMPARE(own.program().programId(), id);
 }
 
-void tst_OwnProgram_gl::aFailureIsReportedOnceHoweverOftenItIsTried_data()
+void tst_LinkedProgram_gl::aFailureIsReportedOnceHoweverOftenItIsTried_data()
 {
     QTest::addColumn<QString>("vertex");
     QTest::addColumn<QString>("fragment");
@@ -69,12 +69,12 @@ void tst_OwnProgram_gl::aFailureIsReportedOnceHoweverOftenItIsTried_data()
     QTest::newRow("stages that do not link") << vertexSource << undefinedFunction;
 }
 
-void tst_OwnProgram_gl::aFailureIsReportedOnceHoweverOftenItIsTried()
+void tst_LinkedProgram_gl::aFailureIsReportedOnceHoweverOftenItIsTried()
 {
     QFETCH(QString, vertex);
     QFETCH(QString, fragment);
     OffscreenGL offscreen;
-    OwnProgram own;
+    LinkedProgram own;
     QVERIFY(!own.ensureLinked(sources(vertex, fragment), "Test"));
     const int qtsOwn = m_log->ofType(QtWarningMsg).size();
     constexpr int further = 4;
@@ -91,10 +91,10 @@ void tst_OwnProgram_gl::aFailureIsReportedOnceHoweverOftenItIsTried()
     m_log->clear();
 }
 
-void tst_OwnProgram_gl::sourcesDoNotPileUp()
+void tst_LinkedProgram_gl::sourcesDoNotPileUp()
 {
     OffscreenGL offscreen;
-    OwnProgram own;
+    LinkedProgram own;
     for (int i = 0; i < 5; ++i)
         QVERIFY(!own.ensureLinked(sources(vertexSource, undefinedFunction), "Test"));
     m_log->clear();
@@ -107,10 +107,10 @@ void tst_OwnProgram_gl::sourcesDoNotPileUp()
     QVERIFY(left <= 3);
 }
 
-void tst_OwnProgram_gl::aFailureIsOvercomeWhenTheSourcesAreGood()
+void tst_LinkedProgram_gl::aFailureIsOvercomeWhenTheSourcesAreGood()
 {
     OffscreenGL offscreen;
-    OwnProgram own;
+    LinkedProgram own;
     QVERIFY(!own.ensureLinked(sources(vertexSource, "nonsense"), "Test"));
     QVERIFY(!own.ensureLinked(sources(vertexSource, undefinedFunction), "Test"));
     m_log->clear();
@@ -119,7 +119,7 @@ void tst_OwnProgram_gl::aFailureIsOvercomeWhenTheSourcesAreGood()
     own.program().release();
 }
 
-void tst_OwnProgram_gl::aGeometryStageIsTriedQuietly()
+void tst_LinkedProgram_gl::aGeometryStageIsTriedQuietly()
 {
     const auto geometry = [](const QString &lines) {
         return qMakePair(QOpenGLShader::ShaderType(QOpenGLShader::Geometry),
@@ -129,7 +129,7 @@ void tst_OwnProgram_gl::aGeometryStageIsTriedQuietly()
     const auto fragment = qMakePair(QOpenGLShader::ShaderType(QOpenGLShader::Fragment),
                                     QStringLiteral("#version 150\nout vec4 color; void main() { color = vec4(1.0); }"));
     OffscreenGL offscreen;
-    OwnProgram own;
+    LinkedProgram own;
     QVERIFY(!own.ensureLinked({vertex, geometry("nonsense"), fragment}, "Test"));
     const int said = m_log->messages().size();
     QVERIFY(!own.ensureLinked({vertex, geometry("nonsense"), fragment}, "Test"));
@@ -141,18 +141,18 @@ void tst_OwnProgram_gl::aGeometryStageIsTriedQuietly()
     m_log->clear();
 }
 
-void tst_OwnProgram_gl::eachContextHasItsOwnAndItGoesWithTheContext()
+void tst_LinkedProgram_gl::eachContextHasItsOwnAndItGoesWithTheContext()
 {
-    PerContext<OwnProgram> programs;
+    PerContext<LinkedProgram> programs;
     auto first = std::make_unique<OffscreenGL>();
     QCOMPARE(programs.find(), nullptr);
-    OwnProgram *inFirst = &programs.current();
+    LinkedProgram *inFirst = &programs.current();
     QVERIFY(inFirst->ensureLinked(sources(vertexSource, fragmentSource), "Test"));
     const QPointer<QOpenGLShaderProgram> firstProgram(&inFirst->program());
     {
         OffscreenGL second;
         QCOMPARE(programs.find(), nullptr);
-        OwnProgram *inSecond = &programs.current();
+        LinkedProgram *inSecond = &programs.current();
         QVERIFY(inSecond != inFirst);
         QVERIFY(!inSecond->isLinked());
         QVERIFY(inSecond->ensureLinked(sources(vertexSource, fragmentSource), "Test"));
@@ -169,5 +169,5 @@ void tst_OwnProgram_gl::eachContextHasItsOwnAndItGoesWithTheContext()
     }
 }
 
-QTEST_MAIN(tst_OwnProgram_gl)
-#include "tst_OwnProgram_gl.moc"
+QTEST_MAIN(tst_LinkedProgram_gl)
+#include "tst_LinkedProgram_gl.moc"
