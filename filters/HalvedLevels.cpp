@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "filters/HalvedLevels.h"
 
-#include "common/Parts.h"
+#include "common/ParallelParts.h"
 #include "common/Series.h"
 #include "filters/Buckets.h"
 

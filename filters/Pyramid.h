@@ -8,7 +8,7 @@
 ///
 /// Storage of the levels that is large enough and not shared is used again. At factor 2 the values are read once: all
 /// levels grow together. Over storage that is used again they grow in several parts, by threads that help (see
-/// Helpers); `parts` are as many as the series is worth when 0.
+/// HelperThreads); `parts` are as many as the series is worth when 0.
 void buildPyramid(QVector<QVector<double>> &levels, double factor, int parts = 0);
 
 /// Makes room for the levels above levels[0]: as many vectors as buildPyramid() leaves. Keeps what they hold.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "filters/PyramidBuilder.h"
 
-#include "common/Parts.h"
+#include "common/ParallelParts.h"
 #include "common/Series.h"
 #include "filters/Buckets.h"
 #include "filters/HalvedLevels.h"
@@ -99,7 +99,7 @@ void PyramidBuilder::goOnInBackground()
     if (m_fineReady || m_background)
         return;
     const auto fine = std::make_shared<HalvedLevels>(m_levels, 1, coarseLevel);
-    m_background = std::make_unique<Parts>(1, [this, fine](int) { fine->write(m_givenUp); });
+    m_background = std::make_unique<ParallelParts>(1, [this, fine](int) { fine->write(m_givenUp); });
     m_background->begin(1);
 }
 

@@ -6,7 +6,7 @@
 #include <atomic>
 #include <memory>
 
-class Parts;
+class ParallelParts;
 
 /// Builds a pyramid as buildPyramid() does, but of a long series only what is asked for: the coarse levels, which take
 /// no more than a look at the series, or the fine ones; these otherwise later, in the background, or never if the next
@@ -40,5 +40,5 @@ private:
     bool m_coarseReady = true;
     bool m_fineReady = true;
     std::atomic<bool> m_givenUp{false};
-    std::unique_ptr<Parts> m_background; ///< the work on the fine levels, null when it has not begun
+    std::unique_ptr<ParallelParts> m_background; ///< the work on the fine levels, null when it has not begun
 };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "sources/NumberLines.h"
 
-#include "common/Helpers.h"
+#include "common/HelperThreads.h"
 #include "sources/NumberBlock.h"
 #include "sources/TextBlocks.h"
 
@@ -114,7 +114,7 @@ private:
 int threadCount(qint64 textSize, const SReadingParts &parts)
 {
     constexpr int blocksEach = 4; // fewer are not worth starting a thread
-    return parts.threads > 0 ? parts.threads : Helpers::threadsFor(textSize / parts.blockSize / blocksEach);
+    return parts.threads > 0 ? parts.threads : HelperThreads::threadsFor(textSize / parts.blockSize / blocksEach);
 }
 
 /// The plain way, from the beginning. Returns an error.
@@ -149,7 +149,7 @@ SNumberLines readNumberLines(QIODevice &device, int limit, SReadingParts parts)
     Values values(device, limit);
     BlockReader reader(device, values, parts.blockSize);
     {
-        const Helpers helpers(threadCount(device.size(), parts) - 1, [&] { reader.work(); });
+        const HelperThreads helpers(threadCount(device.size(), parts) - 1, [&] { reader.work(); });
         reader.work();
     }
     QString error = reader.error();

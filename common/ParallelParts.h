@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "common/Helpers.h"
+#include "common/HelperThreads.h"
 
 #include <atomic>
 #include <functional>
@@ -11,13 +11,13 @@
 /// small: a thread that comes late, or has to share its processor, then takes fewer of them.
 ///
 /// What nobody has begun when this is destroyed is not done; what somebody has begun is waited for.
-class Parts
+class ParallelParts
 {
 public:
-    Parts(int count, std::function<void(int)> doPart);
-    ~Parts();
-    Parts(const Parts &) = delete;
-    Parts &operator=(const Parts &) = delete;
+    ParallelParts(int count, std::function<void(int)> doPart);
+    ~ParallelParts();
+    ParallelParts(const ParallelParts &) = delete;
+    ParallelParts &operator=(const ParallelParts &) = delete;
 
     /// Has so many threads work in the background, as soon as they are free; once.
     void begin(int threads);
@@ -30,7 +30,7 @@ private:
     const int m_count;
     const std::function<void(int)> m_doPart;
     std::atomic<int> m_next{0};
-    std::optional<Helpers> m_helpers;
+    std::optional<HelperThreads> m_helpers;
 };
 
 /// Does parts 0 to `count` - 1, with as many threads as they and the machine are worth.

@@ -11,13 +11,13 @@
 ///
 /// There may be fewer than were asked for, or none, and they may come when everything is done: the calling thread has
 /// to be able to do all of the work.
-class Helpers
+class HelperThreads
 {
 public:
-    Helpers(int count, const std::function<void()> &work);
-    ~Helpers();
-    Helpers(const Helpers &) = delete;
-    Helpers &operator=(const Helpers &) = delete;
+    HelperThreads(int count, const std::function<void()> &work);
+    ~HelperThreads();
+    HelperThreads(const HelperThreads &) = delete;
+    HelperThreads &operator=(const HelperThreads &) = delete;
 
     /// How many threads, the calling one included, work that is worth `pieces` of them should have on this machine.
     static int threadsFor(qint64 pieces);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "common/Helpers.h"
+#include "common/HelperThreads.h"
 
 #include <algorithm>
 #include <condition_variable>
@@ -95,7 +95,7 @@ private:
 } // namespace
 
 /// The way into the work. It outlives the work where a thread comes too late.
-class Helpers::Door
+class HelperThreads::Door
 {
 public:
     /// False when the work is closed. Who was let in must leave().
@@ -130,7 +130,7 @@ private:
     bool m_closed = false;
 };
 
-Helpers::Helpers(int count, const std::function<void()> &work) : m_door(std::make_shared<Door>())
+HelperThreads::HelperThreads(int count, const std::function<void()> &work) : m_door(std::make_shared<Door>())
 {
     const auto help = [door = m_door, work] {
         if (!door->enter())
@@ -145,12 +145,12 @@ Helpers::Helpers(int count, const std::function<void()> &work) : m_door(std::mak
     }
 }
 
-Helpers::~Helpers()
+HelperThreads::~HelperThreads()
 {
     m_door->close();
 }
 
-int Helpers::threadsFor(qint64 pieces)
+int HelperThreads::threadsFor(qint64 pieces)
 {
     return int(std::clamp(pieces, qint64(1), qint64(processors())));
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "common/Parts.h"
+#include "common/ParallelParts.h"
 
 #include <QtTest>
 
@@ -33,7 +33,7 @@ private:
 
 } // namespace
 
-class tst_Parts : public QObject
+class tst_ParallelParts : public QObject
 {
     Q_OBJECT
 
@@ -48,7 +48,7 @@ private slots:
     void partsMayHaveParts();
 };
 
-void tst_Parts::everyPartIsDoneOnce()
+void tst_ParallelParts::everyPartIsDoneOnce()
 {
     for (int count = 0; count < 200; ++count) {
         Counts counts(count);
@@ -57,11 +57,11 @@ void tst_Parts::everyPartIsDoneOnce()
     }
 }
 
-void tst_Parts::theCallingThreadDoesAllWhenItIsAlone()
+void tst_ParallelParts::theCallingThreadDoesAllWhenItIsAlone()
 {
     Counts counts(10);
     const std::thread::id here = std::this_thread::get_id();
-    Parts parts(10, [&](int part) {
+    ParallelParts parts(10, [&](int part) {
         QCOMPARE(std::this_thread::get_id(), here);
         counts.add(part);
     });
@@ -71,10 +71,10 @@ void tst_Parts::theCallingThreadDoesAllWhenItIsAlone()
     QVERIFY(counts.allAre(1));
 }
 
-void tst_Parts::theBackgroundDoesThemToo()
+void tst_ParallelParts::theBackgroundDoesThemToo()
 {
     Counts counts(10);
-    Parts parts(10, [&](int part) { counts.add(part); });
+    ParallelParts parts(10, [&](int part) { counts.add(part); });
     parts.begin(1);
     QTRY_VERIFY(counts.allAre(1));
     parts.begin(1); // again is not more
@@ -82,9 +82,9 @@ void tst_Parts::theBackgroundDoesThemToo()
     QVERIFY(counts.allAre(1));
 }
 
-void tst_Parts::severalThreadsTakeThem()
+void tst_ParallelParts::severalThreadsTakeThem()
 {
-    if (Helpers::threadsFor(2) < 2)
+    if (HelperThreads::threadsFor(2) < 2)
         QSKIP("one processor only");
     // Each part waits for the other: one thread alone would wait for ever.
     std::atomic<int> present{0};
@@ -96,13 +96,13 @@ void tst_Parts::severalThreadsTakeThem()
     QCOMPARE(present.load(), 2);
 }
 
-void tst_Parts::whatHasBegunIsWaitedFor()
+void tst_ParallelParts::whatHasBegunIsWaitedFor()
 {
     for (int round = 0; round < 100; ++round) {
         std::atomic<bool> begun{false};
         std::atomic<bool> ended{false};
         {
-            Parts parts(1, [&](int) {
+            ParallelParts parts(1, [&](int) {
                 begun = true;
                 std::this_thread::sleep_for(std::chrono::milliseconds(1));
                 ended = true;
@@ -115,11 +115,11 @@ void tst_Parts::whatHasBegunIsWaitedFor()
     }
 }
 
-void tst_Parts::theRestIsNotDoneWhenNobodyWants()
+void tst_ParallelParts::theRestIsNotDoneWhenNobodyWants()
 {
     Counts counts(1'000'000);
     {
-        Parts parts(1'000'000, [&](int part) {
+        ParallelParts parts(1'000'000, [&](int part) {
             counts.add(part);
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
         });
@@ -132,7 +132,7 @@ void tst_Parts::theRestIsNotDoneWhenNobodyWants()
     QCOMPARE(counts.sum(), done);
 }
 
-void tst_Parts::manyMayBeAtItAtOnce()
+void tst_ParallelParts::manyMayBeAtItAtOnce()
 {
     std::vector<std::thread> threads;
     std::atomic<int> wrong{0};
@@ -150,12 +150,12 @@ void tst_Parts::manyMayBeAtItAtOnce()
     QCOMPARE(wrong.load(), 0);
 }
 
-void tst_Parts::partsMayHaveParts()
+void tst_ParallelParts::partsMayHaveParts()
 {
     Counts counts(100);
     doParts(10, [&](int tens) { doParts(10, [&](int ones) { counts.add(10 * tens + ones); }); });
     QVERIFY(counts.allAre(1));
 }
 
-QTEST_GUILESS_MAIN(tst_Parts)
-#include "tst_Parts.moc"
+QTEST_GUILESS_MAIN(tst_ParallelParts)
+#include "tst_ParallelParts.moc"
