@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "benchmarks/Rows.h"
 
+#include "common/Maxima.h"
 #include "common/Series.h"
 #include "filters/Filter1D.h"
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "common/Series.h"
+#include "common/Maxima.h"
+#include "common/Storage.h"
 
 #include <QVector>
 

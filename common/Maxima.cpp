@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "common/Series.h"
+#include "common/Maxima.h"
 
 #include "common/Lanes.h"
 

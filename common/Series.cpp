@@ -2,6 +2,7 @@
 #include "common/Series.h"
 
 #include "common/Lanes.h"
+#include "common/Storage.h"
 
 #include <algorithm>
 #include <cstring>
@@ -43,13 +44,6 @@ bool sameSeries(const QVector<double> &a, const QVector<double> &b)
             return false;
     }
     return true;
-}
-
-double *extend(QVector<double> &series, int count)
-{
-    const int size = series.size();
-    series.resize(size + count);
-    return series.data() + size;
 }
 
 bool finiteInSingle(const double *values, int count)

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "filters/Buckets.h"
 
-#include "common/Series.h"
+#include "common/Maxima.h"
+#include "common/Storage.h"
 
 #include <algorithm>
 #include <cmath>

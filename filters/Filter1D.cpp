@@ -3,6 +3,7 @@
 
 #include "common/Change.h"
 #include "common/Index.h"
+#include "common/Maxima.h"
 #include "common/Series.h"
 
 #include <QDebug>

@@ -2,7 +2,7 @@
 #include "filters/FixedDecimatorU64.h"
 
 #include "common/Change.h"
-#include "common/Series.h"
+#include "common/Storage.h"
 #include "filters/Buckets.h"
 
 #include <algorithm>

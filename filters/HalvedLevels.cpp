@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "filters/HalvedLevels.h"
 
+#include "common/Maxima.h"
 #include "common/ParallelParts.h"
-#include "common/Series.h"
+#include "common/Storage.h"
 #include "filters/Buckets.h"
 
 #include <algorithm>

@@ -3,6 +3,7 @@
 
 #include "common/Change.h"
 #include "common/Series.h"
+#include "common/Storage.h"
 #include "filters/RunningAverage.h"
 
 #include <QDebug>

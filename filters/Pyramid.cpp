@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "filters/Pyramid.h"
 
-#include "common/Series.h"
+#include "common/Storage.h"
 #include "filters/Buckets.h"
 #include "filters/HalvedLevels.h"
 

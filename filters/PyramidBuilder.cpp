@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "filters/PyramidBuilder.h"
 
+#include "common/Maxima.h"
 #include "common/ParallelParts.h"
-#include "common/Series.h"
+#include "common/Storage.h"
 #include "filters/Buckets.h"
 #include "filters/HalvedLevels.h"
 #include "filters/Pyramid.h"

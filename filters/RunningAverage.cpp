@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "filters/RunningAverage.h"
 
-#include "common/Series.h"
+#include "common/Storage.h"
 
 #include <algorithm>
 

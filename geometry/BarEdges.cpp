@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "geometry/BarEdges.h"
 
-#include "common/Series.h"
+#include "common/Maxima.h"
 
 BarEdges BarEdges::of(const QVector<double> &pairs, double start)
 {

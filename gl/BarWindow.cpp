@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "gl/BarWindow.h"
 
-#include "common/Series.h"
+#include "common/Storage.h"
 #include "geometry/Vertices.h"
 
 #include <QOpenGLFunctions>

@@ -3,6 +3,8 @@
 
 #include "common/BlockMaxima.h"
 #include "common/Change.h"
+#include "common/Series.h"
+#include "common/Storage.h"
 #include "geometry/Vertices.h"
 
 #include <QDebug>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "plotters/AreaPlotter.h"
 
-#include "common/Series.h"
+#include "common/Storage.h"
 #include "geometry/Slots.h"
 #include "geometry/Vertices.h"
 #include "geometry/VisibleBars.h"

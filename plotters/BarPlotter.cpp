@@ -2,6 +2,8 @@
 #include "plotters/BarPlotter.h"
 
 #include "common/BlockMaxima.h"
+#include "common/Series.h"
+#include "common/Storage.h"
 #include "geometry/Vertices.h"
 #include "gl/BarProgram.h"
 

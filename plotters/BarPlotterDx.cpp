@@ -3,7 +3,7 @@
 
 #include "common/Compare.h"
 #include "common/Index.h"
-#include "common/Series.h"
+#include "common/Storage.h"
 #include "geometry/Vertices.h"
 
 #include <QDebug>

@@ -2,6 +2,7 @@
 #include "sources/NumberLines.h"
 
 #include "common/HelperThreads.h"
+#include "common/Storage.h"
 #include "sources/NumberBlock.h"
 #include "sources/TextBlocks.h"
 

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "common/Maxima.h"
 #include "common/Series.h"
+#include "common/Storage.h"
 #include "tests/support/Bits.h"
 #include "tests/support/RandomSeries.h"
 

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "common/Series.h"
 #include "filters/Pyramid.h"
 #include "tests/support/Bits.h"
 #include "tests/support/PlainBuckets.h"

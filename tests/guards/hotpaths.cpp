@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "common/BlockMaxima.h"
+#include "common/Maxima.h"
 #include "common/Series.h"
+#include "common/Storage.h"
 #include "filters/Buckets.h"
 #include "filters/Pyramid.h"
 #include "filters/PyramidBuilder.h"
