@@ -3,6 +3,7 @@
 
 #include "common/Compare.h"
 
+#include <cstring>
 #include <type_traits>
 
 /// Stores `value` when it differs from `stored` and says whether it did: the first line of every setter.
@@ -17,6 +18,15 @@ bool change(T &stored, const T &value)
         if (stored == value)
             return false;
     }
+    stored = value;
+    return true;
+}
+
+/// The same for places on an axis, where the twelfth digit counts: only bit-identical values are no change.
+inline bool changeExactly(double &stored, double value)
+{
+    if (std::memcmp(&stored, &value, sizeof value) == 0)
+        return false;
     stored = value;
     return true;
 }
