@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+#include "views/items/BarSeries.h"
+#include "views/items/LineSeries.h"
+#include "views/items/LogValueAxis.h"
+#include "views/items/PlotView.h"
+
+#include <QtTest>
+
+#include <memory>
+
+class tst_PlotView : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void keepsTheOrderOfItsSeries();
+    void refusesASeriesTwiceAndNull();
+    void forgetsASeriesThatIsDestroyed();
+    void letsGoOfItsSeriesWhenDestroyed();
+    void takesItemsAsChildrenAndTellsOfThem();
+    void fallsBackToItsOwnAxis();
+    void tellsOfRanges();
+    void laysThePlotAreaInsideTheMargins();
+    void neverMakesThePlotAreaNegative();
+};
+
+void tst_PlotView::keepsTheOrderOfItsSeries()
+{
+    PlotView view;
+    BarSeries bars;
+    LineSeries line;
+    QSignalSpy spy(&view, &PlotView::seriesListChanged);
+    view.addSeries(&line);
+    view.addSeries(&bars);
+    QCOMPARE(view.series(), (QVector<PlotSeries *>{&line, &bars}));
+    QCOMPARE(view.seriesLayer()->childItems().size(), 2);
+    view.removeSeries(&line);
+    QCOMPARE(view.series(), (QVector<PlotSeries *>{&bars}));
+    QCOMPARE(view.seriesLayer()->childItems().size(), 1);
+    QCOMPARE(spy.size(), 3);
+}
+
+void tst_PlotView::refusesASeriesTwiceAndNull()
+{
+    PlotView view;
+    BarSeries bars;
+    view.addSeries(&bars);
+    QSignalSpy spy(&view, &PlotView::seriesListChanged);
+    view.addSeries(&bars);
+    view.addSeries(nullptr);
+    view.removeSeries(nullptr);
+    LineSeries stranger;
+    view.removeSeries(&stranger);
+    QCOMPARE(spy.size(), 0);
+    QCOMPARE(view.series().size(), 1);
+}
+
+void tst_PlotView::forgetsASeriesThatIsDestroyed()
+{
+    PlotView view;
+    BarSeries first;
+    auto second = std::make_unique<BarSeries>();
+    view.addSeries(&first);
+    view.addSeries(second.get());
+    second.reset();
+    QCOMPARE(view.series(), (QVector<PlotSeries *>{&first}));
+    QCOMPARE(view.seriesLayer()->childItems().size(), 1);
+}
+
+void tst_PlotView::letsGoOfItsSeriesWhenDestroyed()
+{
+    BarSeries bars;
+    {
+        PlotView view;
+        view.addSeries(&bars);
+    }
+    bars.setVisible(false); // and nothing is there to listen
+    PlotView other;
+    other.addSeries(&bars);
+    QCOMPARE(other.series().size(), 1);
+}
+
+void tst_PlotView::takesItemsAsChildrenAndTellsOfThem()
+{
+    PlotView view;
+    QSignalSpy spy(&view, &PlotView::elementAdded);
+    QQmlListProperty<QObject> list = view.seriesList();
+    QQuickItem item;
+    QObject object;
+    BarSeries bars;
+    list.append(&list, &item);
+    list.append(&list, &object);
+    list.append(&list, &bars);
+    QCOMPARE(spy.size(), 2);
+    QCOMPARE(item.parentItem(), &view);
+    QCOMPARE(object.parent(), &view);
+    QCOMPARE(list.count(&list), 1);
+    QCOMPARE(list.at(&list, 0), &bars);
+    list.clear(&list);
+    QVERIFY(view.series().isEmpty());
+    QCOMPARE(item.parentItem(), &view);
+    object.setParent(nullptr);
+}
+
+void tst_PlotView::fallsBackToItsOwnAxis()
+{
+    PlotView view;
+    PlotAxis *const own = view.axisY();
+    QVERIFY(own);
+    QSignalSpy spy(&view, &PlotView::axisYChanged);
+    auto log = std::make_unique<LogValueAxis>();
+    view.setAxisY(log.get());
+    QCOMPARE(view.axisY(), log.get());
+    log.reset();
+    QCOMPARE(view.axisY(), own);
+    view.setAxisY(nullptr);
+    QCOMPARE(view.axisY(), own);
+    QCOMPARE(spy.size(), 2);
+}
+
+void tst_PlotView::tellsOfRanges()
+{
+    PlotView view;
+    PlotAxis *const first = view.axisX();
+    LogValueAxis other;
+    view.setAxisX(&other);
+    QSignalSpy spy(&view, &PlotView::rangesChanged);
+    first->setRange(3.0, 4.0);
+    QCOMPARE(spy.size(), 0);
+    other.setRange(3.0, 4.0);
+    QCOMPARE(spy.size(), 1);
+}
+
+void tst_PlotView::laysThePlotAreaInsideTheMargins()
+{
+    PlotView view;
+    view.setSize(QSizeF(200.0, 100.0));
+    QCOMPARE(view.plotArea(), QRectF(0.0, 0.0, 200.0, 100.0));
+    QSignalSpy spy(&view, &PlotView::plotAreaChanged);
+    view.setPlotMargins(QMarginsF(10.3, 20.0, 30.0, 39.6));
+    QCOMPARE(view.plotArea(), QRectF(10.0, 20.0, 160.0, 40.0));
+    QCOMPARE(view.seriesLayer()->position(), QPointF(10.0, 20.0));
+    QCOMPARE(view.seriesLayer()->size(), QSizeF(160.0, 40.0));
+    QCOMPARE(spy.size(), 1);
+}
+
+void tst_PlotView::neverMakesThePlotAreaNegative()
+{
+    PlotView view;
+    view.setSize(QSizeF(20.0, 10.0));
+    view.setPlotMargins(QMarginsF(15.0, 15.0, 15.0, 15.0));
+    QCOMPARE(view.plotArea().size(), QSizeF(0.0, 0.0));
+}
+
+QTEST_MAIN(tst_PlotView)
+#include "tst_PlotView.moc"

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQmlListReference>
+#include <QtTest>
+
+#include <memory>
+
+class tst_ViewsModule : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void makesItsTypes_data();
+    void makesItsTypes();
+    void takesSeriesAsTheyAreDeclared();
+    void standsBesideTheFirstModule();
+
+private:
+    static std::unique_ptr<QObject> make(QQmlEngine &engine, const QByteArray &text, QString *error);
+};
+
+std::unique_ptr<QObject> tst_ViewsModule::make(QQmlEngine &engine, const QByteArray &text, QString *error)
+{
+    QQmlComponent component(&engine);
+    component.setData("import QtQuick 2.14\nimport VorlixPlugin.Views 1.0\n" + text, QUrl());
+    std::unique_ptr<QObject> object(component.create());
+    *error = component.errorString();
+    return object;
+}
+
+void tst_ViewsModule::makesItsTypes_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    for (const char *name : {"PlotView", "BarSeries", "LineSeries", "AreaSeries", "ValueAxis", "LogValueAxis"})
+        QTest::newRow(name) << QByteArray(name);
+}
+
+void tst_ViewsModule::makesItsTypes()
+{
+    QFETCH(QByteArray, name);
+    QQmlEngine engine;
+    QString error;
+    const std::unique_ptr<QObject> object = make(engine, name + " {}", &error);
+    QVERIFY2(object, qPrintable(error));
+}
+
+void tst_ViewsModule::takesSeriesAsTheyAreDeclared()
+{
+    QQmlEngine engine;
+    QString error;
+    const std::unique_ptr<QObject> view = make(engine,
+                                               "PlotView { axisX { min: 3; max: 5 } axisY: LogValueAxis {}\n"
+                                               "BarSeries { name: 'a' } Item {} LineSeries { name: 'b' } }",
+                                               &error);
+    QVERIFY2(view, qPrintable(error));
+    QQmlListReference list(view.get(), "seriesList", &engine);
+    QCOMPARE(list.count(), 2);
+    QCOMPARE(list.at(0)->property("name").toString(), QStringLiteral("a"));
+    QCOMPARE(list.at(1)->property("name").toString(), QStringLiteral("b"));
+    QCOMPARE(view->property("axisX").value<QObject *>()->property("max").toDouble(), 5.0);
+    QCOMPARE(view->property("axisY").value<QObject *>()->metaObject()->className(), "LogValueAxis");
+}
+
+void tst_ViewsModule::standsBesideTheFirstModule()
+{
+    QQmlEngine engine;
+    QString error;
+    const std::unique_ptr<QObject> both =
+        make(engine, "import VorlixPlugin 1.0\nItem { ChartArea {} PlotView {} }", &error);
+    QVERIFY2(both, qPrintable(error));
+}
+
+QTEST_MAIN(tst_ViewsModule)
+#include "tst_ViewsModule.moc"

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+#include "views/items/PlotSeries.h"
+
+#include "common/Change.h"
+
+#include <algorithm>
+#include <cmath>
+
+PlotSeries::PlotSeries(QObject *parent) : QObject(parent) {}
+
+void PlotSeries::setName(const QString &name)
+{
+    if (!change(m_name, name))
+        return;
+    emit nameChanged();
+}
+
+void PlotSeries::setColor(const QColor &color)
+{
+    const QColor before = this->color();
+    m_color = color;
+    if (this->color() == before)
+        return;
+    emit colorChanged();
+    emit redrawNeeded();
+}
+
+void PlotSeries::setViewColor(const QColor &color)
+{
+    const QColor before = this->color();
+    m_viewColor = color;
+    if (this->color() == before)
+        return;
+    emit colorChanged();
+    emit redrawNeeded();
+}
+
+void PlotSeries::setVisible(bool visible)
+{
+    if (!change(m_visible, visible))
+        return;
+    emit visibleChanged();
+    emit redrawNeeded();
+}
+
+void PlotSeries::setOpacity(double opacity)
+{
+    if (std::isnan(opacity) || !change(m_opacity, std::clamp(opacity, 0.0, 1.0)))
+        return;
+    emit opacityChanged();
+    emit redrawNeeded();
+}
+
+void PlotSeries::setStart(double start)
+{
+    if (!changeExactly(m_start, start))
+        return;
+    emit startChanged();
+    emit redrawNeeded();
+}
+
+void PlotSeries::setStep(double step)
+{
+    if (!changeExactly(m_step, step))
+        return;
+    emit stepChanged();
+    emit redrawNeeded();
+}
+
+void PlotSeries::setXOffset(double xOffset)
+{
+    if (!changeExactly(m_xOffset, xOffset))
+        return;
+    emit xOffsetChanged();
+    emit redrawNeeded();
+}
+
+void PlotSeries::setHoverable(bool hoverable)
+{
+    if (!change(m_hoverable, hoverable))
+        return;
+    emit hoverableChanged();
+}

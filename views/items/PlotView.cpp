@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: MIT
+#include "views/items/PlotView.h"
+
+#include "common/Change.h"
+#include "views/items/PlotSeries.h"
+#include "views/items/SeriesItem.h"
+#include "views/items/ValueAxis.h"
+
+#include <QQuickWindow>
+
+#include <algorithm>
+#include <cmath>
+
+PlotView::PlotView(QQuickItem *parent)
+    : QQuickItem(parent),
+      m_ownAxisX(new ValueAxis(this)),
+      m_ownAxisY(new ValueAxis(this)),
+      m_seriesLayer(new QQuickItem(this))
+{
+    exchangeAxis(m_axisX, nullptr, m_ownAxisX);
+    exchangeAxis(m_axisY, nullptr, m_ownAxisY);
+    m_seriesLayer->setClip(true);
+}
+
+PlotView::~PlotView()
+{
+    for (PlotSeries *series : qAsConst(m_series))
+        disconnect(series, nullptr, this, nullptr);
+    disconnect(m_axisX, nullptr, this, nullptr);
+    disconnect(m_axisY, nullptr, this, nullptr);
+}
+
+void PlotView::setAxisX(PlotAxis *axis)
+{
+    if (!exchangeAxis(m_axisX, axis, m_ownAxisX))
+        return;
+    emit axisXChanged();
+    emit rangesChanged();
+}
+
+void PlotView::setAxisY(PlotAxis *axis)
+{
+    if (!exchangeAxis(m_axisY, axis, m_ownAxisY))
+        return;
+    emit axisYChanged();
+    emit rangesChanged();
+}
+
+bool PlotView::exchangeAxis(PlotAxis *&stored, PlotAxis *axis, PlotAxis *own)
+{
+    PlotAxis *const next = axis ? axis : own;
+    if (stored == next)
+        return false;
+    if (stored)
+        disconnect(stored, nullptr, this, nullptr);
+    stored = next;
+    connect(next, &PlotAxis::rangeChanged, this, &PlotView::rangesChanged);
+    connect(next, &QObject::destroyed, this, &PlotView::forgetAxis);
+    return true;
+}
+
+void PlotView::forgetAxis(QObject *axis)
+{
+    // Only the address is left of it, so it's replaced without being asked for anything.
+    if (m_axisX == axis) {
+        m_axisX = nullptr;
+        setAxisX(nullptr);
+    }
+    if (m_axisY == axis) {
+        m_axisY = nullptr;
+        setAxisY(nullptr);
+    }
+}
+
+void PlotView::setTitle(const QString &title)
+{
+    if (!change(m_title, title))
+        return;
+    emit titleChanged();
+}
+
+void PlotView::addSeries(PlotSeries *series)
+{
+    if (!series || m_series.contains(series))
+        return;
+    m_series.append(series);
+    new SeriesItem(*this, *series, m_seriesLayer);
+    connect(series, &QObject::destroyed, this, &PlotView::forgetSeries);
+    emit seriesListChanged();
+}
+
+void PlotView::removeSeries(PlotSeries *series)
+{
+    if (!series)
+        return;
+    disconnect(series, nullptr, this, nullptr);
+    forgetSeries(series);
+}
+
+void PlotView::forgetSeries(QObject *series)
+{
+    const auto found = std::find(m_series.begin(), m_series.end(), series);
+    if (found == m_series.end())
+        return;
+    delete m_seriesLayer->childItems().at(int(found - m_series.begin()));
+    m_series.erase(found);
+    emit seriesListChanged();
+}
+
+void PlotView::setPlotMargins(const QMarginsF &margins)
+{
+    if (!change(m_margins, margins))
+        return;
+    layOut();
+}
+
+double PlotView::pixelRatio() const
+{
+    return window() ? window()->effectiveDevicePixelRatio() : 1.0;
+}
+
+void PlotView::geometryChanged(const QRectF &now, const QRectF &before)
+{
+    QQuickItem::geometryChanged(now, before);
+    layOut();
+}
+
+void PlotView::itemChange(ItemChange kind, const ItemChangeData &data)
+{
+    QQuickItem::itemChange(kind, data);
+    if (kind == ItemDevicePixelRatioHasChanged || kind == ItemSceneChange) {
+        emit pixelRatioChanged();
+        layOut();
+    }
+}
+
+void PlotView::layOut()
+{
+    const double ratio = pixelRatio();
+    const auto whole = [ratio](double place) { return std::round(place * ratio) / ratio; };
+    const double left = whole(m_margins.left());
+    const double top = whole(m_margins.top());
+    const double right = std::max(left, whole(width() - m_margins.right()));
+    const double bottom = std::max(top, whole(height() - m_margins.bottom()));
+    if (!change(m_plotArea, QRectF(left, top, right - left, bottom - top)))
+        return;
+    m_seriesLayer->setPosition(m_plotArea.topLeft());
+    m_seriesLayer->setSize(m_plotArea.size());
+    emit plotAreaChanged();
+}
+
+QQmlListProperty<QObject> PlotView::seriesList()
+{
+    return QQmlListProperty<QObject>(this, nullptr, appendElement, countSeries, seriesAt, clearSeries);
+}
+
+void PlotView::appendElement(QQmlListProperty<QObject> *list, QObject *element)
+{
+    auto *view = static_cast<PlotView *>(list->object);
+    if (auto *series = qobject_cast<PlotSeries *>(element)) {
+        view->addSeries(series);
+        return;
+    }
+    QQmlListProperty<QObject> data = view->property("data").value<QQmlListProperty<QObject>>();
+    data.append(&data, element);
+    emit view->elementAdded(element);
+}
+
+int PlotView::countSeries(QQmlListProperty<QObject> *list)
+{
+    return int(static_cast<PlotView *>(list->object)->m_series.size());
+}
+
+QObject *PlotView::seriesAt(QQmlListProperty<QObject> *list, int index)
+{
+    return static_cast<PlotView *>(list->object)->m_series.value(index);
+}
+
+void PlotView::clearSeries(QQmlListProperty<QObject> *list)
+{
+    auto *view = static_cast<PlotView *>(list->object);
+    while (!view->m_series.isEmpty())
+        view->removeSeries(view->m_series.last());
+}

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#include "views/plugin/ViewsPlugin.h"
+
+#include "views/items/AreaSeries.h"
+#include "views/items/BarSeries.h"
+#include "views/items/LineSeries.h"
+#include "views/items/LogValueAxis.h"
+#include "views/items/PlotView.h"
+#include "views/items/ValueAxis.h"
+
+#include <qqml.h>
+
+namespace {
+
+constexpr char moduleUri[] = "VorlixPlugin.Views";
+
+template <class T>
+void registerType(const char *name)
+{
+    qmlRegisterType<T>(moduleUri, 1, 0, name);
+}
+
+/// A type that QML knows but can't make.
+template <class T>
+void registerBase(const char *name)
+{
+    qmlRegisterUncreatableType<T>(moduleUri, 1, 0, name,
+                                  QStringLiteral("%1 is what other types have in common").arg(QLatin1String(name)));
+}
+
+} // namespace
+
+void ViewsPlugin::registerTypes(const char *)
+{
+    registerBase<PlotAxis>("PlotAxis");
+    registerBase<PlotSeries>("PlotSeries");
+    registerType<PlotView>("PlotView");
+    registerType<BarSeries>("BarSeries");
+    registerType<LineSeries>("LineSeries");
+    registerType<AreaSeries>("AreaSeries");
+    registerType<ValueAxis>("ValueAxis");
+    registerType<LogValueAxis>("LogValueAxis");
+}
