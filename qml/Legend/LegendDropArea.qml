@@ -50,14 +50,16 @@ Item {
             guest = null;
         }
 
-        /// Lets the docked legend go once it was dragged off the edge: it then lies among the neighbours of this item.
+        /// Lets the docked legend go once it was dragged off the edge: it then lies among the neighbours of this item
+        /// and has its own size. Moving it there calls this again, with nothing docked.
         function watch() {
-            if (guest || !docked.Drag.active || edge.contains(docked.mapToItem(edge, docked.Drag.hotSpot)))
+            if (!docked || guest || !docked.Drag.active || edge.contains(docked.mapToItem(edge, docked.Drag.hotSpot)))
                 return ;
 
             const corner = mapToItem(root.parent, docked.x, docked.y);
             const legend = docked;
             docked = null;
+            legend.isFree = true;
             legend.parent = root.parent;
             legend.x = corner.x;
             legend.y = corner.y;
@@ -109,8 +111,14 @@ Item {
         Rectangle {
             id: barRoot
 
-            width: root.width
-            height: Math.abs(root.extendLength)
+            /// Whether it was dragged off the edge.
+            property bool isFree: false
+            readonly property int freeColumns: Math.max(1, Math.min((root.plotterList || []).length, 3))
+
+            implicitWidth: row.x + 125 * freeColumns
+            implicitHeight: Math.max(row.implicitHeight, 30)
+            width: isFree ? implicitWidth : root.width
+            height: isFree ? implicitHeight : Math.abs(root.extendLength)
             z: handle.drag.active ? 1000 : 0
             color: Material.background
             Drag.active: handle.drag.active
@@ -135,6 +143,8 @@ Item {
             }
 
             HorizontalLegend {
+                id: row
+
                 x: 21
                 width: parent.width - x
                 height: Math.min(implicitHeight, parent.height)
@@ -150,8 +160,10 @@ Item {
         id: box
 
         VerticalLegend {
-            width: Math.abs(root.extendLength)
-            height: root.height
+            property bool isFree: false
+
+            width: isFree ? implicitWidth : Math.abs(root.extendLength)
+            height: isFree ? implicitHeight : root.height
             plotterList: root.plotterList
         }
 

@@ -204,6 +204,56 @@ Item {
             compare(legendsIn(area), 1);
         }
 
+        function test_aLegendDraggedOutHasItsOwnSize_data() {
+            return [
+                { tag: "top", properties: { width: 600 }, dock: Qt.point(300, 20), handle: Qt.point(10, 30),
+                    to: Qt.point(200, 250), size: Qt.size(21 + 250, 30) },
+                { tag: "straight up from the bottom", properties: { width: 600, y: 400, extendLength: -70,
+                    extendDropArea: -50 }, dock: Qt.point(300, 380), handle: Qt.point(10, 365), to: Qt.point(10, 100),
+                    size: Qt.size(21 + 250, 30) },
+                { tag: "left", properties: { hDirection: false, height: 400, extendLength: 150 },
+                    dock: Qt.point(20, 200), handle: Qt.point(75, 18), to: Qt.point(300, 250), size: Qt.size(200, 96) },
+                { tag: "right", properties: { hDirection: false, height: 400, x: 600, extendLength: -150,
+                    extendDropArea: -50 }, dock: Qt.point(580, 200), handle: Qt.point(525, 18), to: Qt.point(200, 250),
+                    size: Qt.size(200, 96) }
+            ];
+        }
+
+        function test_aLegendDraggedOutHasItsOwnSize(row) {
+            const area = edge(row.properties);
+            legendAt(200, 150);
+            carry(Qt.point(250, 160), row.dock, true);
+            carry(row.handle, row.to, true);
+            compare(legendsIn(area), 0);
+            compare(legendsIn(window), 1);
+            let legend = docked(window);
+            while (legend.parent !== window)
+                legend = legend.parent;
+            compare(Qt.size(legend.width, legend.height), row.size);
+        }
+
+        function test_aBarDraggedOutHasThreeColumnsAtMost() {
+            list = [0, 1, 2, 3, 4].map((i) => createTemporaryObject(plotterComponent, testCase, { name: "plotter " + i }));
+            top();
+            legendAt(200, 150);
+            carry(Qt.point(250, 160), Qt.point(300, 20), true);
+            carry(Qt.point(10, 30), Qt.point(100, 250), true);
+            const columns = textsIn(window).map((text) => rectIn(text, window).x);
+            compare(columns.length, 5);
+            compare(new Set(columns).size, 3);
+        }
+
+        function test_anEmptyBarDraggedOutCanBeTakenAgain() {
+            list = [];
+            const area = top();
+            legendAt(200, 150);
+            carry(Qt.point(250, 160), Qt.point(300, 20), true);
+            carry(Qt.point(10, 30), Qt.point(100, 250), true);
+            compare(container(area).height, 0);
+            const handles = rectanglesIn(window, (item) => item.width === 3);
+            compare(handles.map((handle) => handle.parent.height), [30, 30]);
+        }
+
         function test_aBarReleasedAtItsEdgeSnapsBack() {
             const area = top();
             legendAt(200, 150);
