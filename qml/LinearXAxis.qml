@@ -22,7 +22,7 @@ Item {
     readonly property real xTickOffset: Math.ceil(rectArea.x / dxTick) * dxTick
     readonly property real xTicks: Math.floor((rectArea.width - xTickOffset + rectArea.x) / dxTick) + 1
     readonly property int tickCount: isDrawable() ? Math.max(Math.round(Math.min(xTicks, maxNumTick)), 0) : 0
-    /// Which ticks have a label: those whose label does not touch another.
+    /// Which ticks have a label: all of them, unless two labels would overlap.
     readonly property var labelled: chooseLabels()
 
     function format_num(num, decimals = 2) {
@@ -71,18 +71,11 @@ Item {
         return Math.max(Math.min(tickX(index) - labelWidth / 2, right - labelWidth), left);
     }
 
+    /// For each tick, whether it has a label. Where two would overlap, every n-th multiple has one, not every n-th tick
+    /// in view: so a pan does not move labels to other ticks.
     function chooseLabels() {
-        const gap = 4;
-        const widths = [];
-        for (let i = 0; i < ticks.count; ++i) {
-            const tick = ticks.itemAt(i);
-            widths.push(tick ? tick.labelWidth : 0);
-        }
-        const widest = widths.reduce((a, b) => {
-            return Math.max(a, b);
-        }, 0);
-        const step = Math.ceil((widest + gap) / (dxTick / rectArea.width * width));
-        // Every n-th multiple, not every n-th tick in view: so a pan does not move labels to other ticks.
+        const widths = ticks.labelWidths();
+        const step = ticks.stepWithoutOverlap(widths);
         const first = Math.round(xTickOffset / dxTick);
         const skipped = Math.ceil(first / step) * step - first;
         const start = skipped < widths.length ? skipped : 0;
@@ -92,7 +85,7 @@ Item {
             if ((i - start) % step !== 0 || left < taken)
                 return false;
 
-            taken = left + labelWidth + gap;
+            taken = left + labelWidth;
             return true;
         });
     }
@@ -102,10 +95,52 @@ Item {
     Repeater {
         id: ticks
 
+        /// Of all labels: a little less than 1 where they could not be told apart otherwise.
+        readonly property real labelScale: Math.max(0.9, Math.min(scaleForGap(4), 1))
+
+        function labelWidths() {
+            const widths = [];
+            for (let i = 0; i < count; ++i) {
+                const tick = itemAt(i);
+                widths.push(tick ? tick.labelWidth : 0);
+            }
+            return widths;
+        }
+
+        /// In pixels, between ticks that are so many apart.
+        function distanceOf(step) {
+            return step * root.dxTick / root.rectArea.width * root.width;
+        }
+
+        /// What two centred labels take of the way between their ticks, at most.
+        function mostTaken(step, widths) {
+            return widths.slice(step).reduce((most, width, i) => {
+                return Math.max(most, (widths[i] + width) / 2);
+            }, 0);
+        }
+
+        function stepWithoutOverlap(widths) {
+            for (let step = 1; step < widths.length; ++step) {
+                if (mostTaken(step, widths) <= distanceOf(step))
+                    return step;
+
+            }
+            return Math.max(1, widths.length);
+        }
+
+        function scaleForGap(gap) {
+            const widths = labelWidths();
+            const step = stepWithoutOverlap(widths);
+            return (distanceOf(step) - gap) / mostTaken(step, widths);
+        }
+
         model: root.tickCount
 
         Item {
             readonly property real labelWidth: label.implicitWidth
+            /// Of its own, because the function reads some properties more than once, which not every Qt allows in a
+            /// binding of an item's place.
+            readonly property real labelLeft: root.labelX(index, label.width)
 
             x: root.tickX(index)
 
@@ -120,12 +155,14 @@ Item {
             Text {
                 id: label
 
-                x: root.labelX(index, width) - parent.x
+                x: parent.labelLeft - parent.x
                 visible: root.labelled[index] === true
                 color: root.axisTextColor
                 font.pointSize: 9
+                scale: ticks.labelScale
                 text: root.labelText(root.xTickOffset + index * root.dxTick)
                 textFormat: Text.PlainText
+                transformOrigin: Item.Top
 
                 anchors {
                     top: mark.bottom

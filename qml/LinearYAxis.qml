@@ -43,31 +43,49 @@ Item {
     z: -1
 
     Repeater {
+        id: lines
+
+        // Where the axis has room on its left, labels stay inside it.
+        readonly property real room: root.x > 40 ? root.x - 4 : Infinity
+        readonly property real margin: Math.max(0, Math.min(room - widestLabel(), 16))
+
+        function widestLabel() {
+            let widest = 0;
+            for (let i = 0; i < count; ++i) {
+                const line = itemAt(i);
+                if (line && line.isShown)
+                    widest = Math.max(widest, line.labelWidth);
+
+            }
+            return widest;
+        }
+
         model: root.tickCount
 
         Rectangle {
             readonly property real value: index * root.dyTicks
+            readonly property bool isShown: !root.isLogScale || Number.isInteger(value)
+            readonly property real labelWidth: label.implicitWidth
 
             y: root.height - value / root.rectArea.height * root.height
             width: root.width
             height: 1
-            visible: !root.isLogScale || Number.isInteger(value)
+            visible: isShown
             color: root.axisLineColor
 
             Text {
-                // Where the axis has room on its left, the label stays inside it.
-                readonly property real room: root.x > 40 ? root.x - 4 : Infinity
+                id: label
 
                 color: root.axisTextColor
                 font.pointSize: 9
-                scale: Math.min(1, room / implicitWidth)
+                scale: Math.min(1, lines.room / implicitWidth)
                 text: root.labelText(parent.value)
                 textFormat: Text.RichText
                 transformOrigin: Item.Right
 
                 anchors {
                     right: parent.left
-                    rightMargin: Math.max(0, Math.min(room - implicitWidth, 16))
+                    rightMargin: lines.margin
                     verticalCenter: parent.verticalCenter
                 }
 

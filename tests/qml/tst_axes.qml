@@ -18,6 +18,20 @@ Item {
         width: 600
     }
 
+    Text {
+        id: metrics
+
+        visible: false
+        font.pointSize: 9
+        textFormat: Text.PlainText
+    }
+
+    SPlotQML {
+        id: plot
+
+        visible: false
+    }
+
     LinearYAxis {
         id: yAxis
 
@@ -36,6 +50,7 @@ Item {
             xAxis.minTickWidth = 70;
             xAxis.axisTextFunc = null;
             xAxis.rectArea = Qt.rect(0, 0, 1, 1);
+            yAxis.x = 100;
             yAxis.height = 400;
             yAxis.tickHeight = 50;
             yAxis.isLogScale = false;
@@ -210,7 +225,47 @@ Item {
             compare(textsIn(yAxis).length, 0);
         }
 
-        function test_xLabelsNeverTouchAndStayInside() {
+        function test_everyTickOfASecondHasALabel_data() {
+            return [1, 2, 4].map((seconds) => ({ tag: seconds + " s", seconds: seconds }));
+        }
+
+        function test_everyTickOfASecondHasALabel(row) {
+            xAxis.x = 0;
+            xAxis.width = 1200 - 72; // that of a plot of 1200 pixels
+            xAxis.axisTextFunc = plot.format_time;
+            xAxis.rectArea = Qt.rect(0, 0, row.seconds, 1);
+            const all = marks();
+            verify(all.length >= 9);
+            const labels = textsIn(xAxis).map((label) => rectIn(label, xAxis));
+            compare(labels.length, all.length);
+            for (let i = 1; i < labels.length; ++i)
+                expect(labels[i].left - labels[i - 1].right > 3.9, () => "labels can't be told apart: " + labels);
+        }
+
+        function test_anXLabelIsLeftOutOnlyWhereTwoWouldOverlap() {
+            let complete = 0;
+            for (let round = 0; round < 200; ++round) {
+                const length = randomLength();
+                xAxis.width = Math.floor(200 + random() * 700);
+                xAxis.x = Math.floor(random() * (1000 - xAxis.width));
+                xAxis.rectArea = Qt.rect((random() - 0.5) * length * 20, 0, length, 1);
+                const labels = [];
+                for (let i = 0; i < xAxis.tickCount; ++i) {
+                    const text = xAxis.labelText(xAxis.xTickOffset + i * xAxis.dxTick);
+                    metrics.text = text;
+                    labels.push(Qt.rect(xAxis.labelX(i, metrics.implicitWidth), 0, metrics.implicitWidth, 1));
+                }
+                if (labels.some((label, i) => i > 0 && overlap(labels[i - 1], label)))
+                    continue;
+
+                expect(textsIn(xAxis).length === marks().length, () => xAxis.rectArea + " at " + xAxis.width + ": "
+                    + textsIn(xAxis).length + " labels at " + marks().length + " ticks");
+                ++complete;
+            }
+            verify(complete > 50, "only " + complete + " had room");
+        }
+
+        function test_xLabelsNeverOverlapAndStayInside() {
             for (let round = 0; round < 200; ++round) {
                 const length = randomLength();
                 xAxis.width = Math.floor(random() * 1000);
@@ -221,7 +276,7 @@ Item {
                 expect(labels.length <= marks().length, () => what);
                 for (let i = 0; i < labels.length; ++i) {
                     expect(labels[i].left >= 0 && labels[i].right <= 1000, () => what + " leaves its parent: " + labels[i]);
-                    expect(i === 0 || labels[i].left >= labels[i - 1].right + 3.9, () => what + ": two labels touch");
+                    expect(i === 0 || !overlap(labels[i - 1], labels[i]), () => what + ": two labels overlap");
                 }
                 if (labels.length === 0)
                     expect(marks().length === 0, () => what + ": ticks, but no label");
@@ -331,6 +386,41 @@ Item {
                 near(place.right, -16, 100, "right edge of " + label.text);
                 near(place.y + place.height / 2, 400.5 - Number(label.text) * 4, 400, "middle of " + label.text);
             }
+        }
+
+        function test_yLabelsEndInOneColumn_data() {
+            return [
+                { tag: "room for all", x: 100, texts: ["0.00", "16.00", "32.00"], margin: 16 },
+                { tag: "the widest fits just so", x: 60, texts: ["0.00", "8.00K", "9.00K"], margin: 16 },
+                { tag: "one is too wide", x: 60, texts: ["8.00K", "10.00K", "250.00K"], margin: undefined },
+                { tag: "one is wider than the room", x: 60, texts: ["0.00", "1250000.00K"], margin: 0 },
+                { tag: "no room is given", x: 0, texts: ["8.00K", "10.00K", "250000000.00K"], margin: 16 }
+            ];
+        }
+
+        function test_yLabelsEndInOneColumn(row) {
+            yAxis.x = row.x;
+            yAxis.rectArea = Qt.rect(0, 0, 1, 4);
+            yAxis.axisTextFunc = (value) => row.texts[Math.min(value * 2, row.texts.length - 1)];
+            const labels = textsIn(yAxis);
+            verify(labels.length > row.texts.length);
+            const widest = Math.max(...labels.map((label) => label.implicitWidth));
+            const margin = row.margin === undefined ? row.x - 4 - widest : row.margin;
+            verify(margin >= 0 && margin <= 16);
+            for (const label of labels) {
+                const place = rectIn(label, scene);
+                near(place.right, row.x - margin, 1, "right edge of " + label.text);
+                expect(row.x === 0 || place.left >= 4 - 1e-6, () => label.text + " begins at " + place.left);
+            }
+        }
+
+        function test_yLabelsThatAreHiddenTakeNoRoom() {
+            yAxis.x = 60;
+            yAxis.isLogScale = true;
+            yAxis.rectArea = Qt.rect(0, 0, 1, 4);
+            yAxis.axisTextFunc = (value) => Number.isInteger(value) ? value : 1e30; // shown at whole values only
+            for (const label of textsIn(yAxis))
+                near(rectIn(label, scene).right, 44, 1, "right edge of " + label.text);
         }
 
         function test_yLabelsOfAFunction() {
