@@ -8,6 +8,7 @@
 #include <QQuickWindow>
 
 #include <chrono>
+#include <cmath>
 #include <cstring>
 
 namespace {
@@ -23,19 +24,28 @@ bool sameRect(const QRectF &a, const QRectF &b)
 
 } // namespace
 
-PictureWriter::PictureWriter(QQuickWindow *window, QQuickItem *chart, const QString &path, QObject *parent)
+PictureWriter::PictureWriter(QQuickWindow *window, QQuickItem *chart, const SPictureOrder &order, QObject *parent)
     : QObject(parent),
       m_window(window),
       m_chart(chart),
-      m_path(path)
+      m_order(order)
 {
+    fitWindow();
     // Queued: the render thread emits it.
     connect(window, &QQuickWindow::frameSwapped, this, &PictureWriter::frameShown, Qt::QueuedConnection);
     connect(&m_patience, &QTimer::timeout, this, [this] {
-        finish(QStringLiteral("%1: the picture did not come to rest within %2 s").arg(m_path).arg(patience.count()));
+        finish(
+            QStringLiteral("%1: the picture did not come to rest within %2 s").arg(m_order.path).arg(patience.count()));
     });
     m_patience.setSingleShot(true);
     m_patience.start(patience);
+}
+
+/// A window has whole units of its own, which may be more than one pixel: it gets the first that cover the picture.
+void PictureWriter::fitWindow()
+{
+    const double ratio = m_window->effectiveDevicePixelRatio();
+    m_window->resize(int(std::ceil(m_order.size.width() / ratio)), int(std::ceil(m_order.size.height() / ratio)));
 }
 
 void PictureWriter::askForFrame()
@@ -62,14 +72,22 @@ void PictureWriter::frameShown()
         return;
     }
     if (!m_window->property("hasNumbers").toBool()) {
-        finish(QStringLiteral("%1: not written, for there is no number to show").arg(m_path));
+        finish(QStringLiteral("%1: not written, for there is no number to show").arg(m_order.path));
         return;
     }
-    const QImage image = m_window->grabWindow();
-    if (image.size() != m_window->size())
-        finish(QStringLiteral("%1: the window could not be grabbed").arg(m_path));
-    else
-        finish(writePicture(image.convertToFormat(QImage::Format_RGB32), m_path, "png"));
+    finish(writeWindow());
+}
+
+/// Returns what went wrong, or nothing.
+QString PictureWriter::writeWindow()
+{
+    QImage image = m_window->grabWindow();
+    const QRect picture(QPoint(), m_order.size);
+    if (!image.rect().contains(picture))
+        return QStringLiteral("%1: the window could not be grabbed").arg(m_order.path);
+    image = image.copy(picture).convertToFormat(QImage::Format_RGB32);
+    image.setDevicePixelRatio(1.0); // or the file would claim another resolution
+    return writePicture(image, m_order.path, "png");
 }
 
 void PictureWriter::finish(const QString &error)

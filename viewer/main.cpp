@@ -36,12 +36,12 @@ bool displayIsMissing()
 }
 
 /// Makes the window write its picture and end the event loop.
-void exitWithPicture(QQuickWindow *window, const QString &path)
+void exitWithPicture(QQuickWindow *window, const SPictureOrder &order)
 {
     // A window manager would have its say about the size.
     window->setFlags(window->flags() | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
     auto *chart = window->property("chart").value<QQuickItem *>();
-    auto *writer = new PictureWriter(window, chart, path, window);
+    auto *writer = new PictureWriter(window, chart, order, window);
     QObject::connect(writer, &PictureWriter::finished, window, [window](const QString &error) {
         const QStringList problems = window->property("problems").value<QJSValue>().toVariant().toStringList();
         for (const QString &words : problems + (error.isEmpty() ? QStringList() : QStringList{error}))
@@ -61,7 +61,7 @@ void exitWithPicture(QQuickWindow *window, const QString &path)
 int run(int argc, char **argv, const SViewerOptions &options)
 {
     if (!options.picture.isEmpty())
-        QCoreApplication::setAttribute(Qt::AA_DisableHighDpiScaling); // the size asked for is in the picture's pixels
+        QCoreApplication::setAttribute(Qt::AA_DisableHighDpiScaling); // the same letters on every screen
     QGuiApplication application(argc, argv);
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/vorlixview/icon.png")));
     QGuiApplication::setDesktopFileName(QStringLiteral("vorlixview"));  // Wayland takes the icon from there
@@ -71,7 +71,7 @@ int run(int argc, char **argv, const SViewerOptions &options)
     if (!window)
         return EXIT_FAILURE;
     if (!options.picture.isEmpty())
-        exitWithPicture(window, options.picture);
+        exitWithPicture(window, {options.picture, options.size});
     window->show();
     const int code = QGuiApplication::exec();
     if (window->property("reading").toBool())

@@ -46,6 +46,7 @@ struct SScene
     QSize size;
     bool dark;
     QString renderLoop;
+    double ratio = 1.0; ///< of pixels to units of the layout
 };
 
 } // namespace
@@ -73,6 +74,8 @@ private slots:
 
     void barsStandWhereTheFileHasThem_data();
     void barsStandWhereTheFileHasThem();
+    void atEveryRatioThePictureHasTheSizeAskedFor_data();
+    void atEveryRatioThePictureHasTheSizeAskedFor();
     void peaksOfASpectrumStandWhereTheFileHasThem_data();
     void peaksOfASpectrumStandWhereTheFileHasThem();
     void aSinglePeakIsSeen_data();
@@ -143,6 +146,7 @@ QImage tst_vorlixview::picture(const QStringList &arguments, const SScene &scene
     auto environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("QSG_RENDER_LOOP"), scene.renderLoop);
     environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_folder->path());
+    environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QString::number(scene.ratio));
     const SOutcome outcome = view(all + arguments, environment);
     if (outcome.exitCode != 0 || outcome.errors != words || !outcome.output.isEmpty()) {
         qWarning() << "exit" << outcome.exitCode << outcome.output << outcome.errors;
@@ -388,6 +392,43 @@ void tst_vorlixview::barsStandWhereTheFileHasThem()
         const QPoint above((first + last) / 2, box.bottom() - int(expected) - 3);
         QVERIFY(isGround(image.pixelColor(above), scene.dark));
     }
+}
+
+void tst_vorlixview::atEveryRatioThePictureHasTheSizeAskedFor_data()
+{
+    QTest::addColumn<SScene>("scene");
+    for (const double ratio : {1.0, 1.25, 1.5, 2.0}) {
+        QTest::addRow("%g, threaded", ratio) << SScene{QSize(640, 480), false, QStringLiteral("threaded"), ratio};
+        QTest::addRow("%g, basic", ratio) << SScene{QSize(1001, 703), false, QStringLiteral("basic"), ratio};
+    }
+}
+
+/// The layout grows with the ratio, its margins and letters too. An edge between two pixels is blurred.
+void tst_vorlixview::atEveryRatioThePictureHasTheSizeAskedFor()
+{
+    QFETCH(SScene, scene);
+    const QVector<double> values{4, 9, 2.5, 7};
+    const QImage image = picture({fileOf(QStringLiteral("series.txt"), "4\n9\n2.5\n7\n")}, scene);
+    QCOMPARE(image.size(), scene.size);
+    QCOMPARE(image.devicePixelRatio(), 1.0);
+
+    const double left = chartLeft * scene.ratio;
+    const double right = (std::ceil(scene.size.width() / scene.ratio) - chartRight) * scene.ratio;
+    const double bottom = (std::ceil(scene.size.height() / scene.ratio) - chartBottom) * scene.ratio;
+    const double full = (bottom - chartTop * scene.ratio) / 1.05;
+    for (int i = 0; i < values.size(); ++i) {
+        const double first = left + i * (right - left) / values.size();
+        const double end = left + (i + 1) * (right - left) / values.size();
+        for (const double x : {first + 2.0, (first + end) / 2.0, end - 2.0}) {
+            const int height = columnHeight(image, int(x), int(bottom) - 2) + 2;
+            const double expected = full * values[i] / 9.0;
+            QVERIFY2(
+                std::abs(height - expected) <= 2.0,
+                qPrintable(QStringLiteral("bar %1, column %2: %3 for %4").arg(i).arg(x).arg(height).arg(expected)));
+        }
+    }
+    QVERIFY(isGround(image.pixelColor(int(left) - 2, int(bottom) - 4), false));
+    QVERIFY(isGround(image.pixelColor(int(right) + 2, int(bottom) - 4), false));
 }
 
 void tst_vorlixview::peaksOfASpectrumStandWhereTheFileHasThem_data()
