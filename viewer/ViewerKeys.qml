@@ -10,23 +10,24 @@ Item {
     property ViewerDialogs fileDialogs
     property bool active: true
 
+    // A standard key may stand for several bindings, which differ between platforms.
     Key {
-        sequence: StandardKey.Open
+        sequences: [StandardKey.Open]
         onActivated: root.fileDialogs.chooseFiles()
     }
 
     Key {
-        sequence: StandardKey.Save
+        sequences: [StandardKey.Save]
         onActivated: root.fileDialogs.choosePicture()
     }
 
     Key {
-        sequence: StandardKey.Close
+        sequences: [StandardKey.Close]
         onActivated: root.scene.closeAll()
     }
 
     Key {
-        sequence: StandardKey.Quit
+        sequence: "Ctrl+Q" // StandardKey.Quit has no binding on some platforms
         onActivated: root.scene.close()
     }
 

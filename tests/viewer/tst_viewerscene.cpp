@@ -452,6 +452,8 @@ void tst_viewerscene::keysZoomPanAndSwitch()
     }
     QTest::keyClick(m_window, Qt::Key_W, Qt::ControlModifier);
     QTRY_COMPARE(views(), 0);
+    QTest::keyClick(m_window, Qt::Key_Q, Qt::ControlModifier);
+    QTRY_VERIFY(!m_window->isVisible());
 }
 
 void tst_viewerscene::theWheelZoomsAtThePointerAndPans()
