@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "viewer/OpenGLCheck.h"
 #include "viewer/PictureWriter.h"
 #include "viewer/ViewerOptions.h"
 #include "viewer/ViewerScene.h"
@@ -63,6 +64,11 @@ int run(int argc, char **argv, const SViewerOptions &options)
     if (!options.picture.isEmpty())
         QCoreApplication::setAttribute(Qt::AA_DisableHighDpiScaling); // the same letters on every screen
     QGuiApplication application(argc, argv);
+    const QString lack = whyNoOpenGL();
+    if (!lack.isEmpty()) {
+        print(stderr, QStringLiteral("vorlixview: %1\n").arg(lack));
+        return EXIT_FAILURE;
+    }
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/vorlixview/icon.png")));
     QGuiApplication::setDesktopFileName(QStringLiteral("vorlixview"));  // Wayland takes the icon from there
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering); // the same pixels in every run

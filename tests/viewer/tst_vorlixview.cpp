@@ -69,6 +69,9 @@ private slots:
     void aBinaryFileIsRefused_data();
     void aBinaryFileIsRefused();
     void aMissingDisplayIsSaid();
+    void aMissingOpenGLIsSaid_data();
+    void aMissingOpenGLIsSaid();
+    void otherPlatformsAddNoWords();
     void aPictureThatCannotBeWrittenIsSaid_data();
     void aPictureThatCannotBeWrittenIsSaid();
 
@@ -295,6 +298,52 @@ void tst_vorlixview::aMissingDisplayIsSaid()
     const SOutcome outcome = view({fileOf(QStringLiteral("series.txt"), "1\n")}, noDisplay);
     QCOMPARE(outcome.exitCode, 1);
     QCOMPARE(outcome.errors, QStringLiteral("vorlixview: there is no display; xvfb-run provides one\n"));
+}
+
+void tst_vorlixview::aMissingOpenGLIsSaid_data()
+{
+    QTest::addColumn<QString>("variable");
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<QString>("words"); // Qt may say more before
+    const QString platform = QStringLiteral("QT_QPA_PLATFORM");
+    for (const char *name : {"offscreen", "minimal", "vnc"})
+        QTest::newRow(name) << platform << QString::fromLatin1(name)
+                            << QStringLiteral("the platform \"%1\" has no OpenGL").arg(QLatin1String(name));
+    QTest::newRow("software") << QStringLiteral("QT_QUICK_BACKEND") << QStringLiteral("software")
+                              << QStringLiteral("QT_QUICK_BACKEND=software draws without OpenGL");
+}
+
+/// With a window as with a picture.
+void tst_vorlixview::aMissingOpenGLIsSaid()
+{
+    QFETCH(QString, variable);
+    QFETCH(QString, value);
+    QFETCH(QString, words);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_folder->path());
+    if (value == QLatin1String("offscreen"))
+        environment.remove(QStringLiteral("DISPLAY")); // it draws with that display's OpenGL
+    environment.insert(variable, value);
+    const QString file = fileOf(QStringLiteral("series.txt"), "1\n");
+    for (const QStringList &more : {QStringList(), {QStringLiteral("--png"), QStringLiteral("picture.png")}}) {
+        const SOutcome outcome = view(more + QStringList(file), environment);
+        QCOMPARE(outcome.exitCode, 1);
+        QCOMPARE(outcome.errors, QStringLiteral("vorlixview: %1, which the charts need\n").arg(words));
+        QVERIFY(!QFile::exists(path(QStringLiteral("picture.png"))));
+    }
+}
+
+/// Its keys have more bindings there.
+void tst_vorlixview::otherPlatformsAddNoWords()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_folder->path());
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    const QString file = fileOf(QStringLiteral("series.txt"), "1\n");
+    const SOutcome outcome = view({QStringLiteral("--png"), QStringLiteral("picture.png"), file}, environment);
+    QCOMPARE(outcome.errors, QString());
+    QCOMPARE(outcome.exitCode, 0);
+    QCOMPARE(QImage(path(QStringLiteral("picture.png"))).size(), QSize(1280, 720));
 }
 
 void tst_vorlixview::aPictureThatCannotBeWrittenIsSaid_data()
