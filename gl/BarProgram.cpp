@@ -1,16 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "gl/BarProgram.h"
 
+#include "gl/BarShaders.h"
 #include "gl/PerContext.h"
 
 #include <QOpenGLContext>
 #include <QSurfaceFormat>
 
-#include <atomic>
-
 namespace {
-
-std::atomic<int> shaderMode{BarAttributes};
 
 /// The context could choose a newer variant; the mode is fixed on purpose: the oldest one runs everywhere.
 int chooseShaderMode(const QOpenGLContext &context)
@@ -23,11 +20,6 @@ int chooseShaderMode(const QOpenGLContext &context)
 
 } // namespace
 
-int barShaderMode()
-{
-    return shaderMode;
-}
-
 LinkedProgram &barProgram()
 {
     static auto *const programs = new PerContext<LinkedProgram>; // never destroyed: a render thread may outlive main()
@@ -36,6 +28,6 @@ LinkedProgram &barProgram()
 
 bool constructBarProgram(LinkedProgram &program)
 {
-    shaderMode = chooseShaderMode(*QOpenGLContext::currentContext());
-    return program.ensureLinked(barShaderSources(shaderMode), "BarPlotter");
+    barShaderMode = chooseShaderMode(*QOpenGLContext::currentContext());
+    return program.ensureLinked(barShaderSources(barShaderMode), "BarPlotter");
 }

@@ -9,12 +9,6 @@
 
 #include <QDebug>
 
-namespace {
-
-constexpr uint borderDataDirty = 0x100000; // beside the framework's bits
-
-} // namespace
-
 AreaPlotter::AreaPlotter(QObject *parent) : IPlotter1D(parent)
 {
     m_color.setAlphaF(0.5);
@@ -64,18 +58,6 @@ void AreaPlotter::setPlotterArea(const QRectF &area)
     storePlotterArea(adjusted);
 }
 
-const QVector<SAttributeDefinition> AreaPlotter::declareArributeArray()
-{
-    // Deliberate: the same name twice. Each layer binds one of the two, and both programs call their input so.
-    const QString name = QStringLiteral("vertex");
-    return {
-        {name, vertexDataDirty, QOpenGLBuffer::DynamicDraw, QOpenGLBuffer::VertexBuffer, GL_FLOAT, 0, 2, 0,
-         &m_dataMutex},
-        {name, borderDataDirty, QOpenGLBuffer::DynamicDraw, QOpenGLBuffer::VertexBuffer, GL_FLOAT, 0, 2, 0,
-         &m_dataMutex},
-    };
-}
-
 // arrays: GUI thread, or render thread while the GUI thread is blocked
 
 bool AreaPlotter::isLong() const
@@ -106,16 +88,4 @@ bool AreaPlotter::__update_vertex()
     keepMaxima(maxima);
     m_dirtyFlags |= borderDataDirty;
     return true;
-}
-
-const SAttributePointer AreaPlotter::_fetch_attribute_data(const int &attribute) const
-{
-    switch (attribute) {
-    case 0:
-        return {m_fillVertices.constData(), m_fillVertices.size() * int(sizeof(SPointVertex))};
-    case 1:
-        return {m_borderVertices.constData(), m_borderVertices.size() * int(sizeof(SPointVertex))};
-    default:
-        return {};
-    }
 }

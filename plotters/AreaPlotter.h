@@ -21,7 +21,8 @@ class AreaPlotter : public IPlotter1D
     Q_PROPERTY(QColor borderColor READ borderColor WRITE setBorderColor NOTIFY borderColorChanged)
     /// Deliberate: a border that was off in a frame stays off.
     Q_PROPERTY(bool borderEnable READ borderEnable WRITE setBorderEnable NOTIFY borderEnableChanged)
-    /// Whether the fill runs from gradientColor at the bottom of the view to color at its top. Seen with the next frame.
+    /// Whether the fill runs from gradientColor at the bottom of the view to color at its top. Seen with the next
+    /// frame.
     Q_PROPERTY(bool enableGradient READ enableGradient WRITE setEnableGradient NOTIFY enableGradientChanged)
     Q_PROPERTY(QColor gradientColor READ gradientColor WRITE setGradientColor NOTIFY gradientColorChanged)
 
@@ -92,6 +93,8 @@ private:
         QVector<SIndexRange> spans; ///< of the fill: span i lies between point i and the next
         SBorderView border;         ///< no points when its buffer holds the last portion only
     };
+
+    static constexpr uint borderDataDirty = 0x100000; ///< beside the framework's bits
 
     bool isLong() const;
     void uploadParts(QVector<SRenderLayerDefinition> &layers, const SIndexRange &points);

@@ -48,6 +48,30 @@ void AreaPlotter::sync_buffers()
                m_finite};
 }
 
+const QVector<SAttributeDefinition> AreaPlotter::declareArributeArray()
+{
+    // Deliberate: the same name twice. Each layer binds one of the two, and both programs call their input so.
+    const QString name = QStringLiteral("vertex");
+    return {
+        {name, vertexDataDirty, QOpenGLBuffer::DynamicDraw, QOpenGLBuffer::VertexBuffer, GL_FLOAT, 0, 2, 0,
+         &m_dataMutex},
+        {name, borderDataDirty, QOpenGLBuffer::DynamicDraw, QOpenGLBuffer::VertexBuffer, GL_FLOAT, 0, 2, 0,
+         &m_dataMutex},
+    };
+}
+
+const SAttributePointer AreaPlotter::_fetch_attribute_data(const int &attribute) const
+{
+    switch (attribute) {
+    case 0:
+        return {m_fillVertices.constData(), m_fillVertices.size() * int(sizeof(SPointVertex))};
+    case 1:
+        return {m_borderVertices.constData(), m_borderVertices.size() * int(sizeof(SPointVertex))};
+    default:
+        return {};
+    }
+}
+
 // called by draw(): render thread, GUI thread running
 
 void AreaPlotter::_fetch_render_layers(QVector<SRenderLayerDefinition> &layers, const QRectF &viewArea)

@@ -4,8 +4,8 @@
 #include "common/BlockMaxima.h"
 #include "common/Series.h"
 #include "common/Storage.h"
+#include "geometry/BarShaderMode.h"
 #include "geometry/Vertices.h"
-#include "gl/BarProgram.h"
 
 #include <QDebug>
 
@@ -76,14 +76,14 @@ void BarPlotter::buildArrays()
 
 bool BarPlotter::isLong() const
 {
-    return drawableBars() > wholeSeries && barModeHasVertexIds(barShaderMode());
+    return drawableBars() > wholeSeries && barModeHasVertexIds(barShaderMode);
 }
 
 void BarPlotter::buildVertices()
 {
     const QMutexLocker lock(&m_dataMutex);
     m_barDirty |= vertexDataDirty;
-    const int pointsPerBar = barModeHasIndices(barShaderMode()) ? 4 : 1;
+    const int pointsPerBar = barModeHasIndices(barShaderMode) ? 4 : 1;
     const QVector<double> series = drawableBars() > 0 ? m_data : QVector<double>();
     const bool whole = !isLong();
     m_finite = true;
@@ -101,7 +101,7 @@ void BarPlotter::buildVertices()
 
 void BarPlotter::buildIndices()
 {
-    const int mode = barShaderMode();
+    const int mode = barShaderMode;
     const int count = drawableBars();
     if (!barModeHasIndices(mode) || isLong() || m_indices.size() > 6 * count)
         return;

@@ -114,16 +114,6 @@ double BarPlotterDx::__dx_from_to(int from, int to) const
 
 // arrays: GUI thread, or render thread while the GUI thread is blocked
 
-const QVector<SAttributeDefinition> BarPlotterDx::declareArributeArray()
-{
-    return {
-        {QStringLiteral("vertex"), vertexDataDirty, QOpenGLBuffer::DynamicDraw, QOpenGLBuffer::VertexBuffer, GL_FLOAT,
-         0, 3, 0, &m_dataMutex},
-        {QStringLiteral("index"), indexDataDirty, QOpenGLBuffer::StaticDraw, QOpenGLBuffer::IndexBuffer,
-         GL_UNSIGNED_INT, 0, 1, 0, &m_dataMutex},
-    };
-}
-
 bool BarPlotterDx::__update_vertex()
 {
     if (m_data.isEmpty())
@@ -155,16 +145,4 @@ bool BarPlotterDx::__update_index()
     m_indexArray.reserve(6 * count);
     appendBarIndices(m_indexArray, m_indexArray.size() / 6, count); // those present do not depend on the values
     return true;                                                    // Deliberate: at equal length too.
-}
-
-const SAttributePointer BarPlotterDx::_fetch_attribute_data(const int &attribute) const
-{
-    switch (attribute) {
-    case 0:
-        return {m_vertexArray.constData(), m_vertexArray.size() * int(sizeof(SHResVertex))};
-    case 1:
-        return {m_indexArray.constData(), m_indexArray.size() * int(sizeof(uint))};
-    default:
-        return {};
-    }
 }

@@ -11,6 +11,28 @@ void BarPlotterDx::sync_buffers()
     m_shownEdges = m_data.isEmpty() ? BarEdges() : m_edges;
 }
 
+const QVector<SAttributeDefinition> BarPlotterDx::declareArributeArray()
+{
+    return {
+        {QStringLiteral("vertex"), vertexDataDirty, QOpenGLBuffer::DynamicDraw, QOpenGLBuffer::VertexBuffer, GL_FLOAT,
+         0, 3, 0, &m_dataMutex},
+        {QStringLiteral("index"), indexDataDirty, QOpenGLBuffer::StaticDraw, QOpenGLBuffer::IndexBuffer,
+         GL_UNSIGNED_INT, 0, 1, 0, &m_dataMutex},
+    };
+}
+
+const SAttributePointer BarPlotterDx::_fetch_attribute_data(const int &attribute) const
+{
+    switch (attribute) {
+    case 0:
+        return {m_vertexArray.constData(), m_vertexArray.size() * int(sizeof(SHResVertex))};
+    case 1:
+        return {m_indexArray.constData(), m_indexArray.size() * int(sizeof(uint))};
+    default:
+        return {};
+    }
+}
+
 // called by draw(): render thread, GUI thread running
 
 void BarPlotterDx::__update_draw_index()

@@ -2,6 +2,7 @@
 #include "plotters/BarPlotter.h"
 
 #include "common/Index.h"
+#include "geometry/BarShaderMode.h"
 #include "gl/BarProgram.h"
 #include "gl/OpaqueDrawing.h"
 #include "gl/PixelRow.h"
@@ -54,7 +55,7 @@ void BarPlotter::createBuffers()
     m_pointBuffer = QOpenGLBuffer(QOpenGLBuffer::VertexBuffer);
     m_pointBuffer.setUsagePattern(QOpenGLBuffer::DynamicDraw);
     m_pointBuffer.create();
-    const int mode = barShaderMode();
+    const int mode = barShaderMode;
     if (barModeHasIndices(mode)) {
         m_indexBuffer = QOpenGLBuffer(QOpenGLBuffer::IndexBuffer);
         m_indexBuffer.setUsagePattern(QOpenGLBuffer::StaticDraw);
@@ -85,7 +86,7 @@ void BarPlotter::uploadIndices()
     m_indexBuffer.bind();
     m_indexBuffer.allocate(m_indices.constData(), m_indices.size() * int(sizeof(uint)));
     m_indexBuffer.release();
-    if (!barModeHasVertexIds(barShaderMode()))
+    if (!barModeHasVertexIds(barShaderMode))
         return;
     m_vertexIdBuffer.bind();
     m_vertexIdBuffer.allocate(m_vertexIds.constData(), m_vertexIds.size() * int(sizeof(float)));
@@ -127,7 +128,7 @@ void BarPlotter::draw(const QRectF &viewArea)
 
 void BarPlotter::drawWhole(const SBarRow &row, QOpenGLShaderProgram &program, QOpenGLFunctions &gl)
 {
-    const int mode = barShaderMode();
+    const int mode = barShaderMode;
     const int count = row.end - row.first;
     bindAttributes(program, mode);
     if (barModeHasIndices(mode)) {

@@ -170,12 +170,6 @@ SInfoPoint IPlotter::mouse_hovering(const QPointF &) const
     return {};
 }
 
-const QVector<SAttributeDefinition> IPlotter::declareArributeArray()
-{
-    qWarning() << "None Attribute define for " << m_programName << " shader program";
-    return {};
-}
-
 void IPlotter::report_no_attributes()
 {
     qInfo() << "None Attribute define for " << m_programName << " shader program";

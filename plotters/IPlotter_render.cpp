@@ -89,6 +89,12 @@ void IPlotter::uploadAttribute(int number)
     buffer.release();
 }
 
+const QVector<SAttributeDefinition> IPlotter::declareArributeArray()
+{
+    qWarning() << "None Attribute define for " << m_programName << " shader program";
+    return {};
+}
+
 const SAttributePointer IPlotter::_fetch_attribute_data(const int &attribute) const
 {
     qCritical() << "Fetch attribute data for " << attribute << " not implemented!";

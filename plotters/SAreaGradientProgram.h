@@ -7,7 +7,7 @@
 class SAreaGradientProgram : public SAreaPlotterProgram
 {
 public:
-    QString name() const override;
+    QString name() const override { return QStringLiteral("area_gradient"); }
     QString vertexSource() const override;
     QString fragmentSource() const override;
 };

@@ -7,7 +7,7 @@
 class SAreaPlotterProgram : public SProgramShaderDefinition
 {
 public:
-    QString name() const override;
+    QString name() const override { return QStringLiteral("area"); }
     /// Built from the two texts below.
     QVector<QPair<QOpenGLShader::ShaderType, QString>> sources() const override;
     virtual QString vertexSource() const;

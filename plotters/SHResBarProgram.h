@@ -7,6 +7,6 @@
 class SHResBarProgram : public SProgramShaderDefinition
 {
 public:
-    QString name() const override;
+    QString name() const override { return QStringLiteral("hresbar"); }
     QVector<QPair<QOpenGLShader::ShaderType, QString>> sources() const override;
 };

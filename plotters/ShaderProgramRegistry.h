@@ -4,12 +4,12 @@
 #include "gl/PerContext.h"
 
 #include <QHash>
+#include <QOpenGLShaderProgram>
 #include <QString>
 
 #include <memory>
 #include <vector>
 
-class QOpenGLShaderProgram;
 class SProgramShaderDefinition;
 
 /// The process-wide table of shader programs, by name. Definitions are registered on the GUI thread before the first
@@ -17,10 +17,14 @@ class SProgramShaderDefinition;
 class ShaderProgramRegistry
 {
 public:
-    static ShaderProgramRegistry &instance();
+    static ShaderProgramRegistry &instance()
+    {
+        static auto *const registry = new ShaderProgramRegistry; // never destroyed, like its definitions
+        return *registry;
+    }
 
     ShaderProgramRegistry() = default;
-    ~ShaderProgramRegistry();
+    ~ShaderProgramRegistry() = default;
     ShaderProgramRegistry(const ShaderProgramRegistry &) = delete;
     ShaderProgramRegistry &operator=(const ShaderProgramRegistry &) = delete;
 

@@ -20,11 +20,6 @@ constexpr char hresBarVertexSource[] =
 
 } // namespace
 
-QString SHResBarProgram::name() const
-{
-    return QStringLiteral("hresbar");
-}
-
 QVector<QPair<QOpenGLShader::ShaderType, QString>> SHResBarProgram::sources() const
 {
     return {{QOpenGLShader::Vertex, hresBarVertexSource}, {QOpenGLShader::Fragment, flatColorFragmentSource}};

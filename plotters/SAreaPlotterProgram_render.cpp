@@ -15,11 +15,6 @@ constexpr char areaVertexSource[] =
 
 } // namespace
 
-QString SAreaPlotterProgram::name() const
-{
-    return QStringLiteral("area");
-}
-
 QVector<QPair<QOpenGLShader::ShaderType, QString>> SAreaPlotterProgram::sources() const
 {
     return {{QOpenGLShader::Vertex, vertexSource()}, {QOpenGLShader::Fragment, fragmentSource()}};

@@ -21,11 +21,6 @@ constexpr char gradientVertexSource[] =
 
 } // namespace
 
-QString SAreaGradientProgram::name() const
-{
-    return QStringLiteral("area_gradient");
-}
-
 QString SAreaGradientProgram::vertexSource() const
 {
     return gradientVertexSource;
