@@ -1,18 +1,26 @@
 // SPDX-License-Identifier: MIT
 #include "geometry/HighlightTrail.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace {
 
 constexpr float neverFades = 4000000.0f; // beyond every time of day
 
-/// Exact, unlike Qt's own comparison: neighbours far from the origin are not the same.
+bool isSame(double a, double b)
+{
+    return a == b || (std::isnan(a) && std::isnan(b));
+}
+
 bool isSameRect(const QRectF &a, const QRectF &b)
 {
-    return a.x() == b.x() && a.y() == b.y() && a.width() == b.width() && a.height() == b.height();
+    return isSame(a.x(), b.x()) && isSame(a.y(), b.y()) && isSame(a.width(), b.width())
+        && isSame(a.height(), b.height());
 }
 
 /// The newest is stamped ahead of every clock until it is released.
-SHighlight newest(const QRectF &rect, const QTime &now)
+SHighlight newestHighlight(const QRectF &rect, const QTime &now)
 {
     constexpr int aheadSeconds = 3600;
     return {rect, now.addSecs(aheadSeconds)};
@@ -27,18 +35,23 @@ int msecsBetween(const QTime &from, const QTime &to)
 
 } // namespace
 
+bool containsRect(const QVector<QRectF> &rects, const QRectF &rect)
+{
+    return std::any_of(rects.cbegin(), rects.cend(), [&](const QRectF &other) { return isSameRect(other, rect); });
+}
+
 HighlightTrail::HighlightTrail()
-    : m_highlights{newest(QRectF(), QTime::currentTime())},
+    : m_highlights{newestHighlight(QRectF(), QTime::currentTime())},
       m_fadeTimes(cornersPerHighlight, neverFades)
 {
 }
 
 bool HighlightTrail::push(const QRectF &rect, const QTime &now)
 {
-    if (isSameRect(m_highlights.first().rect, rect))
+    if (isSameRect(newest(), rect))
         return false;
     m_highlights.first().stamp = now;
-    m_highlights.prepend(newest(rect, now));
+    m_highlights.prepend(newestHighlight(rect, now));
     if (m_highlights.size() > maximum)
         m_highlights.removeLast();
     m_fadeTimes.insert(cornersPerHighlight, cornersPerHighlight, clock(now) + 1.0f);

@@ -12,6 +12,10 @@ struct SHighlight
     QTime stamp; ///< when it was released; an hour ahead while it is the newest
 };
 
+/// Whether `rect` is among `rects`. Exact, unlike Qt's own comparison: neighbours far from the origin are not the same,
+/// and a NaN is the same as a NaN.
+bool containsRect(const QVector<QRectF> &rects, const QRectF &rect);
+
 /// The rectangles that were highlighted lately, newest first, and the moments at which each fades in the shader's
 /// clock. There is always a newest one, and it stays; the others live for lifeMs after they were released. At most
 /// `maximum` are kept. Times of day pass midnight. Needs no event loop: whoever uses it says what time it is.
@@ -26,6 +30,7 @@ public:
     HighlightTrail();
 
     const QVector<SHighlight> &highlights() const { return m_highlights; }
+    const QRectF &newest() const { return m_highlights.first().rect; }
     /// Per corner: when its highlight has faded, by clock(). In the order of highlights(), longer once one was
     /// released.
     const QVector<float> &fadeTimes() const { return m_fadeTimes; }

@@ -61,6 +61,7 @@ void BarDecorator::setActive(bool active)
 {
     if (!change(m_active, active))
         return;
+    m_hovered.clear();
     const bool released = !active && m_trail.push(QRectF(), QTime::currentTime());
     if (released) {
         m_uploadFlags |= vertexDataDirty;
@@ -128,7 +129,7 @@ void BarDecorator::queryHover()
     if (!chartArea() || !m_active)
         return;
     QVariantList hovered;
-    bool pushed = false;
+    QVector<QRectF> rects;
     QPointF point;
     if (mapMouseToData(point)) {
         m_plotters.sort([](const IPlotter *a, const IPlotter *b) { return a->zOrder() < b->zOrder(); });
@@ -139,16 +140,32 @@ void BarDecorator::queryHover()
             if (!info.valid)
                 continue;
             hovered.append(describe(*plotter, info));
-            pushed |= m_trail.push(info.area, QTime::currentTime());
+            rects.append(info.area);
         }
     }
-    if (pushed)
-        m_uploadFlags |= vertexDataDirty;
+    const bool pushed = highlight(rects);
     const QPointer<BarDecorator> alive(this);
     if (change(m_infoMap, hovered))
         emit infoMapChanged();
     if (alive && pushed)
         requestUpdate();
+}
+
+bool BarDecorator::highlight(const QVector<QRectF> &hovered)
+{
+    const QTime now = QTime::currentTime();
+    bool pushed = false;
+    for (const QRectF &rect : hovered) {
+        if (!containsRect(m_hovered, rect))
+            pushed |= m_trail.push(rect, now);
+    }
+    // What stays hovered is not pushed again, unless the mouse has left what was highlighted instead.
+    if (!hovered.isEmpty() && !containsRect(hovered, m_trail.newest()))
+        pushed |= m_trail.push(hovered.last(), now);
+    m_hovered = hovered;
+    if (pushed)
+        m_uploadFlags |= vertexDataDirty;
+    return pushed;
 }
 
 void BarDecorator::fade()

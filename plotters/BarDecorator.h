@@ -63,6 +63,8 @@ private:
     void announcePlotters();
     void queryHover();
     bool mapMouseToData(QPointF &point) const;
+    /// True when something new is highlighted.
+    bool highlight(const QVector<QRectF> &hovered);
     void fade();
 
     // render thread
@@ -71,7 +73,8 @@ private:
     void uploadPoints(const QRectF &viewArea);
 
     HighlightTrail m_trail;
-    QVector<uint> m_indices; ///< two triangles per highlight that can be drawn
+    QVector<QRectF> m_hovered; ///< what the last query found
+    QVector<uint> m_indices;   ///< two triangles per highlight that can be drawn
     QOpenGLBuffer m_pointBuffer{QOpenGLBuffer::VertexBuffer};
     QOpenGLBuffer m_timeBuffer{QOpenGLBuffer::VertexBuffer};
     QOpenGLBuffer m_indexBuffer{QOpenGLBuffer::IndexBuffer};

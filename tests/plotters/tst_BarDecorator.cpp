@@ -83,6 +83,25 @@ struct SHovered
     QRectF rect(int entry = 0) const { return decorator.infoMap().at(entry).toMap().value("rect").toRectF(); }
 };
 
+/// Two plotters, one above the other, that answer with the same bar at different heights.
+struct STwoHovered
+{
+    CountingArea area;
+    AskedPlotter low, high;
+    BarDecorator decorator;
+
+    STwoHovered()
+    {
+        low.hit(QRectF(3.0, 0.0, 1.0, 4.0));
+        high.hit(QRectF(3.0, 0.0, 1.0, 9.0));
+        high.setZOrder(1.0);
+        decorator.setChartArea(&area);
+        decorator.setPlotters({&low, &high});
+        decorator.setActive(true);
+        area.requests = 0;
+    }
+};
+
 /// Waits until nothing has asked for a frame for a while.
 void waitForQuiet(const CountingArea &area)
 {
@@ -137,6 +156,9 @@ private slots:
     void handlersMayDestroyTheDecorator();
 
     void aNewHighlightAsksForAFrame();
+    void whatStaysHoveredIsHighlightedOnce();
+    void whatStaysHoveredTakesThePlaceOfWhatIsLeft();
+    void highlightsBeginAnewWhenSwitchedOnAgain();
     void framesAreAskedForWhileSomethingFadesAndNotLonger();
     void framesAreAskedForUntilOneIsAccepted();
 
@@ -535,6 +557,42 @@ void tst_BarDecorator::aNewHighlightAsksForAFrame()
     QCOMPARE(scene.area.requests, 1);
     scene.decorator.setActive(false);
     QCOMPARE(scene.area.requests, 2);
+}
+
+void tst_BarDecorator::whatStaysHoveredIsHighlightedOnce()
+{
+    STwoHovered scene;
+    scene.decorator.setMouseX(35.0);
+    QCOMPARE(scene.area.requests, 1);
+    for (double x = 36.0; x < 39.0; x += 0.5)
+        scene.decorator.setMouseX(x);
+    QCOMPARE(scene.area.requests, 1);
+    scene.high.hit(QRectF(3.0, 0.0, 1.0, notANumber));
+    for (double x = 36.0; x < 39.0; x += 0.5)
+        scene.decorator.setMouseX(x);
+    QCOMPARE(scene.area.requests, 2);
+}
+
+void tst_BarDecorator::whatStaysHoveredTakesThePlaceOfWhatIsLeft()
+{
+    STwoHovered scene;
+    scene.decorator.setMouseX(35.0);
+    scene.high.answer.valid = false; // it was the newest
+    scene.decorator.setMouseX(36.0);
+    QCOMPARE(scene.area.requests, 2);
+    scene.decorator.setMouseX(37.0);
+    QCOMPARE(scene.area.requests, 2);
+}
+
+void tst_BarDecorator::highlightsBeginAnewWhenSwitchedOnAgain()
+{
+    STwoHovered scene;
+    scene.decorator.setMouseX(35.0);
+    scene.decorator.setActive(false);
+    scene.decorator.setActive(true);
+    scene.area.requests = 0;
+    scene.decorator.setMouseX(36.0);
+    QCOMPARE(scene.area.requests, 1);
 }
 
 void tst_BarDecorator::framesAreAskedForWhileSomethingFadesAndNotLonger()

@@ -89,6 +89,7 @@ private slots:
     void theContextIsOfAnOlderDialect();
     void theHighlightCoversTheHoveredBarAndStays();
     void theHighlightHasTheColorOfTheDecorator();
+    void overTwoPlottersTheLastHighlightIsAllThatStays();
     void theReleasedHighlightFadesOnItsOwn();
     void itFadesInFramesThatComeRarely();
     void whileItFadesItIsBetweenLitAndGone();
@@ -146,6 +147,29 @@ void tst_BarDecoratorHighlight_gl::theHighlightHasTheColorOfTheDecorator()
     QVERIFY(hover.scene.show());
     hover.decorator.setMouseX(35.0);
     QVERIFY(isClose(hover.footOfBar(hover.scene.grab(), 3), lit(barColor, blue)));
+}
+
+void tst_BarDecoratorHighlight_gl::overTwoPlottersTheLastHighlightIsAllThatStays()
+{
+    SHoverScene hover;
+    BarPlotter taller;
+    taller.setZOrder(-1.0);
+    taller.setPlotterArea(QRectF(0.0, 0.0, 10.0, 20.0));
+    taller.setData(QVector<double>(10, 20.0));
+    hover.chart.addPlotter(&taller);
+    hover.decorator.addPlotter(&taller);
+    QVERIFY(hover.scene.show());
+    hover.decorator.setMouseX(35.0);
+    QTRY_VERIFY(isClose(hover.footOfBar(hover.now(), 3), lit())); // the other one has faded
+    QElapsedTimer time;
+    time.start();
+    for (double x = 32.0; time.elapsed() < 400; x = x < 38.0 ? x + 0.5 : 32.0) { // inside the bar
+        hover.decorator.setMouseX(x);
+        QTest::qWait(5);
+        const QColor seen = hover.footOfBar(hover.now(), 3);
+        QVERIFY2(isClose(seen, lit()), qPrintable(seen.name()));
+    }
+    hover.chart.removePlotter(&taller);
 }
 
 void tst_BarDecoratorHighlight_gl::theReleasedHighlightFadesOnItsOwn()
