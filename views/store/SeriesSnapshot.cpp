@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include "views/store/SeriesSnapshot.h"
+
+#include "views/store/SeriesData.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+SeriesSnapshot::SeriesSnapshot(std::shared_ptr<const SeriesData> data, std::shared_ptr<const void> pin, qint64 begin,
+                               qint64 end)
+    : m_data(std::move(data)),
+      m_pin(std::move(pin)),
+      m_begin(begin),
+      m_end(end)
+{
+}
+
+bool SeriesSnapshot::cut(qint64 &from, qint64 &to) const
+{
+    from = std::max(from, m_begin);
+    to = std::min(to, m_end);
+    return from < to;
+}
+
+SampleType SeriesSnapshot::type() const
+{
+    return m_data ? m_data->type() : SampleType::Float64;
+}
+
+bool SeriesSnapshot::operator==(const SeriesSnapshot &other) const
+{
+    return m_data == other.m_data && m_begin == other.m_begin && m_end == other.m_end;
+}
+
+bool SeriesSnapshot::isExact() const
+{
+    return !m_data || m_data->isBuilt();
+}
+
+double SeriesSnapshot::valueAt(qint64 index) const
+{
+    double value;
+    copyValues(index, index + 1, &value);
+    return value;
+}
+
+void SeriesSnapshot::copyValues(qint64 from, qint64 to, double *target) const
+{
+    qint64 first = from;
+    qint64 end = to;
+    if (!cut(first, end)) {
+        std::fill(target, target + std::max(to - from, qint64(0)), std::nan(""));
+        return;
+    }
+    std::fill(target, target + (first - from), std::nan(""));
+    m_data->copyValues(first, end, target + (first - from));
+    std::fill(target + (end - from), target + (to - from), std::nan(""));
+}
+
+SExtremes SeriesSnapshot::extremesIn(qint64 from, qint64 to) const
+{
+    return cut(from, to) ? m_data->extremesIn(from, to) : SExtremes();
+}
+
+SExtremePlaces SeriesSnapshot::extremePlacesIn(qint64 from, qint64 to) const
+{
+    return cut(from, to) ? m_data->extremePlacesIn(from, to) : SExtremePlaces();
+}
+
+double SeriesSnapshot::smallestPositiveIn(qint64 from, qint64 to) const
+{
+    return cut(from, to) ? m_data->smallestPositiveIn(from, to) : std::nan("");
+}
+
+SStatistics SeriesSnapshot::statisticsIn(qint64 from, qint64 to) const
+{
+    return cut(from, to) ? m_data->statisticsIn(from, to) : SStatistics();
+}
+
+qint64 SeriesSnapshot::lowerBound(double x, qint64 from) const
+{
+    qint64 end = m_end;
+    return cut(from, end) && !std::isnan(x) ? m_data->lowerBound(x, from, end) : m_end;
+}
+
+qint64 SeriesSnapshot::nextGap(qint64 from, qint64 to) const
+{
+    return cut(from, to) ? m_data->nextGap(from, to) : std::clamp(to, m_begin, m_end);
+}
+
+qint64 SeriesSnapshot::nextValue(qint64 from, qint64 to) const
+{
+    return cut(from, to) ? m_data->nextValue(from, to) : std::clamp(to, m_begin, m_end);
+}
