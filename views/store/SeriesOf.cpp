@@ -1,0 +1,260 @@
+// SPDX-License-Identifier: MIT
+#include "views/store/SeriesOf.h"
+
+#include "views/store/SeriesOfInstances.h"
+
+#include <utility>
+
+namespace {
+
+qint64 slotsFor(qint64 count)
+{
+    qint64 slots = 256; // a cell of the uppermost level
+    while (slots * chunkSize < count)
+        slots *= 2;
+    return slots;
+}
+
+/// Whether T can hold the value; a fraction is rounded.
+template <class T, class U>
+bool canHold(U value)
+{
+    if constexpr (std::is_floating_point_v<T>) {
+        return true;
+    } else {
+        const double number = double(value); // NaN fails both
+        return number > double(std::numeric_limits<T>::lowest()) - 0.5
+            && number < double(std::numeric_limits<T>::max()) + 0.5;
+    }
+}
+
+template <class T, class U>
+T converted(U value)
+{
+    if constexpr (std::is_floating_point_v<U> && std::is_integral_v<T>)
+        return T(std::floor(double(value) + 0.5));
+    else
+        return T(value);
+}
+
+} // namespace
+
+template <class T>
+SeriesOf<T>::SeriesOf()
+    : SeriesData(sampleTypeOf<T>()),
+      m_slots(mostChunks),
+      m_chunks(m_slots),
+      m_fifth(m_slots / 16),
+      m_sixth(m_slots / 256),
+      m_isExternal(false),
+      m_isBuilt(true)
+{
+}
+
+template <class T>
+SeriesOf<T>::SeriesOf(const void *values, qint64 count, std::shared_ptr<const void> owner)
+    : SeriesData(sampleTypeOf<T>()),
+      m_slots(slotsFor(count)),
+      m_chunks(m_slots),
+      m_fifth(m_slots / 16),
+      m_sixth(m_slots / 256),
+      m_owner(std::move(owner)),
+      m_isExternal(true),
+      m_isBuilt(count < 1)
+{
+    for (qint64 first = 0; first < count; first += chunkSize) {
+        m_held.push_back(std::make_shared<Chunk>());
+        m_held.back()->values = static_cast<const char *>(values) + bytesOf(first);
+        m_chunks[first >> chunkBits] = m_held.back().get();
+    }
+    m_unbuilt = int(m_held.size());
+    m_end.store(std::max(count, qint64(0)), std::memory_order_release);
+}
+
+template <class T>
+bool SeriesOf<T>::appendValues(SampleType type, const void *values, qint64 count)
+{
+    if (type == this->type())
+        return appendSame(static_cast<const char *>(values), count);
+    return withSampleType(type,
+                          [&](auto zero) { return appendOther(static_cast<const decltype(zero) *>(values), count); });
+}
+
+template <class T>
+bool SeriesOf<T>::appendSame(const char *values, qint64 count)
+{
+    while (count > 0) {
+        const SRoom free = room();
+        // A block at a time: its cells are built while it is in the cache.
+        const qint64 portion = std::min({count, free.count, blockSize - (end() & (blockSize - 1))});
+        if (portion < 1)
+            return false;
+        std::memcpy(free.begin, values, size_t(bytesOf(portion)));
+        publish(portion);
+        values += bytesOf(portion);
+        count -= portion;
+    }
+    return true;
+}
+
+template <class T>
+template <class U>
+bool SeriesOf<T>::appendOther(const U *values, qint64 count)
+{
+    for (qint64 i = 0; i < count; ++i) {
+        if (!canHold<T>(values[i]))
+            return false;
+    }
+    T portion[1024];
+    for (qint64 first = 0; first < count;) {
+        const qint64 size = std::min(count - first, qint64(std::size(portion)));
+        for (qint64 i = 0; i < size; ++i)
+            portion[i] = converted<T>(values[first + i]);
+        if (!appendSame(reinterpret_cast<const char *>(portion), size))
+            return false;
+        first += size;
+    }
+    return true;
+}
+
+template <class T>
+SRoom SeriesOf<T>::room()
+{
+    if (m_isExternal)
+        return {};
+    const qint64 end = this->end();
+    const qint64 inside = end & (chunkSize - 1);
+    const bool isThere = !m_held.empty() && m_chunks[(end >> chunkBits) & (m_slots - 1)] == m_held.back().get();
+    if (!isThere && !addChunk(end >> chunkBits))
+        return {};
+    return {reinterpret_cast<char *>(m_held.back()->ownValues.get() + inside), chunkSize - inside};
+}
+
+template <class T>
+bool SeriesOf<T>::addChunk(qint64 number)
+{
+    // The slot may still be that of a chunk which a snapshot sees.
+    if ((number - m_slots + 1) * chunkSize > m_pins.seenFrom())
+        return false;
+    try {
+        auto chunk = std::make_shared<Chunk>();
+        chunk->ownValues.reset(new T[chunkSize]); // not set to zero: every value is written before it is read
+        chunk->ownCells.reset(new ChunkCells<T>);
+        chunk->values = reinterpret_cast<const char *>(chunk->ownValues.get());
+        chunk->cells = chunk->ownCells.get();
+        m_held.push_back(std::move(chunk));
+    } catch (const std::bad_alloc &) {
+        return false;
+    }
+    m_chunks[number & (m_slots - 1)] = m_held.back().get();
+    return true;
+}
+
+template <class T>
+void SeriesOf<T>::publish(qint64 count)
+{
+    if (count < 1)
+        return;
+    const qint64 before = end();
+    const qint64 inside = before & (chunkSize - 1);
+    const Chunk &chunk = *m_held.back();
+    chunk.ownCells->build(chunk.values, int(inside), int(inside + count));
+    for (int level = chunkLevel + 1; level <= levelCount; ++level) {
+        const qint64 complete = (before + count) >> cellBits(level);
+        if (complete > before >> cellBits(level))
+            buildUpper(level, complete - 1);
+    }
+    m_end.store(before + count, std::memory_order_release);
+}
+
+template <class T>
+void SeriesOf<T>::buildUpper(int level, qint64 cell)
+{
+    Upper joined = {};
+    joined.cell = SCell<T>();
+    for (qint64 below = 16 * cell; below < 16 * (cell + 1); ++below) {
+        if (level == chunkLevel + 1) {
+            const ChunkCells<T> &cells = *chunk(below).cells.load(std::memory_order_acquire);
+            joined.cell.include(cells.cell(chunkLevel, 0));
+            joined.positive = smallerPositive(joined.positive, cells.positive(chunkLevel, 0));
+            joined.statistics.include(cells.statistics());
+        } else {
+            const Upper &part = upper(level - 1, below);
+            joined.cell.include(part.cell);
+            joined.positive = smallerPositive(joined.positive, part.positive);
+            joined.statistics.include(part.statistics);
+        }
+    }
+    upper(level, cell) = joined;
+}
+
+template <class T>
+void SeriesOf<T>::dropBefore(qint64 index)
+{
+    if (m_isExternal)
+        return;
+    for (qint64 end = roundDown(begin(), chunkBits) + chunkSize; end <= std::min(index, this->end());
+         end += chunkSize) {
+        std::shared_ptr<Chunk> first = std::move(m_held.front());
+        m_held.pop_front();
+        m_pins.drop(std::move(first), end);
+    }
+}
+
+template <class T>
+void SeriesOf<T>::buildNow()
+{
+    if (isBuilt())
+        return;
+    if (!m_building) {
+        m_building = std::make_unique<ParallelParts>(int(m_held.size()), [this](int part) { buildPart(part); });
+        m_building->begin(HelperThreads::threadsFor(qint64(m_held.size())) - 1);
+    }
+    m_building->finish();
+}
+
+template <class T>
+void SeriesOf<T>::buildInBackground(std::function<void()> progressed)
+{
+    if (isBuilt() || m_building)
+        return;
+    m_progressed = std::move(progressed);
+    m_building = std::make_unique<ParallelParts>(int(m_held.size()), [this](int part) { buildPart(part); });
+    m_building->begin(std::max(1, HelperThreads::threadsFor(qint64(m_held.size())) - 1));
+}
+
+/// Builds the chunk of this number, and before it one that is being looked at.
+template <class T>
+void SeriesOf<T>::buildPart(int part)
+{
+    for (const qint64 number : {m_wanted.exchange(-1), qint64(part)}) {
+        if (number < 0 || m_held[size_t(number)]->isTaken.exchange(true))
+            continue;
+        const int count = int(std::min(end() - number * chunkSize, chunkSize));
+        buildChunk(*m_held[size_t(number)], count);
+        if (--m_unbuilt == 0)
+            finishBuilding();
+        if (m_progressed)
+            m_progressed();
+    }
+}
+
+template <class T>
+void SeriesOf<T>::buildChunk(Chunk &chunk, int count) const
+{
+    chunk.ownCells.reset(new ChunkCells<T>);
+    chunk.ownCells->build(chunk.values, 0, count);
+    chunk.cells.store(chunk.ownCells.get(), std::memory_order_release);
+}
+
+template <class T>
+void SeriesOf<T>::finishBuilding()
+{
+    for (int level = chunkLevel + 1; level <= levelCount; ++level) {
+        for (qint64 cell = 0; cell < end() >> cellBits(level); ++cell)
+            buildUpper(level, cell);
+    }
+    m_isBuilt.store(true, std::memory_order_release);
+}
+
+VORLIX_SERIES_OF_EVERY_TYPE

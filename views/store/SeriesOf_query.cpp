@@ -1,0 +1,240 @@
+// SPDX-License-Identifier: MIT
+#include "views/store/SeriesOf.h"
+
+#include "views/store/SeriesOfInstances.h"
+
+namespace {
+
+/// Up to here values are looked at one by one where there are no cells yet; of more, so many samples are taken: what a
+/// page holds, so that a cold mapping isn't read as a whole for one picture.
+constexpr qint64 mostScanned = 1024;
+constexpr qint64 samples = 64;
+
+template <class T>
+void include(SExtremes &extremes, const SCell<T> &cell)
+{
+    if (!cell.isEmpty())
+        extremes.include(double(cell.lowest), double(cell.highest));
+}
+
+} // namespace
+
+template <class T>
+const ChunkCells<T> *SeriesOf<T>::cellsOf(int level, qint64 cell, int &inside) const
+{
+    inside = int(cell & (cellsInChunk(level) - 1));
+    const Chunk &chunk = chunkOf(cell << cellBits(level));
+    return chunk.cells.load(std::memory_order_acquire);
+}
+
+template <class T>
+bool SeriesOf<T>::cellAt(int level, qint64 cell, SCell<T> &found) const
+{
+    if (level > chunkLevel) {
+        found = upper(level, cell).cell;
+        return true;
+    }
+    int inside = 0;
+    const ChunkCells<T> *cells = cellsOf(level, cell, inside);
+    if (cells)
+        found = cells->cell(level, inside);
+    return cells != nullptr;
+}
+
+template <class T>
+void SeriesOf<T>::copyValues(qint64 from, qint64 to, double *target) const
+{
+    for (qint64 index = from; index < to; ++index) {
+        const T found = value(index);
+        *target++ = isGap(found) ? std::nan("") : double(found);
+    }
+}
+
+template <class T>
+SExtremes SeriesOf<T>::extremesIn(qint64 from, qint64 to) const
+{
+    SExtremes extremes;
+    coverRange(from, to, topLevel(), [&](int level, qint64 first, qint64 end) {
+        if (level == 0) {
+            include(extremes, cellOf<T>(valuesAt(first), end - first, extremes.hasGap));
+            return;
+        }
+        for (qint64 number = first; number < end; ++number)
+            includeCell(extremes, level, number);
+    });
+    return extremes;
+}
+
+template <class T>
+void SeriesOf<T>::includeCell(SExtremes &extremes, int level, qint64 number) const
+{
+    if (level > chunkLevel) {
+        const Upper &cell = upper(level, number);
+        include(extremes, cell.cell);
+        extremes.hasGap |= cell.statistics.count < qint64(1) << cellBits(level);
+        return;
+    }
+    int inside = 0;
+    const ChunkCells<T> *cells = cellsOf(level, number, inside);
+    if (!cells) {
+        includeUnbuilt(extremes, level, number);
+        return;
+    }
+    include(extremes, cells->cell(level, inside));
+    const int finest = 1 << (cellBits(level) - cellBits(1));
+    extremes.hasGap = extremes.hasGap || cells->hasGap(inside * finest, (inside + 1) * finest);
+}
+
+template <class T>
+void SeriesOf<T>::includeUnbuilt(SExtremes &extremes, int level, qint64 number) const
+{
+    const qint64 size = qint64(1) << cellBits(level);
+    const qint64 first = number * size;
+    m_wanted.store(first >> chunkBits, std::memory_order_relaxed);
+    extremes.isSampled |= size > mostScanned;
+    include(extremes, cellOf<T>(valuesAt(first), size > mostScanned ? samples : size, extremes.hasGap));
+}
+
+template <class T>
+SExtremePlaces SeriesOf<T>::extremePlacesIn(qint64 from, qint64 to) const
+{
+    const SExtremes extremes = extremesIn(from, to);
+    if (extremes.isEmpty())
+        return {};
+    const auto placeOf = [&](double wanted, auto reaches) {
+        const qint64 place = findFirst(
+            from, to, topLevel(),
+            [&](int level, qint64 number) {
+                SCell<T> cell;
+                return !cellAt(level, number, cell) || (!cell.isEmpty() && reaches(cell));
+            },
+            [&](qint64 index) { return double(value(index)) == wanted; });
+        return place < to ? place : -1;
+    };
+    return {placeOf(extremes.lowest, [&](const SCell<T> &cell) { return double(cell.lowest) <= extremes.lowest; }),
+            placeOf(extremes.highest, [&](const SCell<T> &cell) { return double(cell.highest) >= extremes.highest; })};
+}
+
+template <class T>
+double SeriesOf<T>::smallestPositiveIn(qint64 from, qint64 to) const
+{
+    T smallest = 0;
+    coverRange(from, to, topLevel(), [&](int level, qint64 first, qint64 end) {
+        if (level == 0) {
+            smallest = smallerPositive(smallest, smallestPositive<T>(valuesAt(first), end - first));
+            return;
+        }
+        for (qint64 number = first; number < end; ++number)
+            smallest = smallerPositive(smallest, positiveOf(level, number));
+    });
+    return smallest > T(0) ? double(smallest) : std::nan("");
+}
+
+template <class T>
+T SeriesOf<T>::positiveOf(int level, qint64 number) const
+{
+    if (level > chunkLevel)
+        return upper(level, number).positive;
+    int inside = 0;
+    const ChunkCells<T> *cells = cellsOf(level, number, inside);
+    const qint64 size = qint64(1) << cellBits(level);
+    if (cells && level > 1)
+        return cells->positive(level, inside);
+    if (cells && cells->cell(level, inside).lowest > T(0) && !cells->cell(level, inside).isEmpty())
+        return cells->cell(level, inside).lowest;
+    if (cells && cells->cell(level, inside).highest <= T(0))
+        return 0;
+    return smallestPositive<T>(valuesAt(number * size), size > mostScanned ? samples : size);
+}
+
+template <class T>
+SStatistics SeriesOf<T>::statisticsIn(qint64 from, qint64 to) const
+{
+    SStatistics statistics;
+    const auto scan = [&](qint64 first, qint64 end) {
+        if (first < end)
+            statistics.include(statisticsOf<T>(valuesAt(first), end - first));
+    };
+    while (from < to) {
+        const qint64 blockEnd = roundDown(from, blockBits) + blockSize;
+        if (from % blockSize != 0 || blockEnd > to) {
+            scan(from, std::min(blockEnd, to));
+            from = std::min(blockEnd, to);
+            continue;
+        }
+        from = includeBlocks(statistics, from, to);
+    }
+    return statistics;
+}
+
+/// Adds what begins with the block at `from`: that block, its chunk, or more chunks. Returns where it ends.
+template <class T>
+qint64 SeriesOf<T>::includeBlocks(SStatistics &statistics, qint64 from, qint64 to) const
+{
+    for (int level = topLevel(); level >= chunkLevel; --level) {
+        const qint64 size = qint64(1) << cellBits(level);
+        if (from % size != 0 || from + size > to)
+            continue;
+        if (level > chunkLevel) {
+            statistics.include(upper(level, from / size).statistics);
+            return from + size;
+        }
+        if (const ChunkCells<T> *cells = chunkOf(from).cells.load(std::memory_order_acquire))
+            statistics.include(cells->statistics());
+        else
+            statistics.isPartial = true;
+        return from + size;
+    }
+    if (const ChunkCells<T> *cells = chunkOf(from).cells.load(std::memory_order_acquire))
+        statistics.include(cells->blockStatistics(int(from & (chunkSize - 1)) >> blockBits));
+    else
+        statistics.include(statisticsOf<T>(valuesAt(from), blockSize));
+    return from + blockSize;
+}
+
+template <class T>
+qint64 SeriesOf<T>::lowerBound(double x, qint64 from, qint64 to) const
+{
+    return findFirst(
+        from, to, topLevel(),
+        [&](int level, qint64 number) {
+            SCell<T> cell;
+            return !cellAt(level, number, cell) || (!cell.isEmpty() && double(cell.highest) >= x);
+        },
+        [&](qint64 index) {
+            const T found = value(index);
+            return !isGap(found) && double(found) >= x;
+        });
+}
+
+template <class T>
+qint64 SeriesOf<T>::nextGap(qint64 from, qint64 to) const
+{
+    if constexpr (!std::is_floating_point_v<T>)
+        return to;
+    return findFirst(
+        from, to, topLevel(),
+        [&](int level, qint64 number) {
+            if (level > chunkLevel)
+                return upper(level, number).statistics.count < qint64(1) << cellBits(level);
+            int inside = 0;
+            const ChunkCells<T> *cells = cellsOf(level, number, inside);
+            const int finest = 1 << (cellBits(level) - cellBits(1));
+            return !cells || cells->hasGap(inside * finest, (inside + 1) * finest);
+        },
+        [&](qint64 index) { return isGap(value(index)); });
+}
+
+template <class T>
+qint64 SeriesOf<T>::nextValue(qint64 from, qint64 to) const
+{
+    return findFirst(
+        from, to, topLevel(),
+        [&](int level, qint64 number) {
+            SCell<T> cell;
+            return !cellAt(level, number, cell) || !cell.isEmpty();
+        },
+        [&](qint64 index) { return !isGap(value(index)); });
+}
+
+VORLIX_SERIES_OF_EVERY_TYPE
