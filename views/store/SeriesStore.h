@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "views/store/SeriesData.h"
+
+#include <QObject>
+#include <QString>
+#include <QVariant>
+
+#include <limits>
+#include <memory>
+
+class StoreState;
+
+/// Appends to a store from a thread of its own: a value that may be copied, and that may outlive the store, whereupon
+/// it refuses everything. One that is default-constructed refuses everything, too.
+class SeriesWriter
+{
+public:
+    SeriesWriter() = default;
+
+    /// As SeriesStore::append().
+    template <class T>
+    bool append(const T *values, qint64 count)
+    {
+        return appendValues(sampleTypeOf<T>(), values, count);
+    }
+    bool append(double value) { return append(&value, 1); }
+    bool appendValues(SampleType type, const void *values, qint64 count);
+
+private:
+    friend class SeriesStore;
+    explicit SeriesWriter(std::shared_ptr<StoreState> state);
+
+    std::shared_ptr<StoreState> m_state;
+};
+
+/// Keeps a series of numbers that grows for as long as it likes, for any number of plots. Values of a plot are taken
+/// from here; what they cost doesn't depend on how many there are.
+///
+/// The object lives in one thread, as every QObject does. Functions under "any thread" may be called from others while
+/// it lives; a thread that may outlive it appends by a writer().
+class SeriesStore : public QObject
+{
+    Q_OBJECT
+    /// How many values are kept.
+    Q_PROPERTY(qreal count READ count NOTIFY countChanged)
+    /// What a value is stored as. Changed only while the store is empty.
+    Q_PROPERTY(ValueType valueType READ valueType WRITE setValueType NOTIFY valueTypeChanged)
+    /// The lowest and the highest value; NaN if there is none.
+    Q_PROPERTY(qreal minimum READ minimum NOTIFY countChanged)
+    Q_PROPERTY(qreal maximum READ maximum NOTIFY countChanged)
+    /// How many values are NaN or infinite.
+    Q_PROPERTY(qreal gapCount READ gapCount NOTIFY countChanged)
+    /// Whether all is known: nobody is still reading values into this store, nor looking through a mapped file.
+    Q_PROPERTY(bool complete READ isComplete NOTIFY completeChanged)
+    /// 0 keeps all values. Otherwise the oldest leave when there are more, in whole chunks of 262144; indices go on.
+    Q_PROPERTY(qreal maximumCount READ maximumCount WRITE setMaximumCount NOTIFY maximumCountChanged)
+    /// The time of x = 0 for axes that show times, in seconds since 1970; NaN if values have none.
+    Q_PROPERTY(qreal startTime READ startTime WRITE setStartTime NOTIFY startTimeChanged)
+
+public:
+    enum ValueType {
+        Float64 = int(SampleType::Float64),
+        Float32 = int(SampleType::Float32),
+        Int32 = int(SampleType::Int32),
+        UInt32 = int(SampleType::UInt32),
+        Int16 = int(SampleType::Int16),
+        UInt16 = int(SampleType::UInt16),
+        Int8 = int(SampleType::Int8),
+        UInt8 = int(SampleType::UInt8)
+    };
+    Q_ENUM(ValueType)
+
+    explicit SeriesStore(QObject *parent = nullptr);
+    ~SeriesStore() override;
+
+    // QML
+
+    /// Appends a number, or a list of numbers. What is neither is refused with an error, and so is a list in which an
+    /// entry is not a number or doesn't fit into the value type. Fractions are rounded for types of whole numbers.
+    Q_INVOKABLE void append(const QVariant &values);
+    /// Appends the values in an ArrayBuffer: as many of `type`, in the byte order of this machine, as it has.
+    Q_INVOKABLE void appendBuffer(const QByteArray &buffer, ValueType type = Float64);
+    /// Removes all values. The first one after it has index 0.
+    Q_INVOKABLE void clear();
+
+    qreal count() const;
+    ValueType valueType() const;
+    void setValueType(ValueType type);
+    qreal minimum() const;
+    qreal maximum() const;
+    qreal gapCount() const;
+    bool isComplete() const;
+    qreal maximumCount() const;
+    void setMaximumCount(qreal count);
+    qreal startTime() const { return m_startTime; }
+    void setStartTime(qreal seconds);
+
+    // C++, any thread
+
+    /// Appends values of one of the types of SampleType. False, and nothing is appended, if one of them doesn't fit
+    /// into the value type; false after a part if memory ran out. Calls from several threads take turns.
+    template <class T>
+    bool append(const T *values, qint64 count)
+    {
+        return appendValues(sampleTypeOf<T>(), values, count);
+    }
+    bool append(double value) { return append(&value, 1); }
+    bool appendValues(SampleType type, const void *values, qint64 count);
+    /// For a thread that may outlive this.
+    SeriesWriter writer() const;
+    /// What is in the store now.
+    SeriesSnapshot snapshot() const;
+    /// The series itself, for who fills it without a copy: SeriesData::room(). announce() afterwards.
+    std::shared_ptr<SeriesData> data() const;
+    /// Has changed() emitted soon; cheap, so call it after every portion.
+    void announce();
+
+    // C++, the object's own thread
+
+    /// What was in the store when changed() was emitted last: the same for all who ask for one frame.
+    SeriesSnapshot frameSnapshot() const { return m_frame; }
+    /// Puts another series in place. Cells of external memory are built now if they are few, else in the background.
+    void setData(const std::shared_ptr<SeriesData> &data);
+    void setComplete(bool complete);
+    /// How often all values were replaced.
+    int revision() const { return m_revision; }
+
+    /// What becomes of a call from QML that was refused: a warning, until somebody sets something better. For the QML
+    /// module, which makes an exception of it.
+    using Refusal = void (*)(const QObject *store, const QString &words);
+    static void setRefusal(Refusal refusal);
+
+signals:
+    /// Something is different: values came or left, or cells were built. Not for each append but at most once between
+    /// two events of this thread.
+    void changed();
+    void countChanged(); ///< of minimum, maximum and gapCount, too
+    void valueTypeChanged();
+    void completeChanged();
+    void maximumCountChanged();
+    void startTimeChanged();
+
+private:
+    friend class StoreState;
+    void showChanges();
+    void refuse(const QString &words) const;
+
+    const std::shared_ptr<StoreState> m_state;
+    SeriesSnapshot m_frame;
+    qreal m_startTime = std::numeric_limits<qreal>::quiet_NaN();
+    int m_revision = 0;
+    bool m_isFilled = true; ///< nobody is still reading
+    bool m_wasComplete = true;
+};
