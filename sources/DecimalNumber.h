@@ -63,8 +63,8 @@ inline const char *takeExponent(const char *text, int &exponent)
 }
 
 /// A number whose digits and power of ten are both doubles: then one multiplication or division rounds it as it should
-/// be. Null when it is not of that kind.
-inline const char *takeShortDecimal(const char *text, double &value)
+/// be. Null when it is not of that kind. `point` is its decimal sign.
+inline const char *takeShortDecimal(const char *text, double &value, char point = '.')
 {
     static constexpr double powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
                                         1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
@@ -76,7 +76,7 @@ inline const char *takeShortDecimal(const char *text, double &value)
     SDigits digits;
     text = takeDigits(text + int(negative), digits);
     int exponent = 0;
-    if (*text == '.') {
+    if (*text == point) {
         exponent = digits.count;
         text = takeDigits(text + 1, digits);
         exponent -= digits.count;

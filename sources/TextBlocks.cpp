@@ -1,34 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "sources/TextBlocks.h"
 
+#include "common/LineEnds.h"
+
 #include <QIODevice>
 
 #include <algorithm>
 #include <cstring>
-#include <numeric>
 #include <utility>
 
 namespace {
 
 constexpr int margin = 16; // bytes behind the text that are there and not arbitrary
-
-/// Counts in bytes, of which a register holds many.
-int lineEnds(const char *text, const char *end)
-{
-    constexpr int width = 32;
-    constexpr int mostRounds = 255;
-    int sum = 0;
-    while (end - text >= width) {
-        const int rounds = int(std::min<qptrdiff>((end - text) / width, mostRounds));
-        quint8 counts[width] = {};
-        for (int round = 0; round < rounds; ++round, text += width) {
-            for (int i = 0; i < width; ++i)
-                counts[i] = quint8(counts[i] + (text[i] == '\n'));
-        }
-        sum = std::accumulate(counts, counts + width, sum);
-    }
-    return sum + int(std::count(text, end, '\n'));
-}
 
 } // namespace
 
@@ -103,6 +86,6 @@ void TextBlocks::handOver(STextBlock &block, int size)
     m_taken += size;
 
     block.size = size;
-    block.lines = lineEnds(block.begin(), block.end()) + int(block.end()[-1] != '\n');
+    block.lines = int(lineEnds(block.begin(), block.end())) + int(block.end()[-1] != '\n');
     block.isLong = size > 2 * m_blockSize;
 }
