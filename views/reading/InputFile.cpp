@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: MIT
+#include "views/reading/InputFile.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#if defined(Q_OS_LINUX)
+#  include <sys/inotify.h>
+#endif
+
+namespace {
+
+constexpr int tailSize = 64;
+
+bool canBeReadNow(int descriptor)
+{
+    pollfd watched{descriptor, POLLIN, 0};
+    return poll(&watched, 1, 0) > 0;
+}
+
+int duplicate(int descriptor)
+{
+    return fcntl(descriptor, F_DUPFD_CLOEXEC, 0);
+}
+
+} // namespace
+
+InputFile::~InputFile()
+{
+    if (m_descriptor >= 0)
+        close(m_descriptor);
+    if (m_notices >= 0)
+        close(m_notices);
+}
+
+QString InputFile::name() const
+{
+    return m_isStandardInput ? QStringLiteral("Standard input") : QStringLiteral("“%1”").arg(m_path);
+}
+
+bool InputFile::open(const QString &path)
+{
+    m_path = path;
+    m_isStandardInput = path == QLatin1String("-");
+    if (path.startsWith(QLatin1String(":/")))
+        return openResource(path);
+    const QByteArray encoded = QFile::encodeName(path);
+    // Without waiting: the other end of a pipe may never come.
+    setDescriptor(m_isStandardInput ? duplicate(STDIN_FILENO)
+                                    : ::open(encoded.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    if (m_descriptor >= 0 && !m_isStream && !m_isStandardInput)
+        watch(encoded);
+    return m_error == 0;
+}
+
+void InputFile::setDescriptor(int descriptor)
+{
+    m_descriptor = descriptor;
+    struct stat status = {};
+    if (descriptor < 0 || fstat(descriptor, &status) != 0) {
+        m_error = errno;
+        return;
+    }
+    if (S_ISDIR(status.st_mode))
+        m_error = EISDIR;
+    m_isStream = !S_ISREG(status.st_mode) && !S_ISBLK(status.st_mode);
+    m_device = status.st_dev;
+    m_inode = status.st_ino;
+    if (m_isStandardInput && !m_isStream)
+        m_position = std::max<off_t>(lseek(descriptor, 0, SEEK_CUR), 0);
+}
+
+/// Copies a resource to memory that is read like a file.
+bool InputFile::openResource(const QString &path)
+{
+    QFile resource(path);
+    if (!resource.open(QIODevice::ReadOnly)) {
+        m_error = ENOENT;
+        return false;
+    }
+    const QByteArray bytes = resource.readAll();
+    setDescriptor(memfd_create("resource", MFD_CLOEXEC));
+    if (m_error == 0
+        && (write(m_descriptor, bytes.constData(), size_t(bytes.size())) != bytes.size()
+            || lseek(m_descriptor, 0, SEEK_SET) != 0))
+        m_error = errno;
+    return m_error == 0;
+}
+
+/// Asks the kernel to tell of changes. Where it doesn't, looking now and then must do.
+void InputFile::watch([[maybe_unused]] const QByteArray &path)
+{
+#if defined(Q_OS_LINUX)
+    m_notices = inotify_init1(IN_CLOEXEC | IN_NONBLOCK);
+    if (m_notices >= 0)
+        inotify_add_watch(m_notices, path.constData(), IN_MODIFY | IN_ATTRIB | IN_MOVE_SELF | IN_DELETE_SELF);
+#endif
+}
+
+InputFile::Got InputFile::read(char *bytes, qint64 most, qint64 &count)
+{
+    count = std::min(most, qint64(m_front.size()));
+    if (count > 0) {
+        std::memcpy(bytes, m_front.constData(), size_t(count));
+        m_front.remove(0, int(count));
+        return Got::Bytes;
+    }
+    if (m_isStream && !canBeReadNow(m_descriptor))
+        return Got::Nothing;
+    const ssize_t got = ::read(m_descriptor, bytes, size_t(most));
+    if (got < 0 && (errno == EAGAIN || errno == EINTR))
+        return Got::Nothing;
+    m_error = got < 0 ? errno : 0;
+    if (got <= 0)
+        return got < 0 ? Got::Error : Got::End;
+    count = got;
+    m_position += count;
+    remember(bytes, count);
+    return Got::Bytes;
+}
+
+void InputFile::putBack(const QByteArray &bytes)
+{
+    m_front = bytes + m_front;
+}
+
+void InputFile::wait(int milliseconds)
+{
+    m_wakeup.wait(milliseconds, m_isStream ? m_descriptor : -1, m_notices);
+}
+
+qint64 InputFile::size() const
+{
+    struct stat status = {};
+    const bool isKnown = !m_isStream && fstat(m_descriptor, &status) == 0 && status.st_size > 0;
+    return isKnown ? qint64(status.st_size) : -1;
+}
+
+/// Keeps the end of what was read, to recognise a file that was written anew and is longer already.
+void InputFile::remember(const char *bytes, qint64 count)
+{
+    if (m_isStream)
+        return;
+    m_hasSize = m_hasSize || size() >= 0;
+    if (count < tailSize)
+        m_tail = (m_tail + QByteArray(bytes, int(count))).right(tailSize);
+    else
+        m_tail = QByteArray(bytes + count - tailSize, tailSize);
+}
+
+bool InputFile::isRewritten() const
+{
+    char bytes[tailSize];
+    const ssize_t got = pread(m_descriptor, bytes, size_t(m_tail.size()), off_t(m_position - m_tail.size()));
+    return got >= 0 && QByteArray(bytes, int(got)) != m_tail;
+}
+
+InputFile::Change InputFile::change()
+{
+    struct stat status = {};
+    if (m_isStream || !m_hasSize || fstat(m_descriptor, &status) != 0)
+        return Change::None;
+    if (status.st_size < m_position || isRewritten())
+        return Change::Shrunk;
+    if (status.st_size > m_position)
+        return Change::Grown;
+    if (m_isStandardInput)
+        return Change::None;
+    if (stat(QFile::encodeName(m_path).constData(), &status) != 0)
+        return Change::Missing;
+    return status.st_dev == m_device && status.st_ino == m_inode ? Change::None : Change::Replaced;
+}
+
+bool InputFile::isMissing() const
+{
+    return m_error == ENOENT;
+}
+
+QString InputFile::errorString() const
+{
+    switch (m_error) {
+    case ENOENT:
+        return m_path.startsWith(QLatin1String(":/"))
+            ? QStringLiteral("isn't among the program's resources")
+            : QStringLiteral("doesn't exist. Is the name right, and is the disk there?");
+    case EACCES:
+        return QStringLiteral("may not be read by you. Its owner can allow it: chmod a+r");
+    case EISDIR:
+        return QStringLiteral("is a folder. Choose a file in it");
+    case EIO:
+        return QStringLiteral("can't be read: the disk or device reports an error");
+    case ENXIO:
+        return QStringLiteral("is a socket or a device without a driver, which can't be read as a file");
+    case EMFILE:
+    case ENFILE:
+        return QStringLiteral("can't be opened: too many files are open");
+    default:
+        return QStringLiteral("can't be read: %1").arg(QString::fromLocal8Bit(std::strerror(m_error)));
+    }
+}
