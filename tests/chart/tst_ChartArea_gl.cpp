@@ -71,6 +71,7 @@ private slots:
     void lockedUpdatesDrawNothing();
 
     void theRectanglesAreFittedWhenTheFirstFrameGivesBarsTheirHeight();
+    void changesInsideAFrameAreAnnouncedAfterIt();
     void requestsFromTheRenderThreadReachTheItem();
     void aZoomThatNeverSettlesKeepsTheWindowAlive();
     void handlersOfTheFrameMayUseTheRenderLock();
@@ -306,6 +307,41 @@ void tst_ChartArea_gl::theRectanglesAreFittedWhenTheFirstFrameGivesBarsTheirHeig
     QCOMPARE(picture.pixelColor(75, 53), blue);
 }
 
+void tst_ChartArea_gl::changesInsideAFrameAreAnnouncedAfterIt()
+{
+    Scene scene;
+    auto &area = scene.add(new ChartArea);
+    BarPlotter bars;
+    bars.setPlotterArea({0.0, 0.0, 1.0, 1.0});
+    bars.setData({10.0, 5.0}); // the first frame gives them this height: the chart changes
+    area.addPlotter(&bars);
+    ProbePlotter probe;
+    double maximum = 1.0;
+    probe.maximum = [&](const QRectF &) { return maximum; };
+    probe.onSync = [&] { maximum = 20.0; }; // and the zoom
+    area.addPlotter(&probe);
+    std::atomic<bool> synchronizing{false};
+    connect(
+        &scene.window(), &QQuickWindow::beforeSynchronizing, &area, [&] { synchronizing = true; },
+        Qt::DirectConnection);
+    connect(
+        &scene.window(), &QQuickWindow::afterSynchronizing, &area, [&] { synchronizing = false; },
+        Qt::DirectConnection);
+    QStringList heard;
+    const auto hear = [&](const QString &what) {
+        return [&, what] {
+            QVERIFY(!synchronizing);
+            QCOMPARE(QThread::currentThread(), area.thread());
+            heard.append(what);
+        };
+    };
+    connect(&area, &IChartArea::chartRectChanged, &area, hear("chart"), Qt::DirectConnection);
+    connect(&area, &ChartArea::zoomRectChanged, &area, hear("zoom"), Qt::DirectConnection);
+    QVERIFY(scene.show());
+    scene.settle();
+    QCOMPARE(heard, (QStringList{"chart", "zoom"}));
+}
+
 void tst_ChartArea_gl::requestsFromTheRenderThreadReachTheItem()
 {
     Scene scene;
@@ -344,6 +380,9 @@ void tst_ChartArea_gl::aZoomThatNeverSettlesKeepsTheWindowAlive()
     unsettled = false;
     scene.settle();
     QCOMPARE(area.zoomRect().height(), 1.05);
+    QCOMPARE(m_log->count("never settles"), 1); // for all these frames
+    QCOMPARE(m_log->messages().size(), 1);
+    m_log->clear();
 }
 
 void tst_ChartArea_gl::handlersOfTheFrameMayUseTheRenderLock()
