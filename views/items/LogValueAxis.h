@@ -9,7 +9,5 @@ class LogValueAxis : public PlotAxis
     Q_OBJECT
 
 public:
-    explicit LogValueAxis(QObject *parent = nullptr) : PlotAxis(parent) {}
-
-    bool isLog() const override { return true; }
+    explicit LogValueAxis(QObject *parent = nullptr) : PlotAxis(true, parent) {}
 };

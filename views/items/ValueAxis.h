@@ -9,5 +9,5 @@ class ValueAxis : public PlotAxis
     Q_OBJECT
 
 public:
-    explicit ValueAxis(QObject *parent = nullptr) : PlotAxis(parent) {}
+    explicit ValueAxis(QObject *parent = nullptr) : PlotAxis(false, parent) {}
 };
