@@ -5,6 +5,7 @@
 #include "views/items/BarSeries.h"
 #include "views/items/LineSeries.h"
 #include "views/items/LogValueAxis.h"
+#include "views/items/PlotTheme.h"
 #include "views/items/PlotView.h"
 #include "views/items/ValueAxis.h"
 
@@ -34,6 +35,7 @@ void ViewsPlugin::registerTypes(const char *)
 {
     registerBase<PlotAxis>("PlotAxis");
     registerBase<PlotSeries>("PlotSeries");
+    registerType<PlotTheme>("PlotTheme");
     registerType<PlotView>("PlotView");
     registerType<BarSeries>("BarSeries");
     registerType<LineSeries>("LineSeries");

@@ -32,7 +32,7 @@ std::unique_ptr<QObject> tst_ViewsModule::make(QQmlEngine &engine, const QByteAr
 void tst_ViewsModule::makesItsTypes_data()
 {
     QTest::addColumn<QByteArray>("name");
-    for (const char *name : {"PlotView", "BarSeries", "LineSeries", "AreaSeries", "ValueAxis", "LogValueAxis"})
+    for (const char *name : {"PlotView", "BarSeries", "LineSeries", "AreaSeries", "ValueAxis", "LogValueAxis", "PlotTheme"})
         QTest::newRow(name) << QByteArray(name);
 }
 
