@@ -300,19 +300,30 @@ Item {
                         color: "transparent"
                     }
 
-                    Shape {
-                        anchors.fill: parent
+                    // To the pointer, wherever it is; what would cross the plot's edges is cut off.
+                    Item {
+                        x: -zoomArea.x
+                        y: -zoomArea.y
+                        width: root.width
+                        height: root.height
+                        clip: true
 
-                        ShapePath {
-                            startX: zoomArea.start.x
-                            startY: zoomArea.start.y
-                            strokeColor: "red"
-                            strokeStyle: ShapePath.SolidLine
-                            strokeWidth: 4
+                        Shape {
+                            x: zoomArea.x
+                            y: zoomArea.y
 
-                            PathLine {
-                                x: zoomArea.mouseX
-                                y: zoomArea.mouseY
+                            ShapePath {
+                                startX: zoomArea.start.x
+                                startY: zoomArea.start.y
+                                strokeColor: "red"
+                                strokeStyle: ShapePath.SolidLine
+                                strokeWidth: 4
+
+                                PathLine {
+                                    x: zoomArea.mouseX
+                                    y: zoomArea.mouseY
+                                }
+
                             }
 
                         }
@@ -321,8 +332,15 @@ Item {
 
                     Text {
                         // Above the pointer, but never outside the plot.
-                        x: Utils.bound(zoomArea.mouseX - width / 2, -zoomArea.x, root.width - zoomArea.x - width)
-                        y: Utils.bound(zoomArea.mouseY - height, -zoomArea.y, root.height - zoomArea.y - height)
+                        readonly property real leftEnd: -zoomArea.x
+                        readonly property real topEnd: -zoomArea.y
+                        readonly property real rightEnd: leftEnd + root.width - width
+                        readonly property real bottomEnd: topEnd + root.height - height
+                        readonly property real wantedX: zoomArea.mouseX - width / 2
+                        readonly property real wantedY: zoomArea.mouseY - height
+
+                        x: Utils.bound(wantedX, leftEnd, rightEnd)
+                        y: Utils.bound(wantedY, topEnd, bottomEnd)
                         color: Material.foreground
                         style: Text.Outline
                         styleColor: Material.background

@@ -301,6 +301,44 @@ Item {
             release(at(150, 50));
         }
 
+        /// Whether a pixel is of the red of the line, or has something of it at the line's edge.
+        function isRed(color) {
+            return color.r > 0.6 && color.g < 0.6 && color.b < 0.6;
+        }
+
+        function test_theLineStaysInThePlot_data() {
+            return [[500, 420], [-300, 150], [300, -300], [300, 1000], [2000, -700]].map((far) => ({ tag: far.join(), far:
+                Qt.point(far[0], far[1]) }));
+        }
+
+        function test_theLineStaysInThePlot(row) {
+            scene.plot.anchors.margins = 90;
+            settle();
+            const from = at(150, 50);
+            press(from);
+            move(from, row.far);
+            settle();
+            const picture = grabImage(scene);
+            const plot = rectIn(scene.plot, scene);
+            let inside = 0;
+            for (let x = 0; x < 600; ++x) {
+                for (let y = 0; y < 400; ++y) {
+                    if (!isRed(picture.pixel(x, y)))
+                        continue;
+
+                    expect(x >= plot.left && x < plot.right && y >= plot.top && y < plot.bottom, () => "red at " + x + ", "
+                        + y + ", the plot is " + plot);
+                    ++inside;
+                }
+            }
+            verify(inside > 100, inside + " red pixels");
+            const text = textsIn(scene.plot).filter((text) => /^Zoom/.test(text.text));
+            const place = rectIn(text[0], scene);
+            verify(place.left >= plot.left && place.right <= plot.right && place.top >= plot.top && place.bottom
+                <= plot.bottom, "text at " + place);
+            release(at(150, 40));
+        }
+
         // pan
 
         function test_panFollowsThePointer_data() {
