@@ -242,6 +242,31 @@ Item {
         color: Material.color(Material.Grey, Material.Shade300)
     }
 
+    /// One end of what a bar shows, under it, as an axis labels it.
+    component RangeLabel: Text {
+        property Item axis
+        property Item bar
+        property bool isRight: false
+        readonly property rect shown: bar.navChart.zoomRect
+
+        z: 1
+        width: Math.max(0, bar.width / 2 - 4)
+        anchors.top: bar.bottom
+        anchors.topMargin: -1
+        anchors.left: isRight ? undefined : bar.left
+        anchors.right: isRight ? bar.right : undefined
+        color: axis.axisTextColor
+        elide: Text.ElideRight
+        enabled: bar.enabled
+        font.pixelSize: 10
+        fontSizeMode: Text.HorizontalFit
+        horizontalAlignment: isRight ? Text.AlignRight : Text.AlignLeft
+        minimumPixelSize: 6
+        text: axis.labelText(isRight ? shown.right : shown.left)
+        textFormat: Text.PlainText
+        visible: bar.visible && bar.height > 0
+    }
+
     /// A chart area starts with the first unit of its data. This makes it show all of it, once: when it gets another
     /// rectangle than the one it starts with, and nobody has chosen a zoom before.
     component FirstFit: QtObject {

@@ -4,6 +4,7 @@ import QtQuick 2.14
 import QtQuick.Controls 2.12
 import QtQuick.Controls.Material 2.12
 import QtQuick.Shapes 1.12
+import QtQuick.Window 2.14
 import VorlixPlugin 1.0
 import "utils.js" as Utils
 
@@ -33,40 +34,35 @@ Item {
 
     /// Saves a picture of upsize times the plot's size in pixels, with a background. Takes a path or a file URL.
     function exportImage(path, upsize = 1) {
-        const scheduled = grabPicture((result) => {
+        const save = (result) => {
+            if (!result)
+                return console.warn("SPlotQML: cannot take a picture for " + path);
+
             if (!result.saveToFile(localPath(path)))
                 console.warn("SPlotQML: cannot write " + path);
 
             root.exportComplete(path);
-        }, upsize);
-        if (!scheduled)
-            console.warn("SPlotQML: cannot take a picture for " + path);
+        };
+        if (!grabPicture(save, upsize))
+            save(null);
 
     }
 
-    /// Calls back with the same picture, as grabToImage() does. False if there can be none.
+    /// Calls back with the same picture, as grabToImage() does, or with null if the plot left its window before it could
+    /// be taken. False, and no call, if there can be none.
     function grabPicture(callback, upsize = 1) {
-        const size = Qt.size(Math.round(width * upsize), Math.round(height * upsize));
-        const isDrawable = size.width > 0 && size.height > 0;
-        capture.upsize = isDrawable ? upsize : 1;
-        capture.scheduleUpdate();
-        return isDrawable && capture.grabToImage((result) => {
-            capture.upsize = 1;
-            callback(result);
-        }, size);
+        return capture.take({
+            "upsize": upsize,
+            "callback": callback
+        });
     }
 
     function localPath(path) {
-        const url = String(path);
-        if (!url.startsWith("file://"))
-            return url;
-
-        const encoded = url.slice("file://".length).replace(/^\/(?=[A-Za-z]:)/, "");
+        const encoded = String(path).replace(/^file:\/\/(\/(?=[A-Za-z]:))?/, "");
         try {
-            return decodeURIComponent(encoded);
+            return encoded === String(path) ? encoded : decodeURIComponent(encoded);
         } catch (error) {
-            // A path with a bare % sign that somebody put behind "file://".
-            return encoded;
+            return encoded; // a path with a bare % sign that somebody put behind "file://"
         }
     }
 
@@ -113,6 +109,7 @@ Item {
 
             width: root.width
             height: root.height
+            clip: zoomArea.pressed // the line of the gesture follows the pointer wherever it is
             scale: capture.upsize
             transformOrigin: Item.TopLeft
 
@@ -188,19 +185,15 @@ Item {
 
             }
 
-            RangeLabel {
-                anchors.left: navBar.left
+            NavigatorBar.RangeLabel {
                 axis: horizontalAxis
                 bar: navBar
-                value: navBar.navChart.zoomRect.left
             }
 
-            RangeLabel {
-                anchors.right: navBar.right
+            NavigatorBar.RangeLabel {
                 axis: horizontalAxis
                 bar: navBar
-                horizontalAlignment: Text.AlignRight
-                value: navBar.navChart.zoomRect.right
+                isRight: true
             }
 
             HorizontalLegend {
@@ -300,30 +293,17 @@ Item {
                         color: "transparent"
                     }
 
-                    // To the pointer, wherever it is; what would cross the plot's edges is cut off.
-                    Item {
-                        x: -zoomArea.x
-                        y: -zoomArea.y
-                        width: root.width
-                        height: root.height
-                        clip: true
+                    Shape {
+                        ShapePath {
+                            startX: zoomArea.start.x
+                            startY: zoomArea.start.y
+                            strokeColor: "red"
+                            strokeStyle: ShapePath.SolidLine
+                            strokeWidth: 4
 
-                        Shape {
-                            x: zoomArea.x
-                            y: zoomArea.y
-
-                            ShapePath {
-                                startX: zoomArea.start.x
-                                startY: zoomArea.start.y
-                                strokeColor: "red"
-                                strokeStyle: ShapePath.SolidLine
-                                strokeWidth: 4
-
-                                PathLine {
-                                    x: zoomArea.mouseX
-                                    y: zoomArea.mouseY
-                                }
-
+                            PathLine {
+                                x: zoomArea.mouseX
+                                y: zoomArea.mouseY
                             }
 
                         }
@@ -332,15 +312,11 @@ Item {
 
                     Text {
                         // Above the pointer, but never outside the plot.
-                        readonly property real leftEnd: -zoomArea.x
-                        readonly property real topEnd: -zoomArea.y
-                        readonly property real rightEnd: leftEnd + root.width - width
-                        readonly property real bottomEnd: topEnd + root.height - height
-                        readonly property real wantedX: zoomArea.mouseX - width / 2
-                        readonly property real wantedY: zoomArea.mouseY - height
+                        readonly property real mostX: root.width - zoomArea.x - width
+                        readonly property real mostY: root.height - zoomArea.y - height
 
-                        x: Utils.bound(wantedX, leftEnd, rightEnd)
-                        y: Utils.bound(wantedY, topEnd, bottomEnd)
+                        x: Utils.bound(zoomArea.mouseX - width / 2, -zoomArea.x, mostX)
+                        y: Utils.bound(zoomArea.mouseY - height, -zoomArea.y, mostY)
                         color: Material.foreground
                         style: Text.Outline
                         styleColor: Material.background
@@ -359,7 +335,49 @@ Item {
         id: capture
 
         property real upsize: 1
+        /// What is to be taken, the first one right now: each has a size of its own, and there is one capture.
+        property var pictures: []
+        readonly property var host: Window.window
 
+        function take(picture) {
+            if (pictures.push(picture) > 1 || begin())
+                return true;
+
+            goOn();
+            return false;
+        }
+
+        function begin() {
+            const picture = pictures[0];
+            const size = Qt.size(Math.round(root.width * picture.upsize), Math.round(root.height * picture.upsize));
+            if (!(size.width > 0 && size.height > 0))
+                return false;
+
+            upsize = picture.upsize;
+            scheduleUpdate();
+            return grabToImage((result) => {
+                if (picture === pictures[0])
+                    goOn().callback(result);
+
+            }, size);
+        }
+
+        /// Takes the first one off the list and begins the next. Returns the first one.
+        function goOn() {
+            upsize = 1;
+            const done = pictures.shift();
+            if (pictures.length > 0 && !begin())
+                goOn().callback(null);
+
+            return done;
+        }
+
+        // The window that was to draw it may never do so.
+        onHostChanged: {
+            if (pictures.length > 0)
+                goOn().callback(null);
+
+        }
         width: root.width
         height: root.height
         live: false
@@ -374,27 +392,6 @@ Item {
             color: Material.background
         }
 
-    }
-
-    /// One end of what a navigator bar shows, under the bar.
-    component RangeLabel: Text {
-        property LinearXAxis axis
-        property NavigatorBar bar
-        property real value
-
-        z: 1
-        width: Math.max(0, bar.width / 2 - 4)
-        anchors.top: bar.bottom
-        anchors.topMargin: -1
-        color: axis.axisTextColor
-        elide: Text.ElideRight
-        enabled: bar.enabled
-        font.pixelSize: 10
-        fontSizeMode: Text.HorizontalFit
-        minimumPixelSize: 6
-        text: axis.labelText(value)
-        textFormat: Text.PlainText
-        visible: bar.visible && bar.height > 0
     }
 
 }

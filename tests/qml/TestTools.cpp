@@ -111,6 +111,12 @@ QColor TestTools::imagePixel(const QString &path, int x, int y) const
     return QImage(path).pixelColor(x, y);
 }
 
+bool TestTools::areAlike(const QString &path, const QString &other) const
+{
+    const QImage picture(path);
+    return !picture.isNull() && picture == QImage(other);
+}
+
 int TestTools::steepestEdge(const QString &path, const QRect &area) const
 {
     const QImage picture = QImage(path).convertToFormat(QImage::Format_Grayscale8);

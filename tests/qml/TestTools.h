@@ -53,6 +53,8 @@ public:
     /// Of an image file; empty when it can't be read.
     Q_INVOKABLE QSize imageSize(const QString &path) const;
     Q_INVOKABLE QColor imagePixel(const QString &path, int x, int y) const;
+    /// Whether two image files have the same pixels.
+    Q_INVOKABLE bool areAlike(const QString &path, const QString &other) const;
     /// How strongly neighbouring pixels differ at most, 0 to 255, in a rectangle of an image file: 0 for a flat one.
     Q_INVOKABLE int steepestEdge(const QString &path, const QRect &area) const;
 

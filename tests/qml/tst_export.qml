@@ -200,6 +200,64 @@ Item {
             compare(tools.imageSize(exported("after.png")), Qt.size(600, 400));
         }
 
+        function test_picturesOfSeveralSizesDoNotDisturbEachOther() {
+            // Asked for in one turn: each is the one that would have been taken alone.
+            const sizes = [3, 1, 2];
+            const alone = sizes.map((size) => exported("alone" + size + ".png", size));
+            const together = sizes.map((size) => tools.temporaryPath("together" + size + ".png"));
+            spy.clear();
+            sizes.forEach((size, i) => plot.exportImage(together[i], size));
+            tryCompare(spy, "count", 3);
+            compare(spy.signalArguments.map((args) => args[0]), together);
+            sizes.forEach((size, i) => verify(tools.areAlike(alone[i], together[i]), "the picture of size " + size));
+        }
+
+        function test_aPictureAskedForInACallbackIsTaken() {
+            const taken = [];
+            const take = (result) => {
+                taken.push(result.image);
+                if (taken.length < 3)
+                    verify(plot.grabPicture(take, taken.length));
+            };
+            verify(plot.grabPicture(take, 2));
+            tryVerify(() => taken.length === 3);
+        }
+
+        function test_aFaultInACallbackDoesNotStopTheNext() {
+            plot.grabPicture(() => {
+                throw new Error("of a test");
+            });
+            let isTaken = false;
+            plot.grabPicture(() => isTaken = true);
+            tryVerify(() => isTaken);
+        }
+
+        function test_aPictureWithoutAWindowIsRefused() {
+            plot.parent = null;
+            compare(plot.grabPicture(() => fail("called")), false);
+            compare(tools.takeMessages().length, 1); // Qt says why
+            plot.parent = scene;
+            compare(tools.imageSize(exported("back.png")), Qt.size(600, 400));
+        }
+
+        function test_picturesThatWaitAreReportedWhenTheWindowGoes() {
+            const first = tools.temporaryPath("waits1.png");
+            const second = tools.temporaryPath("waits2.png");
+            plot.exportImage(first);
+            plot.exportImage(second, 2);
+            plot.parent = null;
+            wait(200);
+            compare(spy.count, 0);
+            const messages = tools.takeMessages().filter((message) => message.startsWith("SPlotQML"));
+            compare(messages.length, 2);
+            verify(messages.some((message) => message.indexOf(first) >= 0), messages);
+            verify(messages.some((message) => message.indexOf(second) >= 0), messages);
+            plot.parent = scene;
+            settle();
+            spy.clear();
+            exported("after.png", 3);
+        }
+
         function test_theChartAreasOwnExportWritesNothing() {
             const path = tools.temporaryPath("chart.png");
             scene.chart.exportImage(path);
