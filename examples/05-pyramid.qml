@@ -45,7 +45,7 @@ Window {
 
     MouseArea {
         anchors.fill: parent
-        onWheel: {
+        onWheel: (wheel) => {
             const zoom = chart.zoomRect;
             const wanted = zoom.width * Math.pow(0.5, wheel.angleDelta.y / 120);
             const width = Math.min(Math.max(wanted, 100), pyramid.samples);

@@ -77,12 +77,12 @@ Window {
             }
 
             anchors.fill: parent
-            onPressed: last = mouse.x
-            onPositionChanged: {
+            onPressed: (mouse) => last = mouse.x
+            onPositionChanged: (mouse) => {
                 show(zoomRect.left + (last - mouse.x) / width * zoomRect.width, zoomRect.width);
                 last = mouse.x;
             }
-            onWheel: zoom(wheel.x, Math.pow(0.8, wheel.angleDelta.y / 120))
+            onWheel: (wheel) => zoom(wheel.x, Math.pow(0.8, wheel.angleDelta.y / 120))
         }
     }
 }

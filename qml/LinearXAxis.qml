@@ -51,7 +51,8 @@ Item {
         if (!isFinite(value))
             return "";
 
-        const text = typeof axisTextFunc === "function" ? axisTextFunc(value) : format_num(value);
+        const func = axisTextFunc;
+        const text = typeof func === "function" ? func(value) : format_num(value);
         return text === undefined || text === null || /NaN|Infinity/.test(text) ? "" : String(text);
     }
 

@@ -26,7 +26,8 @@ Item {
 
     /// The label of a value; empty where it can't be computed.
     function labelText(value) {
-        const text = typeof axisTextFunc === "function" ? axisTextFunc(value) : value;
+        const func = axisTextFunc;
+        const text = typeof func === "function" ? func(value) : value;
         if (text === undefined || text === null || text === "")
             return "";
 

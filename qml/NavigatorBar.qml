@@ -143,11 +143,15 @@ Item {
         enabled: root.mainChartArea !== null
         hoverEnabled: true
         preventStealing: true
-        onPressed: state = gestureAt(mouse.x)
-        onPositionChanged: moveTo(mouse.x)
+        onPressed: (mouse) => {
+            state = gestureAt(mouse.x);
+        }
+        onPositionChanged: (mouse) => {
+            moveTo(mouse.x);
+        }
         onReleased: finish()
         onCanceled: finish()
-        onWheel: {
+        onWheel: (wheel) => {
             wheel.accepted = thumb.visible;
             if (thumb.visible)
                 navigator.showFrom(navigator.zoomRect.left + wheel.angleDelta.y / root.width * navigator.zoomRect.width);
@@ -184,8 +188,12 @@ Item {
 
             anchors.fill: parent
             preventStealing: true
-            onPressed: navigator.scrollTo(trackArea, mouse.x)
-            onPositionChanged: navigator.scrollTo(trackArea, mouse.x)
+            onPressed: (mouse) => {
+                navigator.scrollTo(trackArea, mouse.x);
+            }
+            onPositionChanged: (mouse) => {
+                navigator.scrollTo(trackArea, mouse.x);
+            }
         }
 
     }
@@ -209,7 +217,9 @@ Item {
 
             anchors.fill: parent
             preventStealing: true
-            onPositionChanged: navigator.scrollTo(thumbArea, mouse.x)
+            onPositionChanged: (mouse) => {
+                navigator.scrollTo(thumbArea, mouse.x);
+            }
         }
 
     }

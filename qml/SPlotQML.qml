@@ -232,8 +232,10 @@ Item {
                 cursorShape: pressed ? Qt.ClosedHandCursor : Qt.ArrowCursor
                 preventStealing: true
                 propagateComposedEvents: true
-                onPressed: oldFrameX = mouse.x
-                onPositionChanged: {
+                onPressed: (mouse) => {
+                    oldFrameX = mouse.x;
+                }
+                onPositionChanged: (mouse) => {
                     const delta = oldFrameX - mouse.x;
                     if (delta === 0)
                         return ;
@@ -253,16 +255,16 @@ Item {
                 anchors.fill: chartArea
                 hoverEnabled: true
                 preventStealing: true
-                onPressed: {
+                onPressed: (mouse) => {
                     p1 = p2 = mouse.x;
                     start = Qt.point(mouse.x, mouse.y);
                 }
-                onPositionChanged: {
+                onPositionChanged: (mouse) => {
                     if (pressed)
                         p2 = Utils.bound(mouse.x, 0, width);
 
                 }
-                onReleased: {
+                onReleased: (mouse) => {
                     if (mouse.y < start.y)
                         chartArea.resetZoomView();
                     else

@@ -309,7 +309,7 @@ ApplicationWindow {
 
     DropArea {
         anchors.fill: parent
-        onDropped: {
+        onDropped: (drop) => {
             if (!drop.hasUrls)
                 return ;
 
@@ -321,8 +321,8 @@ ApplicationWindow {
     ViewerDialogs {
         id: dialogs
 
-        onFilesChosen: window.open(paths)
-        onPictureChosen: window.exportTo(path)
+        onFilesChosen: (paths) => window.open(paths)
+        onPictureChosen: (path) => window.exportTo(path)
     }
 
     ViewerKeys {

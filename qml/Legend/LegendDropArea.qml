@@ -100,7 +100,9 @@ Item {
         y: root.hDirection ? Math.min(0, root.extendDropArea) : 0
         width: root.hDirection ? root.width : Math.abs(root.extendDropArea)
         height: root.hDirection ? Math.abs(root.extendDropArea) : root.height
-        onEntered: drag.accepted = container.welcome(drag.source)
+        onEntered: (drag) => {
+            drag.accepted = container.welcome(drag.source);
+        }
         onExited: container.farewell()
         onDropped: container.keep()
     }

@@ -77,7 +77,7 @@ Item {
         id: wheelArea
 
         anchors.fill: parent
-        onWheel: wheel.accepted = true
+        onWheel: (wheel) => wheel.accepted = true
     }
 
     PlotCase {
