@@ -2,7 +2,9 @@
 #include "views/items/PlotView.h"
 
 #include "common/Change.h"
+#include "views/items/PlotFrame.h"
 #include "views/items/PlotSeries.h"
+#include "views/items/PlotTheme.h"
 #include "views/items/SeriesItem.h"
 #include "views/items/ValueAxis.h"
 
@@ -15,10 +17,16 @@ PlotView::PlotView(QQuickItem *parent)
     : QQuickItem(parent),
       m_ownAxisX(new ValueAxis(this)),
       m_ownAxisY(new ValueAxis(this)),
+      m_ownTheme(new PlotTheme(this)),
       m_seriesLayer(new QQuickItem(this))
 {
     exchangeAxis(m_axisX, nullptr, m_ownAxisX);
     exchangeAxis(m_axisY, nullptr, m_ownAxisY);
+    takeTheme(m_ownTheme);
+    connect(this, &PlotView::seriesListChanged, this, &PlotView::colorSeries);
+    connect(this, &PlotView::themeChanged, this, &PlotView::colorSeries);
+    m_frame = new PlotFrame(*this);
+    m_frame->stackBefore(m_seriesLayer);
     m_seriesLayer->setClip(true);
 }
 
@@ -28,6 +36,7 @@ PlotView::~PlotView()
         disconnect(series, nullptr, this, nullptr);
     disconnect(m_axisX, nullptr, this, nullptr);
     disconnect(m_axisY, nullptr, this, nullptr);
+    disconnect(m_theme, nullptr, this, nullptr);
 }
 
 void PlotView::setAxisX(PlotAxis *axis)
@@ -70,6 +79,36 @@ void PlotView::forgetAxis(QObject *axis)
         m_axisY = nullptr;
         setAxisY(nullptr);
     }
+}
+
+void PlotView::setTheme(PlotTheme *theme)
+{
+    PlotTheme *const next = theme ? theme : m_ownTheme;
+    if (next == m_theme)
+        return;
+    disconnect(m_theme, nullptr, this, nullptr);
+    takeTheme(next);
+    emit themeChanged();
+}
+
+void PlotView::takeTheme(PlotTheme *theme)
+{
+    m_theme = theme;
+    connect(theme, &PlotTheme::changed, this, &PlotView::themeChanged);
+    connect(theme, &QObject::destroyed, this, &PlotView::forgetTheme);
+}
+
+void PlotView::forgetTheme()
+{
+    takeTheme(m_ownTheme);
+    emit themeChanged();
+}
+
+/// Series take the theme's colors in the order in which they lie over each other.
+void PlotView::colorSeries()
+{
+    for (int i = 0; i < m_series.size(); ++i)
+        m_series.at(i)->setViewColor(m_theme->seriesColor(i));
 }
 
 void PlotView::setTitle(const QString &title)

@@ -8,7 +8,9 @@
 #include <QQuickItem>
 #include <QVector>
 
+class PlotFrame;
 class PlotSeries;
+class PlotTheme;
 
 // The view holds what belongs together and no more: two axes, the list of series, the plot area. Whoever adds to it:
 //   pictures of series     SeriesItem, one for each series, children of seriesLayer(); made here
@@ -24,6 +26,8 @@ class PlotView : public QQuickItem
     /// returns.
     Q_PROPERTY(PlotAxis *axisX READ axisX WRITE setAxisX NOTIFY axisXChanged)
     Q_PROPERTY(PlotAxis *axisY READ axisY WRITE setAxisY NOTIFY axisYChanged)
+    /// Colors and font. Never null; a theme that is given stays the giver's and may serve many views.
+    Q_PROPERTY(PlotTheme *theme READ theme WRITE setTheme NOTIFY themeChanged)
     Q_PROPERTY(QString title READ title WRITE setTitle NOTIFY titleChanged)
     /// Where the values are drawn, in coordinates of the view; it lies on whole device pixels, counted from the view's
     /// corner.
@@ -41,6 +45,8 @@ public:
     void setAxisX(PlotAxis *axis);
     PlotAxis *axisY() const { return m_axisY; }
     void setAxisY(PlotAxis *axis);
+    PlotTheme *theme() const { return m_theme; }
+    void setTheme(PlotTheme *theme);
     QString title() const { return m_title; }
     void setTitle(const QString &title);
     QRectF plotArea() const { return m_plotArea; }
@@ -56,6 +62,7 @@ public:
     const QVector<PlotSeries *> &series() const { return m_series; }
     /// The clipped item under all that is drawn of the series; it covers the plot area.
     QQuickItem *seriesLayer() const { return m_seriesLayer; }
+    PlotFrame *frame() const { return m_frame; }
     /// The room around the plot area for labels, titles, the overview strip.
     void setPlotMargins(const QMarginsF &margins);
     QMarginsF plotMargins() const { return m_margins; }
@@ -65,6 +72,8 @@ public:
 signals:
     void axisXChanged();
     void axisYChanged();
+    /// Another theme, or the same with other colors.
+    void themeChanged();
     void titleChanged();
     void plotAreaChanged();
     void seriesListChanged();
@@ -88,15 +97,21 @@ private:
 
     bool exchangeAxis(PlotAxis *&stored, PlotAxis *axis, PlotAxis *own);
     void forgetAxis(QObject *axis);
+    void forgetTheme();
+    void takeTheme(PlotTheme *theme);
+    void colorSeries();
     void forgetSeries(QObject *series);
     void layOut();
 
     QString m_title;
     PlotAxis *const m_ownAxisX;
     PlotAxis *const m_ownAxisY;
+    PlotTheme *const m_ownTheme;
     PlotAxis *m_axisX = nullptr;
     PlotAxis *m_axisY = nullptr;
+    PlotTheme *m_theme = nullptr;
     QVector<PlotSeries *> m_series;
+    PlotFrame *m_frame;
     QQuickItem *m_seriesLayer;
     QRectF m_plotArea;
     QMarginsF m_margins;

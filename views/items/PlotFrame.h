@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "views/items/AxisLook.h"
+#include "views/items/LabelPool.h"
+
+#include <QFontMetricsF>
+#include <QQuickItem>
+
+class PlotView;
+
+/// What lies around and under the series of a view: its background, the grid, ticks, labels and titles. It tells the
+/// view what room it takes. Looked at once a frame, and only when an axis, the theme or the size is another. A child of
+/// the view, behind all else.
+class PlotFrame : public QQuickItem
+{
+    Q_OBJECT
+
+public:
+    explicit PlotFrame(PlotView &view);
+
+    /// Room that is kept free under the labels, for an overview.
+    void setRoomBelow(double room);
+    double roomBelow() const { return m_roomBelow; }
+    /// The texts of the labels and titles that are shown, for tests and for who describes the view.
+    QStringList texts() const;
+
+protected:
+    void updatePolish() override;
+    QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *) override;
+
+private:
+    struct SLines
+    {
+        QVector<QRectF> minorGrid;
+        QVector<QRectF> grid;
+        QVector<QRectF> axes;
+    };
+
+    void watchAxes();
+    void layOutRoom(const QFontMetricsF &metrics);
+    double widthOfLabels(const QFontMetricsF &metrics);
+    void lookAtX(const QFontMetricsF &metrics);
+    void lookAtY();
+    void addTitles(const QFontMetricsF &metrics);
+    QRectF upright(double x, double top, double bottom) const;
+    QRectF level(double y, double left, double right) const;
+
+    PlotView &m_view;
+    LabelPool m_labels;
+    QVector<SLabel> m_texts;
+    SLines m_lines;
+    QFont m_font;
+    double m_labelWidth = 0.0; ///< of the y axis
+    double m_roomBelow = 0.0;
+};
