@@ -10,12 +10,6 @@
 
 namespace {
 
-template <class Number>
-inline Number greater(Number candidate, Number maximum)
-{
-    return candidate > maximum ? candidate : maximum;
-}
-
 /// The largest of `start` and the values. When it is a zero, its sign is that of any zero among them.
 double maximumFrom(double start, const double *values, int count)
 {
@@ -62,8 +56,8 @@ void pairMaxima(const double *values, int count, double *maxima)
     for (; i <= count - lanes; i += lanes) {
         const Lanes left = loadLanes(values + 2 * i);
         const Lanes right = loadLanes(values + 2 * i + lanes);
-        const Lanes even = __builtin_shufflevector(left, right, 0, 2);
-        const Lanes odd = __builtin_shufflevector(left, right, 1, 3);
+        const Lanes even{left[0], right[0]};
+        const Lanes odd{left[1], right[1]};
         storeLanes(maxima + i, greater(odd, greater(even, zero)));
     }
     for (; i < count; ++i)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "geometry/Vertices.h"
 
+#include "common/Lanes.h"
 #include "common/Storage.h"
 
 #include <algorithm>
@@ -9,17 +10,6 @@
 namespace {
 
 // Two values at a time: the compiler does not interleave by itself.
-
-using ValuePair = double __attribute__((vector_size(16)));
-using FloatPair = float __attribute__((vector_size(8)));
-using FourFloats = float __attribute__((vector_size(16)));
-
-inline FloatPair roundedPair(const double *values)
-{
-    ValuePair pair;
-    std::memcpy(&pair, values, sizeof pair);
-    return __builtin_convertvector(pair, FloatPair);
-}
 
 inline void store(void *target, FourFloats floats)
 {
@@ -32,9 +22,9 @@ void writeBarHeights(const double *values, int count, float *heights)
 {
     int i = 0;
     for (; i + 2 <= count; i += 2, heights += 8) {
-        const FloatPair pair = roundedPair(values + i);
-        store(heights, __builtin_shufflevector(pair, FloatPair{}, 2, 2, 0, 0));
-        store(heights + 4, __builtin_shufflevector(pair, FloatPair{}, 2, 2, 1, 1));
+        const FloatLanes pair = roundedLanes(loadLanes(values + i));
+        store(heights, FourFloats{0.0f, 0.0f, pair[0], pair[0]});
+        store(heights + 4, FourFloats{0.0f, 0.0f, pair[1], pair[1]});
     }
     if (i < count) {
         const float height = float(values[i]);
@@ -46,7 +36,7 @@ void writeFillVertices(const double *values, int first, int count, SPointVertex 
 {
     int i = 0;
     for (; i + 2 <= count; i += 2, fill += 4) {
-        const FloatPair y = roundedPair(values + i);
+        const FloatLanes y = roundedLanes(loadLanes(values + i));
         const float left = float(first + i);
         const float right = float(first + i + 1);
         store(fill, FourFloats{left, 0.0f, left, y[0]});
@@ -62,7 +52,7 @@ void writeBorderVertices(const double *values, int first, int count, SPointVerte
 {
     int i = 0;
     for (; i + 2 <= count; i += 2, border += 2) {
-        const FloatPair y = roundedPair(values + i);
+        const FloatLanes y = roundedLanes(loadLanes(values + i));
         store(border, FourFloats{float(first + i), y[0], float(first + i + 1), y[1]});
     }
     if (i < count)
@@ -72,7 +62,7 @@ void writeBorderVertices(const double *values, int first, int count, SPointVerte
 void writeSegments(const double *values, int first, int count, SPointVertex *ends)
 {
     for (int i = 0; i < count; ++i, ends += 2) {
-        const FloatPair y = roundedPair(values + i);
+        const FloatLanes y = roundedLanes(loadLanes(values + i));
         store(ends, FourFloats{float(first + i), y[0], float(first + i + 1), y[1]});
     }
 }
