@@ -37,6 +37,13 @@ QVariant evaluate(QQuickWindow *window, const char *variable)
     return result;
 }
 
+/// As large as on a screen with one pixel for each of the window's.
+QImage atRatioOne(const QImage &image)
+{
+    const QSize size = (QSizeF(image.size()) / image.devicePixelRatio()).toSize();
+    return size == image.size() ? image : image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
 void sendMouse(QQuickWindow *window, const QStringList &words)
 {
     if (words.size() < 3)
@@ -136,7 +143,7 @@ void Snapshot::finish(const QImage &seen)
     m_timer.stop();
     seen.save(qEnvironmentVariable("SNAPSHOT_RESULT"));
     const bool expects = qEnvironmentVariableIsSet("SNAPSHOT_PICTURE");
-    const double difference = expects ? differingBlocks(seen, QImage(qEnvironmentVariable("SNAPSHOT_PICTURE"))) : 0.0;
+    const double difference = expects ? differingBlocks(atRatioOne(seen), QImage(qEnvironmentVariable("SNAPSHOT_PICTURE"))) : 0.0;
     const double tolerance = qEnvironmentVariable("SNAPSHOT_TOLERANCE", "0.005").toDouble();
     std::fprintf(stderr, "%.2f %% of the blocks differ, %.2f %% may; %d warnings\n", 100.0 * difference,
                  100.0 * tolerance, warnings);

@@ -64,6 +64,13 @@ TestCase {
         return found[0];
     }
 
+    /// What the window shows, in an item's pixels, however many of the screen one of them is.
+    function pictureOf(item) {
+        const image = tools.grab(item.Window.window);
+        const corner = item.mapToItem(null, 0, 0);
+        return { pixel: (x, y) => tools.pixelOf(image, corner.x + x, corner.y + y) };
+    }
+
     /// Where an item lies in another one's coordinates.
     function rectIn(item, ancestor) {
         return item.mapToItem(ancestor, Qt.rect(0, 0, item.width, item.height));

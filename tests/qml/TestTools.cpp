@@ -91,6 +91,12 @@ void TestTools::release(QQuickWindow *window, const QPointF &at) const
     QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, at.toPoint());
 }
 
+QColor TestTools::pixelOf(const QImage &picture, int x, int y) const
+{
+    const qreal ratio = picture.devicePixelRatio();
+    return picture.pixelColor(int((x + 0.5) * ratio), int((y + 0.5) * ratio));
+}
+
 QString TestTools::urlOf(const QString &path) const
 {
     return QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);

@@ -46,6 +46,11 @@ public:
     Q_INVOKABLE void drag(QQuickWindow *window, const QPointF &from, const QPointF &to, bool release = true) const;
     Q_INVOKABLE void release(QQuickWindow *window, const QPointF &at) const;
 
+    /// What a window shows.
+    Q_INVOKABLE QImage grab(QQuickWindow *window) const { return window->grabWindow(); }
+    /// The colour in the middle of a pixel of the window, which may be larger than one of the screen.
+    Q_INVOKABLE QColor pixelOf(const QImage &picture, int x, int y) const;
+
     /// A path in a folder that is removed at the end.
     Q_INVOKABLE QString temporaryPath(const QString &name) const { return m_folder.filePath(name); }
     Q_INVOKABLE QString urlOf(const QString &path) const;

@@ -69,7 +69,7 @@ Item {
 
         function test_itShowsWhatThePlotShows() {
             const path = exported("same.png");
-            const picture = grabImage(scene);
+            const picture = pictureOf(scene);
             const chart = scene.chart;
             for (let i = 1; i < 20; ++i) {
                 for (const height of [0.2, 0.5, 0.7]) {
@@ -88,7 +88,7 @@ Item {
         function test_theViewHasNoBackground() {
             scene.color = "#00ff00";
             settle();
-            same(grabImage(scene).pixel(3, 3), "#00ff00");
+            same(pictureOf(scene).pixel(3, 3), "#00ff00");
             same(tools.imagePixel(exported("own.png"), 3, 3), "#fafafa");
         }
 
@@ -109,13 +109,13 @@ Item {
         }
 
         function test_aPictureDoesNotDisturbTheView() {
-            const before = grabImage(scene);
+            const before = pictureOf(scene);
             plot.exportImage(tools.temporaryPath("aside.png"), 3);
             waitForRendering(scene);
-            const during = grabImage(scene);
+            const during = pictureOf(scene);
             spy.wait();
             settle();
-            const after = grabImage(scene);
+            const after = pictureOf(scene);
             for (let x = 2; x < 600; x += 7) {
                 for (let y = 2; y < 400; y += 5) {
                     same(during.pixel(x, y), before.pixel(x, y));

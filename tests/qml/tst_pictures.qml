@@ -41,7 +41,7 @@ Item {
 
         function take() {
             settle();
-            picture = grabImage(scene);
+            picture = pictureOf(scene);
         }
 
         function themes() {
