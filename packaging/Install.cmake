@@ -22,7 +22,7 @@ vorlix_install_headers(${include_dir} COMPONENT development ROOTS ${VORLIX_PUBLI
 target_compile_features(vorlixplugin INTERFACE cxx_std_17)
 target_include_directories(vorlixplugin INTERFACE
   $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<INSTALL_INTERFACE:${include_dir}>)
-target_link_libraries(vorlixplugin INTERFACE Qt5::Gui Qt5::Quick)
+target_link_libraries(vorlixplugin INTERFACE Qt::Gui Qt::Quick)
 
 # The CMake package.
 install(EXPORT VorlixPlugin NAMESPACE Vorlix:: DESTINATION ${cmake_dir} COMPONENT development
