@@ -47,7 +47,7 @@ BlockMaxima BlockMaxima::of(const QVector<double> &series, Visit &&visit)
     made.m_series = series;
     made.m_maxima.reserve((series.size() + blockSize - 1) / blockSize);
     for (int start = 0; start < series.size(); start += blockSize) {
-        const int count = std::min(blockSize, series.size() - start);
+        const int count = std::min(blockSize, int(series.size()) - start);
         visit(start, count);
         made.m_maxima.append(maximumFromZero(series.constData() + start, count));
     }

@@ -36,7 +36,7 @@ public:
         if (binWidth > unitsPerPixel)
             return 0;
         const int level = toIndex(std::ceil(std::log(unitsPerPixel / binWidth) / std::log(m_factor)));
-        return std::max(std::min(level, m_levels.size() - 1), 0);
+        return std::max(std::min(level, int(m_levels.size()) - 1), 0);
     }
 
 protected:
@@ -44,7 +44,7 @@ protected:
     /// The selected level, or the coarsest one where a shorter series has fewer.
     const QVector<T> &selectedLevel() const
     {
-        const int level = std::min(m_level, m_levels.size() - 1);
+        const int level = std::min(m_level, int(m_levels.size()) - 1);
         m_builder.waitFor(level);
         return m_levels.at(level);
     }

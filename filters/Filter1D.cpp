@@ -269,6 +269,6 @@ double Filter1D::max_in(const QRectF &rect)
     if (rect.intersected(m_area).isEmpty() || data().isEmpty())
         return 0.0;
     const int start = std::max(__start_index(rect), 0);
-    const int end = std::min(__end_index(rect), data().size());
+    const int end = std::min(__end_index(rect), int(data().size()));
     return start < end ? maximumFromZero(data().constData() + start, end - start) : 0.0;
 }

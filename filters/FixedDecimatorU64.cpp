@@ -21,7 +21,7 @@ void FixedDecimatorU64::setNumPoint(int numPoint)
 {
     int highest = maximumPoints;
     if (m_parentFilter && !m_parentFilter->data().isEmpty())
-        highest = std::min(highest, m_parentFilter->data().size());
+        highest = std::min(highest, int(m_parentFilter->data().size()));
     if (!change(m_numPoint, std::min(std::max(numPoint, 1), highest)))
         return;
     m_data = QVector<double>(m_numPoint, 0.0);

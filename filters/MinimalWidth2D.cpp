@@ -88,7 +88,7 @@ bool MinimalWidth2D::_filter_func(const QVector<double> &data)
 {
     const QVector<double> input = data; // `data` may be m_data
     const int pairs = input.size() / 2;
-    restart(m_data, std::min(input.size() + 4, longestSeries)); // at most two pairs more than there were
+    restart(m_data, std::min(int(input.size()) + 4, longestSeries)); // at most two pairs more than there were
     BinMerger merger(m_mergeWidth, m_data);
     for (int i = 0; i < pairs; ++i)
         merger.take(input.at(2 * i), input.at(2 * i + 1));

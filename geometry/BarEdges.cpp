@@ -49,7 +49,7 @@ int BarEdges::edgeAtOrBeyond(double x) const
 
 double BarEdges::edge(int index) const
 {
-    const int block = std::min(index / blockSize, m_blockEdges.size() - 1);
+    const int block = std::min(index / blockSize, int(m_blockEdges.size()) - 1);
     if (block < 0)
         return m_start;
     double position = m_blockEdges.at(block);

@@ -39,7 +39,7 @@ void AreaPlotter::sync_buffers()
     if (!kept)
         m_uploaded = {}; // what the base uploads takes its place
     IPlotter::sync_buffers();
-    m_shown = {isLong() ? m_data.size() : m_borderVertices.size(),
+    m_shown = {int(isLong() ? m_data.size() : m_borderVertices.size()),
                m_borderWidth,
                m_borderColor,
                m_borderEnable,
@@ -64,9 +64,9 @@ const SAttributePointer AreaPlotter::_fetch_attribute_data(const int &attribute)
 {
     switch (attribute) {
     case 0:
-        return {m_fillVertices.constData(), m_fillVertices.size() * int(sizeof(SPointVertex))};
+        return {m_fillVertices.constData(), int(m_fillVertices.size()) * int(sizeof(SPointVertex))};
     case 1:
-        return {m_borderVertices.constData(), m_borderVertices.size() * int(sizeof(SPointVertex))};
+        return {m_borderVertices.constData(), int(m_borderVertices.size()) * int(sizeof(SPointVertex))};
     default:
         return {};
     }

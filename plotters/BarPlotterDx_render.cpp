@@ -25,9 +25,9 @@ const SAttributePointer BarPlotterDx::_fetch_attribute_data(const int &attribute
 {
     switch (attribute) {
     case 0:
-        return {m_vertexArray.constData(), m_vertexArray.size() * int(sizeof(SHResVertex))};
+        return {m_vertexArray.constData(), int(m_vertexArray.size()) * int(sizeof(SHResVertex))};
     case 1:
-        return {m_indexArray.constData(), m_indexArray.size() * int(sizeof(uint))};
+        return {m_indexArray.constData(), int(m_indexArray.size()) * int(sizeof(uint))};
     default:
         return {};
     }

@@ -38,7 +38,7 @@ double IPlotter1D::max_in(const QRectF &area) const
     if (area.intersected(modArea()).isEmpty() || m_data.isEmpty())
         return 0.0;
     const int start = std::max(__start_index(area), 0);
-    const int end = std::min(__end_index(area), m_data.size());
+    const int end = std::min(__end_index(area), int(m_data.size()));
     if (start >= end)
         return 0.0;
     // Deliberate: single precision. A running maximum that is rounded each time it is replaced ends at the same number:

@@ -34,7 +34,7 @@ void IPlotter::synchronize()
                m_plotterArea,
                modArea(),
                m_xOffset,
-               m_data.size()};
+               int(m_data.size())};
 }
 
 void IPlotter::sync_buffers()

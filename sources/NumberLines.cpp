@@ -136,7 +136,7 @@ QString readInTextMode(QIODevice &device, Values &values)
             return tooManyLines(values.limit());
         if (!values.hasRoomFor(1))
             values.makeRoomFor(1, device.pos());
-        *values.append(1) = QString::fromUtf8(line).toDouble();
+        *values.append(1) = QString::fromUtf8(line.constData()).toDouble(); // to a NUL, as in a block
     }
     return {};
 }

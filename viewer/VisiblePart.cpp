@@ -95,8 +95,8 @@ void VisiblePart::update()
     const SRange shown = shownRange(barWidth);
     if (shown.first >= shown.end || isServed(shown))
         return;
-    const int margin = std::min(shown.end - shown.first, series.size());
-    serve({std::max(0, shown.first - margin), std::min(series.size() - margin, shown.end) + margin}, barWidth);
+    const int margin = std::min(shown.end - shown.first, int(series.size()));
+    serve({std::max(0, shown.first - margin), std::min(int(series.size()) - margin, shown.end) + margin}, barWidth);
 }
 
 VisiblePart::SRange VisiblePart::shownRange(double barWidth) const

@@ -45,7 +45,7 @@ QString literal(const QVariant &value)
 {
     if (value.canConvert<QObject *>())
         return value.value<QObject *>() ? QStringLiteral("an object") : QStringLiteral("null");
-    switch (int(value.type())) {
+    switch (value.userType()) {
     case QMetaType::QString:
         return '"' + value.toString() + '"';
     case QMetaType::Double:

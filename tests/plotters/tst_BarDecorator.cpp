@@ -286,7 +286,7 @@ void tst_BarDecorator::aHitIsPublishedAsAMap()
     QCOMPARE(scene.decorator.infoMap().size(), 1);
     const QVariantMap map = scene.decorator.infoMap().first().toMap();
     QCOMPARE(map.keys(), (QStringList{"color", "name", "plotter", "rect"}));
-    QCOMPARE(map.value("rect").type(), QVariant::RectF);
+    QCOMPARE(map.value("rect").userType(), int(QMetaType::QRectF));
     QCOMPARE(map.value("rect").toRectF(), QRectF(3.0, 0.0, 1.0, 4.0));
     QCOMPARE(map.value("plotter"), QVariant(true));
     QCOMPARE(map.value("name"), QVariant(QStringLiteral("counts")));
