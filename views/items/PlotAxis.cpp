@@ -42,8 +42,9 @@ void PlotAxis::setMin(double min)
         range.max = m_log ? min * std::pow(10.0, length) : min + length;
     const bool other = !m_minIsSet;
     m_minIsSet = true;
-    takeRange(showable(range, m_log, m_range));
-    m_home = {m_range.min, m_home.max > m_range.min ? m_home.max : m_range.max};
+    range = showable(range, m_log, m_range);
+    m_home = {range.min, m_home.max > range.min ? m_home.max : range.max};
+    takeRange(range);
     if (other)
         emit rulesChanged();
 }
@@ -58,8 +59,9 @@ void PlotAxis::setMax(double max)
         range.min = m_log ? max / std::pow(10.0, length) : max - length;
     const bool other = !m_maxIsSet;
     m_maxIsSet = true;
-    takeRange(showable(range, m_log, m_range));
-    m_home = {m_home.min < m_range.max ? m_home.min : m_range.min, m_range.max};
+    range = showable(range, m_log, m_range);
+    m_home = {m_home.min < range.max ? m_home.min : range.min, range.max};
+    takeRange(range);
     if (other)
         emit rulesChanged();
 }

@@ -5,6 +5,7 @@
 #include "views/items/PlotFrame.h"
 #include "views/items/PlotSeries.h"
 #include "views/items/PlotTheme.h"
+#include "views/items/PlotZoom.h"
 #include "views/items/SeriesItem.h"
 #include "views/items/ValueAxis.h"
 
@@ -25,6 +26,8 @@ PlotView::PlotView(QQuickItem *parent)
     takeTheme(m_ownTheme);
     connect(this, &PlotView::seriesListChanged, this, &PlotView::colorSeries);
     connect(this, &PlotView::themeChanged, this, &PlotView::colorSeries);
+    m_zoom = std::make_unique<PlotZoom>(*this);
+    connect(m_zoom.get(), &PlotZoom::followingChanged, this, &PlotView::followingChanged);
     m_frame = new PlotFrame(*this);
     m_frame->stackBefore(m_seriesLayer);
     m_seriesLayer->setClip(true);

@@ -8,9 +8,12 @@
 #include <QQuickItem>
 #include <QVector>
 
+#include <memory>
+
 class PlotFrame;
 class PlotSeries;
 class PlotTheme;
+class PlotZoom;
 
 // The view holds what belongs together and no more: two axes, the list of series, the plot area. Whoever adds to it:
 //   pictures of series     SeriesItem, one for each series, children of seriesLayer(); made here
@@ -32,12 +35,23 @@ class PlotView : public QQuickItem
     /// Where the values are drawn, in coordinates of the view; it lies on whole device pixels, counted from the view's
     /// corner.
     Q_PROPERTY(QRectF plotArea READ plotArea NOTIFY plotAreaChanged)
+    /// How the view follows series that grow: not at all (values that come are only shown as long as all are), by its
+    /// right end with the same length, or by stretching to the right. A pan to the left pauses it; the End key, or a
+    /// pan to the end, resumes it.
+    Q_PROPERTY(FollowMode followMode READ followMode WRITE setFollowMode NOTIFY followModeChanged)
+    /// Whether the newest values stay in view now.
+    Q_PROPERTY(bool following READ isFollowing NOTIFY followingChanged)
+    /// Another view whose x range this one shares, both ways. A link that would close a circle is said and not made.
+    Q_PROPERTY(PlotView *linkedTo READ linkedTo WRITE setLinkedTo NOTIFY linkedToChanged)
     /// What is declared inside the view: series are drawn in that order, the last on top, items become children of the
     /// view, other objects are kept. Read, it lists the series alone.
     Q_PROPERTY(QQmlListProperty<QObject> seriesList READ seriesList NOTIFY seriesListChanged)
     Q_CLASSINFO("DefaultProperty", "seriesList")
 
 public:
+    enum FollowMode { FollowNone, FollowEnd, FollowAll };
+    Q_ENUM(FollowMode)
+
     explicit PlotView(QQuickItem *parent = nullptr);
     ~PlotView() override;
 
@@ -50,7 +64,27 @@ public:
     QString title() const { return m_title; }
     void setTitle(const QString &title);
     QRectF plotArea() const { return m_plotArea; }
+    FollowMode followMode() const { return m_followMode; }
+    void setFollowMode(FollowMode followMode);
+    bool isFollowing() const;
+    PlotView *linkedTo() const;
+    void setLinkedTo(PlotView *view);
     QQmlListProperty<QObject> seriesList();
+
+    /// Shows half or double the part of x, around its middle.
+    Q_INVOKABLE void zoomIn();
+    Q_INVOKABLE void zoomOut();
+    /// Shows all; ends of axes that were set go back there, and following goes on.
+    Q_INVOKABLE void zoomReset();
+    /// Shows a part of x, whichever end is named first. What is no number changes nothing.
+    Q_INVOKABLE void zoomTo(double from, double to);
+    /// Shows what lies as many item pixels further to the right.
+    Q_INVOKABLE void panBy(double pixels);
+    /// Shows what was shown before the last zoom or pan.
+    Q_INVOKABLE void back();
+    /// Both ways between places in the view, in item pixels, and values.
+    Q_INVOKABLE QPointF mapToValue(const QPointF &position) const;
+    Q_INVOKABLE QPointF mapToPosition(const QPointF &value) const;
 
     /// Adds a series on top of the others. It stays its maker's; a series that is null or in the view already changes
     /// nothing. A series can be in several views.
@@ -63,6 +97,11 @@ public:
     /// The clipped item under all that is drawn of the series; it covers the plot area.
     QQuickItem *seriesLayer() const { return m_seriesLayer; }
     PlotFrame *frame() const { return m_frame; }
+    /// What hands do to the ranges.
+    PlotZoom *zoom() const { return m_zoom.get(); }
+    /// How values stand in the plot area, in item pixels of the view.
+    AxisMapping mappingX() const { return m_axisX->mapping(m_plotArea.left(), m_plotArea.right()); }
+    AxisMapping mappingY() const { return m_axisY->mapping(m_plotArea.bottom(), m_plotArea.top()); }
     /// The room around the plot area for labels, titles, the overview strip.
     void setPlotMargins(const QMarginsF &margins);
     QMarginsF plotMargins() const { return m_margins; }
@@ -76,6 +115,9 @@ signals:
     void themeChanged();
     void titleChanged();
     void plotAreaChanged();
+    void followModeChanged();
+    void followingChanged();
+    void linkedToChanged();
     void seriesListChanged();
 
     /// Something that isn't a series was declared inside the view, or is added to its list from C++.
@@ -110,9 +152,11 @@ private:
     PlotAxis *m_axisX = nullptr;
     PlotAxis *m_axisY = nullptr;
     PlotTheme *m_theme = nullptr;
+    FollowMode m_followMode = FollowNone;
     QVector<PlotSeries *> m_series;
     PlotFrame *m_frame;
     QQuickItem *m_seriesLayer;
     QRectF m_plotArea;
     QMarginsF m_margins;
+    std::unique_ptr<PlotZoom> m_zoom;
 };

@@ -9,7 +9,7 @@ namespace {
 // Keeps the choice of a step off the rounding of a pan where a round range lies exactly on the border of two steps.
 constexpr double tolerance = 1e-6;
 // On a log scale: how far apart minor ticks are at least.
-constexpr double minorPixels = 4.0;
+constexpr double minorPixels = 3.0;
 
 /// m * 10^exponent, rounded once: 3 * 10^-1 is 0.3, not 0.30000000000000004.
 double decimal(double m, int exponent)
