@@ -103,6 +103,9 @@ protected:
     /// The formula of mapPointToChart() against `rect`.
     QPointF mapPoint(const QPointF &point, const QRectF &rect) const;
 
+    /// Draws nothing, and says so once, in a window that isn't drawn with OpenGL.
+    QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *data) override;
+
 private:
     using PlotterHandle = std::shared_ptr<RenderHandle<IPlotter>>;
 

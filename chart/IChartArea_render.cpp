@@ -1,8 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "chart/IChartArea.h"
 
+#include <QDebug>
+#include <QQuickWindow>
+#include <QSGRendererInterface>
+
 #include <algorithm>
 #include <cmath>
+#include <mutex>
 
 namespace {
 
@@ -12,7 +17,28 @@ bool isDrawnBefore(const IPlotter *a, const IPlotter *b)
     return a->zOrder() < b->zOrder() || (std::isnan(b->zOrder()) && !std::isnan(a->zOrder()));
 }
 
+bool isDrawnWithOpenGL(const QQuickWindow &window)
+{
+    return window.rendererInterface()->graphicsApi() == QSGRendererInterface::OpenGL;
+}
+
+void sayOnceThatOpenGLIsMissing()
+{
+    static std::once_flag said;
+    std::call_once(said, [] { qWarning("A chart is not drawn: its window is drawn without OpenGL"); });
+}
+
 } // namespace
+
+// called by the scene graph: render thread, GUI thread blocked
+
+QSGNode *IChartArea::updatePaintNode(QSGNode *node, UpdatePaintNodeData *data)
+{
+    if (isDrawnWithOpenGL(*window()))
+        return QQuickFramebufferObject::updatePaintNode(node, data);
+    sayOnceThatOpenGLIsMissing();
+    return nullptr;
+}
 
 // called by the renderer: render thread, GUI thread blocked
 
