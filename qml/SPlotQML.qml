@@ -3,7 +3,6 @@ import "Legend"
 import QtQuick 2.14
 import QtQuick.Controls 2.12
 import QtQuick.Controls.Material 2.12
-import QtQuick.Shapes 1.12
 import QtQuick.Window 2.14
 import VorlixPlugin 1.0
 import "utils.js" as Utils
@@ -55,6 +54,11 @@ Item {
             "upsize": upsize,
             "callback": callback
         });
+    }
+
+    /// Fits the strip to the zoom, as each gesture does. To be called after zoomRect was set.
+    function recalcNavigator() {
+        navBar.recalcWidth();
     }
 
     function localPath(path) {
@@ -295,21 +299,18 @@ Item {
                         color: "transparent"
                     }
 
-                    Shape {
-                        ShapePath {
-                            startX: zoomArea.start.x
-                            startY: zoomArea.start.y
-                            strokeColor: "red"
-                            strokeStyle: ShapePath.SolidLine
-                            strokeWidth: 4
+                    Rectangle {
+                        readonly property real dx: zoomArea.mouseX - zoomArea.start.x
+                        readonly property real dy: zoomArea.mouseY - zoomArea.start.y
 
-                            PathLine {
-                                x: zoomArea.mouseX
-                                y: zoomArea.mouseY
-                            }
-
-                        }
-
+                        x: zoomArea.start.x
+                        y: zoomArea.start.y - height / 2
+                        width: Math.sqrt(dx * dx + dy * dy)
+                        height: 4
+                        antialiasing: true
+                        color: "red"
+                        rotation: Math.atan2(dy, dx) * 180 / Math.PI
+                        transformOrigin: Item.Left
                     }
 
                     Text {

@@ -136,7 +136,7 @@ ApplicationWindow {
         const newWidth = Math.min(Math.max(width, 2 * binWidth), whole.width);
         const newLeft = Math.min(Math.max(left, whole.left), whole.right - newWidth);
         chart.zoomRect = Qt.rect(newLeft, chart.zoomRect.y, newWidth, chart.zoomRect.height);
-        navigator.parent.recalcWidth();
+        plot.recalcNavigator();
     }
 
     /// Makes what is shown narrower by a factor; the place at a fraction of the chart's width stays where it is.

@@ -177,7 +177,7 @@ Item {
             show(row.theme);
             // 10 of the 1000 bars, one in a pixel column of 52.8.
             scene.chart.zoomRect = Qt.rect(500, 0, 10, 10);
-            scene.strip.parent.recalcWidth();
+            scene.plot.recalcNavigator();
             take();
             compare(scene.chart.zoomRect.height, 50.9 * 1.05);
             for (let bar = 0; bar < 10; ++bar) {

@@ -245,6 +245,22 @@ Item {
             compare(scene.strip.zoomRect.width, 1000);
         }
 
+        function test_theStripFollowsAZoomFromOutside() {
+            const strip = scene.strip;
+            const bandWidth = () => rectanglesIn(strip.parent, (item) => item.color == "#4d4dc2e6")[0].width;
+            chart.zoomRect = Qt.rect(500, 0, 2, 10);
+            settle();
+            verify(bandWidth() < 2, "before: " + bandWidth());
+            scene.plot.recalcNavigator();
+            settle();
+            fuzzyCompare(bandWidth(), 75, 1e-6);
+            verify(strip.zoomRect.left <= 500 && strip.zoomRect.right >= 502, "the strip shows " + strip.zoomRect);
+            chart.resetZoomView();
+            scene.plot.recalcNavigator();
+            compareView(0, 1000);
+            compare(strip.zoomRect.width, 1000);
+        }
+
         function test_theMousePositionIsOffered() {
             const area = scene.plot.refChartMouse;
             mouseMove(scene, at(123, 45).x, at(123, 45).y);
