@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 import QtQuick 2.14
+import QtQuick.Controls.Material 2.12
 import QtQuick.Window 2.14
 import VorlixPlugin 1.0
 import "qrc:/qml"
@@ -19,6 +20,7 @@ Window {
         id: plot
 
         anchors.fill: parent
+        Material.background: window.color // the picture's ground
         onExportComplete: (path) => console.log("saved", path)
     }
 

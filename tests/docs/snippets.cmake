@@ -1,12 +1,18 @@
 # SPDX-License-Identifier: MIT
 # Runs each snippet of docs/snippets/ until what its page says of it is true, without a warning.
-# vorlix_add_snippet(NAME EXPRESSION): EXPRESSION is evaluated on the snippet's window.
+# vorlix_add_snippet(NAME EXPRESSION [MOUSE gestures THEN expression]): EXPRESSION is evaluated on the snippet's window,
+# THEN after the gestures.
 function(vorlix_add_snippet name expression)
   add_test(NAME snippet.${name} COMMAND ${vorlix_own_display} ${VORLIX_QML_TOOL}
     docs/snippets/${name}.qml WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+  cmake_parse_arguments(PARSE_ARGV 2 arg "" "MOUSE;THEN" "")
+  set(afterwards "SNAPSHOT_AFTER=200")
+  if(arg_THEN)
+    set(afterwards "SNAPSHOT_MOUSE=${arg_MOUSE};SNAPSHOT_THEN=${arg_THEN}")
+  endif()
   set_tests_properties(snippet.${name} PROPERTIES LABELS gl TIMEOUT 90
     ENVIRONMENT "QML2_IMPORT_PATH=${CMAKE_BINARY_DIR}/qml;QT_PLUGIN_PATH=${PROJECT_BINARY_DIR}/tests/examples/plugins;\
-QT_QPA_GENERIC_PLUGINS=vorlixsnapshot;SNAPSHOT_AFTER=200;SNAPSHOT_UNTIL=${expression};\
+QT_QPA_GENERIC_PLUGINS=vorlixsnapshot;${afterwards};SNAPSHOT_UNTIL=${expression};\
 SNAPSHOT_RESULT=${CMAKE_CURRENT_BINARY_DIR}/${name}.png")
   list(APPEND VORLIX_SNIPPETS ${name})
   set(VORLIX_SNIPPETS ${VORLIX_SNIPPETS} PARENT_SCOPE)
@@ -20,6 +26,12 @@ vorlix_add_snippet(destroy "maker.made > 10 && chart.plotter.length <= 2")
 vorlix_add_snippet(export "grabbed && saved === '/tmp/vorlix-plot.png'")
 vorlix_add_snippet(own-data "chart.zoomRect.width === 5 && Math.abs(chart.zoomRect.height - 5.25) < 1e-9")
 vorlix_add_snippet(own-file "reader.data.length === 16 && reader.area.width === 8")
+vorlix_add_snippet(ready-plot "plot.refChartArea.zoomRect.width === 16000 && plot.yAxis.labelText(0) === '-1.00' \
+&& plot.yAxis.labelText(2) === '1.00' && plot.xAxis.labelText(8000) === '8000.00' \
+&& plot.refChartArea.plotter.length === 2 && plot.refLegend.plotterList.length === 1"
+  MOUSE "wheel 324 100 1440"
+  THEN "Math.abs(plot.refChartArea.zoomRect.width - 16000 * Math.pow(0.8, 12)) < 1 \
+&& Math.abs(plot.refNavigator.zoomRect.width - plot.refChartArea.zoomRect.width * plot.refNavigator.width / 75) < 1")
 vorlix_add_snippet(throttle "changes.made === 3 && Math.abs(accepting.zoomRect.height - 31.5) < 1e-6 \
 && Math.abs(settling.zoomRect.height - 31.5) < 1e-6 && Math.abs(dropping.zoomRect.height - 31.5) > 1")
 

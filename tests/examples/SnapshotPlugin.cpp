@@ -142,6 +142,10 @@ void Snapshot::finish(const QImage &seen)
 {
     m_timer.stop();
     seen.save(qEnvironmentVariable("SNAPSHOT_RESULT"));
+    if (qEnvironmentVariableIsSet("SNAPSHOT_THEN") && !evaluate(m_window, "SNAPSHOT_THEN").toBool()) {
+        std::fprintf(stderr, "Not so in the end: %s\n", qPrintable(qEnvironmentVariable("SNAPSHOT_THEN")));
+        return QCoreApplication::exit(4);
+    }
     const bool expects = qEnvironmentVariableIsSet("SNAPSHOT_PICTURE");
     const double difference = expects ? differingBlocks(atRatioOne(seen), QImage(qEnvironmentVariable("SNAPSHOT_PICTURE"))) : 0.0;
     const double tolerance = qEnvironmentVariable("SNAPSHOT_TOLERANCE", "0.005").toDouble();

@@ -85,6 +85,13 @@ Item {
             same(tools.imagePixel(exported("dark.png"), 3, 3), "#303030");
         }
 
+        function test_theGroundCanBeSet() {
+            plot.Material.background = "#123456";
+            same(tools.imagePixel(exported("ground.png"), 3, 3), "#123456");
+            scene.color = "#00ff00"; // of what lies below the plot
+            same(tools.imagePixel(exported("ground2.png"), 3, 3), "#123456");
+        }
+
         function test_theViewHasNoBackground() {
             scene.color = "#00ff00";
             settle();
