@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "views/items/RowScale.h"
+#include "views/items/SeriesPlaces.h"
+
+#include <array>
+
+/// A run of values without a gap between them: indices [from, to), their lowest and highest.
+struct SRun
+{
+    qint64 from = 0;
+    qint64 to = 0;
+    double lowest = 0.0;
+    double highest = 0.0;
+};
+
+/// Finds the runs between the gaps of a series. A gap is a value that isn't finite, one whose place doesn't ascend, and
+/// on a log scale one of 0 and below. What has no gap isn't looked at value by value. For one frame, one thread.
+class SeriesRuns
+{
+public:
+    SeriesRuns(const SeriesSnapshot &values, const SeriesPlaces &places, const RowScale &rows);
+
+    /// The value if it can be shown, else NaN.
+    double valueAt(qint64 index) const;
+
+    /// Calls take(run) for the runs in [from, to), in order. Once there were so many gaps in this frame that it would
+    /// take too long, what is left counts as a run from the first to the last value.
+    template <class Take>
+    void visit(qint64 from, qint64 to, Take &&take)
+    {
+        m_open = SRun();
+        visitPart(from, to, take);
+        close(take);
+    }
+
+private:
+    static constexpr int leafSize = 128;
+    static constexpr int mostLeaves = 100'000; ///< some 20 ms
+
+    bool isClean(qint64 from, qint64 to, const SExtremes &extremes) const
+    {
+        return !extremes.hasGap && (!m_rows.isLog() || extremes.lowest > 0.0) && !m_places.hasMisplaced(from, to);
+    }
+    bool hasNothing(const SExtremes &extremes) const
+    {
+        return extremes.isEmpty() || (m_rows.isLog() && !(extremes.highest > 0.0));
+    }
+
+    template <class Take>
+    void visitPart(qint64 from, qint64 to, Take &take)
+    {
+        const SExtremes extremes = m_values.extremesIn(from, to);
+        if (hasNothing(extremes)) {
+            close(take);
+        } else if (isClean(from, to, extremes) || m_leaves >= mostLeaves) {
+            extend(from, to, lowestShown(from, to, extremes), extremes.highest);
+        } else if (to - from <= leafSize) {
+            visitValues(from, to, take);
+        } else {
+            const qint64 middle = from + (to - from) / 2;
+            visitPart(from, middle, take);
+            visitPart(middle, to, take);
+        }
+    }
+
+    template <class Take>
+    void visitValues(qint64 from, qint64 to, Take &take)
+    {
+        ++m_leaves;
+        m_values.copyValues(from, to, m_leaf.data());
+        const bool mayBeMisplaced = m_places.hasMisplaced(from, to);
+        for (qint64 i = from; i < to; ++i) {
+            const double value = m_leaf[size_t(i - from)];
+            if (m_rows.hasPlace(value) && !(mayBeMisplaced && m_places.hasMisplaced(i, i + 1)))
+                extend(i, i + 1, value, value);
+            else
+                close(take);
+        }
+    }
+
+    template <class Take>
+    void close(Take &take)
+    {
+        if (m_open.to > m_open.from)
+            take(m_open);
+        m_open = SRun();
+    }
+
+    void extend(qint64 from, qint64 to, double lowest, double highest);
+    double lowestShown(qint64 from, qint64 to, const SExtremes &extremes) const;
+
+    const SeriesSnapshot &m_values;
+    const SeriesPlaces &m_places;
+    const RowScale &m_rows;
+    SRun m_open;
+    int m_leaves = 0;
+    std::array<double, leafSize> m_leaf;
+};
