@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: MIT
+#include "views/items/LinePath.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr int fewInColumn = 8;
+constexpr double farOutside = 4096.0; // pixels beyond the view: lines end there, so that floats can hold them
+
+bool isInPiece(const LinePath &path)
+{
+    return path.points.size() > (path.ends.empty() ? 0 : path.ends.back());
+}
+
+/// Moves `end` along the line towards `next` until it's at x.
+void cutAt(double x, QPointF &end, const QPointF &next)
+{
+    const double width = next.x() - end.x();
+    if (width != 0.0)
+        end += (next - end) * ((x - end.x()) / width);
+}
+
+/// Writes the path, one run after the other, and joins the runs that no gap parts.
+class PathWriter
+{
+public:
+    PathWriter(LinePath &path, const SeriesSnapshot &values, const SeriesPlaces &places, const ColumnGrid &grid,
+               const RowScale &rows)
+        : m_path(path),
+          m_values(values),
+          m_places(places),
+          m_grid(grid),
+          m_rows(rows)
+    {
+    }
+
+    void addAll(const SRun &run)
+    {
+        joinTo(run);
+        m_buffer.resize(size_t(run.to - run.from));
+        m_values.copyValues(run.from, run.to, m_buffer.data());
+        for (qint64 i = run.from; i < run.to; ++i)
+            addPoint(i, m_buffer[size_t(i - run.from)]);
+    }
+
+    void addCorners(const SRun &run)
+    {
+        joinTo(run);
+        const SExtremePlaces extremes = m_values.extremePlacesIn(run.from, run.to);
+        qint64 corners[] = {run.from, extremes.lowestAt, extremes.highestAt, run.to - 1};
+        std::sort(std::begin(corners), std::end(corners));
+        const qint64 *const end = std::unique(std::begin(corners), std::end(corners));
+        for (const qint64 *corner = corners; corner != end; ++corner)
+            addPoint(*corner, m_values.valueAt(*corner));
+    }
+
+    void endPiece()
+    {
+        if (!isInPiece(m_path))
+            return;
+        const size_t first = m_path.ends.empty() ? 0 : m_path.ends.back();
+        std::vector<QPointF> &points = m_path.points;
+        if (points.size() - first > 1) { // only the outermost points can be far outside
+            if (points[first].x() < -farOutside)
+                cutAt(-farOutside, points[first], points[first + 1]);
+            if (points.back().x() > m_grid.count + farOutside)
+                cutAt(m_grid.count + farOutside, points.back(), points[points.size() - 2]);
+        }
+        m_path.ends.push_back(points.size());
+    }
+
+private:
+    void joinTo(const SRun &run)
+    {
+        if (run.from != m_next)
+            endPiece();
+        m_next = run.to;
+    }
+
+    void addPoint(qint64 index, double value)
+    {
+        m_path.points.emplace_back(m_grid.pixelOf(m_places.placeOf(index)), m_rows.yOf(value));
+    }
+
+    LinePath &m_path;
+    const SeriesSnapshot &m_values;
+    const SeriesPlaces &m_places;
+    const ColumnGrid &m_grid;
+    const RowScale &m_rows;
+    qint64 m_next = -1;
+    std::vector<double> m_buffer;
+};
+
+} // namespace
+
+void addPath(LinePath &path, const SeriesSnapshot &values, const SeriesPlaces &places, const ColumnGrid &grid,
+             const RowScale &rows, int margin)
+{
+    SeriesRuns runs(values, places, rows);
+    PathWriter writer(path, values, places, grid, rows);
+    const auto addAll = [&](const SRun &run) { writer.addAll(run); };
+    const qint64 begin = places.firstFrom(grid.edge(-margin));
+    const qint64 end = places.firstFrom(grid.edge(grid.count + margin));
+    const qint64 before = std::max(begin - 1, places.begin());
+    const qint64 behind = std::min(end + 1, places.end());
+    if (end - begin <= qint64(fewInColumn) * grid.count) {
+        runs.visit(before, behind, addAll);
+    } else {
+        runs.visit(before, begin, addAll);
+        qint64 from = begin;
+        for (int column = -margin; column < grid.count + margin; ++column) {
+            const qint64 to = places.firstFrom(grid.edge(column + 1));
+            runs.visit(from, to, [&](const SRun &run) { writer.addCorners(run); });
+            from = to;
+        }
+        runs.visit(end, behind, addAll);
+    }
+    writer.endPiece();
+}
