@@ -71,6 +71,9 @@ SDetection detectLayout(const char *begin, const char *end, const STextHints &hi
 /// Whether a line, without blanks around it, is a comment.
 bool isComment(const SField &line, const QVector<QByteArray> &prefixes);
 
+/// Where a comment behind the values of a line begins: a prefix with a blank in front; `end` if there is none.
+const char *commentBehind(const char *begin, const char *end, const QVector<QByteArray> &prefixes);
+
 /// Whether a line, without blanks around it, is the name of a section: "$DATA:".
 bool isSection(const SField &line);
 

@@ -15,6 +15,13 @@ SSampleLine::Kind kindOf(const SField &text, const QVector<QByteArray> &commentP
     return isSection(text) ? SSampleLine::Kind::Section : SSampleLine::Kind::Content;
 }
 
+/// Whether the line may be one of the block of numbers, so that what is behind them may be a comment. A line of names
+/// may have a "%" in it.
+bool beginsWithNumber(const SField &line)
+{
+    return (*line.begin >= '0' && *line.begin <= '9') || std::strchr("+-.,\"", *line.begin);
+}
+
 } // namespace
 
 bool isComment(const SField &line, const QVector<QByteArray> &prefixes)
@@ -22,6 +29,18 @@ bool isComment(const SField &line, const QVector<QByteArray> &prefixes)
     return std::any_of(prefixes.begin(), prefixes.end(), [&](const QByteArray &prefix) {
         return line.end - line.begin >= prefix.size() && std::equal(prefix.begin(), prefix.end(), line.begin);
     });
+}
+
+const char *commentBehind(const char *begin, const char *end, const QVector<QByteArray> &prefixes)
+{
+    for (const QByteArray &prefix : prefixes) {
+        for (const char *at = begin + 1; at < end; ++at) {
+            at = std::search(at, end, prefix.begin(), prefix.end());
+            if (at != end && isBlank(at[-1]) && std::find(begin, at, '"') == at)
+                return at;
+        }
+    }
+    return end;
 }
 
 bool isSection(const SField &line)
@@ -39,8 +58,14 @@ SampleLines sampleLines(const char *begin, const char *end, qint64 skip, const Q
         const auto *lineEnd = static_cast<const char *>(std::memchr(line, '\n', size_t(end - line)));
         const char *const next = lineEnd ? lineEnd + 1 : end;
         if (skip-- <= 0) {
-            const SField text = trimmed(line, next);
-            lines.push_back({text, line, next, kindOf(text, commentPrefixes)});
+            SField text = trimmed(line, next);
+            const auto kind = kindOf(text, commentPrefixes);
+            const char *behind = next;
+            if (kind == SSampleLine::Kind::Content && beginsWithNumber(text)) {
+                behind = commentBehind(text.begin, next, commentPrefixes);
+                text = trimmed(text.begin, behind);
+            }
+            lines.push_back({text, line, behind, kind});
         }
         line = next;
     }

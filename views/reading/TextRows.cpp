@@ -61,7 +61,6 @@ private:
     LineKind readFields(const char *text, const char *end);
     FieldKind fieldValue(const SField &field, const STextColumn &column, double &value);
     void noteSign(char sign);
-    const char *cutComment(const char *text, const char *end) const;
 
     void noteValues()
     {
@@ -159,19 +158,6 @@ FieldKind RowReader::fieldValue(const SField &field, const STextColumn &column, 
     return isMoment || (kind == FieldKind::Number && !std::isnan(value)) ? FieldKind::Number : FieldKind::Other;
 }
 
-/// Where the numbers of a line end: at a comment behind them, if there is one.
-const char *RowReader::cutComment(const char *text, const char *end) const
-{
-    for (const QByteArray &prefix : m_layout.commentPrefixes) {
-        for (const char *at = text + 1; at < end; ++at) {
-            at = std::search(at, end, prefix.begin(), prefix.end());
-            if (at != end && isBlank(at[-1]) && std::find(text, at, '"') == at)
-                return at;
-        }
-    }
-    return end;
-}
-
 LineKind RowReader::readLine(const char *text, const char *end)
 {
     const SField line = trimmed(text, end);
@@ -182,7 +168,7 @@ LineKind RowReader::readLine(const char *text, const char *end)
     if (m_layout.hasSections && isSection(line))
         return LineKind::Section;
     const LineKind kind = readFields(text, end);
-    const char *const cut = kind == LineKind::Values ? end : cutComment(text, end);
+    const char *const cut = kind == LineKind::Values ? end : commentBehind(text, end, m_layout.commentPrefixes);
     return cut == end ? kind : readFields(text, cut);
 }
 
