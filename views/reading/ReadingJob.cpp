@@ -1,0 +1,257 @@
+// SPDX-License-Identifier: MIT
+#include "views/reading/ReadingJob.h"
+
+#include "views/reading/SampleReading.h"
+#include "views/reading/TextReading.h"
+
+#include <algorithm>
+#include <thread>
+
+namespace {
+
+constexpr int lookEvery = 250; // milliseconds; at a file that others write
+
+} // namespace
+
+std::shared_ptr<ReadingJob> ReadingJob::start(const SReadingRequest &request, std::function<void()> changed)
+{
+    const std::shared_ptr<ReadingJob> job(new ReadingJob(request));
+    job->m_changed = std::move(changed);
+    job->m_wakeup.follow(request.follows);
+    std::thread([job] { job->run(); }).detach();
+    return job;
+}
+
+SReadingState ReadingJob::state() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_state;
+}
+
+void ReadingJob::forget()
+{
+    m_wakeup.cancel();
+    const std::lock_guard lock(m_mutex);
+    m_changed = nullptr;
+}
+
+bool ReadingJob::waitForEnd(int milliseconds)
+{
+    std::unique_lock lock(m_mutex);
+    return m_endCondition.wait_for(lock, std::chrono::milliseconds(milliseconds), [this] { return m_hasEnded; });
+}
+
+void ReadingJob::update(const std::function<void(SReadingState &)> &change)
+{
+    const std::lock_guard lock(m_mutex);
+    change(m_state);
+    if (m_changed)
+        m_changed();
+}
+
+void ReadingJob::say(const QString &words)
+{
+    update([&](SReadingState &state) { state.detected = words; });
+}
+
+void ReadingJob::fail(const InputFile &file, const QString &words)
+{
+    update([&](SReadingState &state) {
+        state.status = SReadingState::Status::Error;
+        state.error = file.name() + QLatin1Char(' ') + words;
+    });
+}
+
+void ReadingJob::noteProgress(const InputFile &file, qint64 values)
+{
+    constexpr qint64 window = 250; // milliseconds
+    m_hasValues = m_hasValues || values > 0;
+    const qint64 now = m_since.elapsed();
+    const qint64 position = file.position();
+    const qint64 size = file.size();
+    const qint64 passed = now - m_windowBegin;
+    const double rate = double(position - m_windowBytes) * 1000.0 / double(std::max(passed, qint64(1)));
+    update([&](SReadingState &state) {
+        state.progress = size > 0 ? std::min(double(position) / double(size), 1.0) : 0.0;
+        if (passed >= window || state.bytesPerSecond == 0.0)
+            state.bytesPerSecond = rate;
+    });
+    if (passed >= window) {
+        m_windowBegin = now;
+        m_windowBytes = position;
+    }
+}
+
+void ReadingJob::run()
+{
+    m_since.start();
+    while (readOnce() == Next::Again) {
+        m_windowBegin = m_since.elapsed();
+        m_windowBytes = 0;
+        m_hasValues = false;
+    }
+    update([this](SReadingState &state) {
+        state.ended = true;
+        if (state.status != SReadingState::Status::Loading)
+            return;
+        state.status = SReadingState::Status::Ready;
+        if (m_wakeup.isCancelled())
+            state.detected +=
+                state.detected.isEmpty() ? QStringLiteral("stopped") : QStringLiteral("; stopped before the end");
+    });
+    const std::lock_guard lock(m_mutex);
+    m_hasEnded = true;
+    m_endCondition.notify_all();
+}
+
+ReadingJob::Next ReadingJob::readOnce()
+{
+    InputFile file(m_wakeup);
+    if (file.open(m_request.path))
+        return readFile(file);
+    if (!file.isMissing() || !m_wakeup.follows() || m_wakeup.isCancelled()) {
+        if (!m_wakeup.isCancelled())
+            fail(file, file.errorString());
+        return Next::Finish;
+    }
+    say(QStringLiteral("%1 doesn't exist yet; waiting for it").arg(file.name()));
+    m_wakeup.wait(lookEvery);
+    return m_wakeup.isCancelled() ? Next::Stop : Next::Again;
+}
+
+ReadingJob::Next ReadingJob::readFile(InputFile &file)
+{
+    QByteArray front;
+    Next next = Next::Finish;
+    if (!gatherFront(file, front, next))
+        return next;
+    FileFormat format = m_request.format;
+    QString obstacle;
+    if (format == FileFormat::Auto)
+        format = formatOf(front, obstacle);
+    if (format == FileFormat::Auto) {
+        fail(file, obstacle);
+        return Next::Finish;
+    }
+    file.putBack(front);
+    if (format == FileFormat::Text)
+        return TextReading(*this, file, front).run();
+    return SampleReading(*this, file, format).run();
+}
+
+/// Reads the bytes that tell the format; fewer if no more come for a while. False if there is an end to it: `next`.
+bool ReadingJob::gatherFront(InputFile &file, QByteArray &front, Next &next)
+{
+    constexpr int patience = 100; // milliseconds
+    QElapsedTimer since;
+    while (front.size() < tellingBytes) {
+        char bytes[tellingBytes];
+        qint64 count = 0;
+        const InputFile::Got got =
+            m_wakeup.mayRead() ? file.read(bytes, tellingBytes - front.size(), count) : InputFile::Got::Nothing;
+        if (got == InputFile::Got::Bytes) {
+            front.append(bytes, int(count));
+            if (!since.isValid())
+                since.start();
+            continue;
+        }
+        if (got == InputFile::Got::Error) {
+            fail(file, file.errorString());
+            return false;
+        }
+        if (got == InputFile::Got::End && !(front.isEmpty() && m_wakeup.follows()))
+            return true;
+        if (since.isValid() && since.elapsed() >= patience)
+            return true;
+        next = waitFor(file, got, since.isValid() ? patience : -1);
+        if (next == Next::Finish)
+            return true;
+        if (next != Next::Read)
+            return false;
+    }
+    return true;
+}
+
+ReadingJob::Next ReadingJob::waitFor(InputFile &file, InputFile::Got got, int milliseconds)
+{
+    constexpr int patience = 3000; // milliseconds without any value
+    while (!m_wakeup.isCancelled()) {
+        if (m_wakeup.isHeld()) {
+            m_wakeup.wait(-1);
+            continue;
+        }
+        if (got != InputFile::Got::Nothing)
+            return m_wakeup.follows() && !file.isStream() ? waitForFollowed(file, milliseconds) : Next::Finish;
+        const bool mayHint = !m_hasValues && file.isStream();
+        const qint64 left = patience - m_since.elapsed();
+        if (mayHint && left <= 0) {
+            m_hasValues = true; // said once
+            say(
+                QStringLiteral("no value after 3 s. If the program that writes keeps its output back, start it behind: "
+                               "stdbuf -oL"));
+        }
+        const int longest = mayHint && left > 0 ? int(left) + 1 : -1;
+        file.wait(milliseconds < 0 ? longest : longest < 0 ? milliseconds : std::min(milliseconds, longest));
+        if (m_wakeup.mayRead())
+            return Next::Read;
+    }
+    return Next::Stop;
+}
+
+ReadingJob::Next ReadingJob::waitForFollowed(InputFile &file, int milliseconds)
+{
+    file.wait(milliseconds < 0 ? lookEvery : std::min(milliseconds, lookEvery));
+    if (!m_wakeup.mayRead())
+        return m_wakeup.isCancelled() ? Next::Stop : Next::Read;
+    switch (file.change()) {
+    case InputFile::Change::Shrunk:
+        m_reason = QStringLiteral("read anew, since the file was truncated or written anew");
+        return Next::Again;
+    case InputFile::Change::Replaced:
+        m_reason = QStringLiteral("read anew, since there is another file of that name");
+        return Next::Again;
+    case InputFile::Change::None:
+    case InputFile::Change::Grown:
+    case InputFile::Change::Missing:
+        break;
+    }
+    return Next::Read;
+}
+
+bool ReadingJob::choose(const InputFile &file, SReadingState &state, int timeColumn)
+{
+    const auto find = [&](const SColumnChoice &choice, int &index) {
+        if (!choice.isSet())
+            return true;
+        const auto found = std::find_if(state.series.begin(), state.series.end(), [&](const SReadSeries &series) {
+            return choice.number > 0 ? series.column == choice.number : series.name == choice.name;
+        });
+        index = found == state.series.end() ? -1 : int(found - state.series.begin());
+        return index >= 0;
+    };
+    const auto indexOf = [&](int column) {
+        SColumnChoice choice;
+        choice.number = column + 1;
+        int index = -1;
+        find(choice, index);
+        return index;
+    };
+    state.x = timeColumn >= 0 ? indexOf(timeColumn) : -1;
+    QStringList columns;
+    for (const SReadSeries &series : qAsConst(state.series))
+        columns << (series.name.isEmpty() ? QString::number(series.column) : series.name);
+    for (const SColumnChoice &choice : {m_request.column, m_request.xColumn}) {
+        int index = -1;
+        if (!find(choice, index)) {
+            state.error = QStringLiteral("%1 has no column of numbers “%2”; it has: %3")
+                              .arg(file.name(), choice.number > 0 ? QString::number(choice.number) : choice.name,
+                                   columns.join(QLatin1String(", ")));
+            state.status = SReadingState::Status::Error;
+            return false;
+        }
+    }
+    find(m_request.xColumn, state.x);
+    state.chosen = state.x == 0 && state.series.size() > 1 ? 1 : 0;
+    find(m_request.column, state.chosen);
+    return true;
+}
