@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "views/reading/ReadingJob.h"
+#include "views/reading/TextFeeder.h"
+#include "views/reading/TextSink.h"
+
+/// One pass through a text, from its beginning on. For the reading thread.
+class TextReading
+{
+public:
+    /// `front` are the first bytes that `file` will give.
+    TextReading(ReadingJob &job, InputFile &file, const QByteArray &front);
+
+    ReadingJob::Next run();
+
+private:
+    using Next = ReadingJob::Next;
+
+    bool findLayout(Next &next);
+    bool detect(bool isWhole, SDetection &detection);
+    bool begin(STextLayout layout);
+    Next readAll();
+    void report(TextSink &sink, bool finished);
+    QString words(const TextSink &sink, bool finished) const;
+
+    ReadingJob &m_job;
+    InputFile &m_file;
+    TextFeeder m_feeder;
+    std::optional<STextLayout> m_layout;
+    std::optional<TextSink> m_sink;
+    QString m_described;
+};
