@@ -8,6 +8,8 @@
 #include "views/items/PlotTheme.h"
 #include "views/items/PlotView.h"
 #include "views/items/ValueAxis.h"
+#include "views/reading/SeriesReader.h"
+#include "views/store/SeriesStore.h"
 
 #include <qqml.h>
 
@@ -35,6 +37,8 @@ void ViewsPlugin::registerTypes(const char *)
 {
     registerBase<PlotAxis>("PlotAxis");
     registerBase<PlotSeries>("PlotSeries");
+    registerType<SeriesStore>("SeriesStore");
+    registerType<SeriesReader>("SeriesReader");
     registerType<PlotTheme>("PlotTheme");
     registerType<PlotView>("PlotView");
     registerType<BarSeries>("BarSeries");

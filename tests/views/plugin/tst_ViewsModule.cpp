@@ -2,6 +2,7 @@
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQmlListReference>
+#include <QTemporaryFile>
 #include <QtTest>
 
 #include <memory>
@@ -14,6 +15,7 @@ private slots:
     void makesItsTypes_data();
     void makesItsTypes();
     void takesSeriesAsTheyAreDeclared();
+    void readsAFile();
     void standsBesideTheFirstModule();
 
 private:
@@ -32,7 +34,8 @@ std::unique_ptr<QObject> tst_ViewsModule::make(QQmlEngine &engine, const QByteAr
 void tst_ViewsModule::makesItsTypes_data()
 {
     QTest::addColumn<QByteArray>("name");
-    for (const char *name : {"PlotView", "BarSeries", "LineSeries", "AreaSeries", "ValueAxis", "LogValueAxis", "PlotTheme"})
+    for (const char *name : {"PlotView", "BarSeries", "LineSeries", "AreaSeries", "ValueAxis", "LogValueAxis",
+                             "PlotTheme", "SeriesStore", "SeriesReader"})
         QTest::newRow(name) << QByteArray(name);
 }
 
@@ -60,6 +63,25 @@ void tst_ViewsModule::takesSeriesAsTheyAreDeclared()
     QCOMPARE(list.at(1)->property("name").toString(), QStringLiteral("b"));
     QCOMPARE(view->property("axisX").value<QObject *>()->property("max").toDouble(), 5.0);
     QCOMPARE(view->property("axisY").value<QObject *>()->metaObject()->className(), "LogValueAxis");
+}
+
+void tst_ViewsModule::readsAFile()
+{
+    QTemporaryFile file;
+    QVERIFY(file.open());
+    file.write("a;b\n1;2,5\n3;4,5\n");
+    file.close();
+    QQmlEngine engine;
+    QString error;
+    const std::unique_ptr<QObject> reader =
+        make(engine,
+             "SeriesReader { source: '" + file.fileName().toUtf8()
+                 + "'; column: 'b'; readonly property bool isReady: status === SeriesReader.Ready\n"
+                   "readonly property real highest: isReady && store.complete ? store.maximum : 0 }",
+             &error);
+    QVERIFY2(reader, qPrintable(error));
+    QTRY_COMPARE(reader->property("highest").toDouble(), 4.5);
+    QVERIFY(reader->property("isReady").toBool());
 }
 
 void tst_ViewsModule::standsBesideTheFirstModule()
