@@ -1,49 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/store/Cells.h"
 
-template <class T>
-T smallestPositive(const char *values, qint64 count)
-{
-    T smallest = 0;
-    for (qint64 i = 0; i < count; ++i) {
-        const T value = loadValue<T>(values, i);
-        if (value > T(0) && !isGap(value))
-            smallest = smallerPositive(smallest, value);
-    }
-    return smallest;
-}
-
-template <class T>
-SCell<T> cellOf(const char *values, qint64 count, bool &hasGap)
-{
-    SCell<T> cell;
-    for (qint64 i = 0; i < count; ++i) {
-        const T value = loadValue<T>(values, i);
-        if (isGap(value))
-            hasGap = true;
-        else
-            cell.include(value);
-    }
-    return cell;
-}
-
-template <class T>
-SStatistics statisticsOf(const char *values, qint64 count)
-{
-    SStatistics statistics;
-    for (qint64 i = 0; i < count; ++i) {
-        const T value = loadValue<T>(values, i);
-        if (isGap(value))
-            continue;
-        const double distance = double(value) - statistics.mean;
-        ++statistics.count;
-        statistics.positiveCount += value > T(0);
-        statistics.sum += double(value);
-        statistics.mean += distance / double(statistics.count);
-        statistics.m2 += distance * (double(value) - statistics.mean);
-    }
-    return statistics;
-}
+#include "views/store/EveryType.h"
 
 template <class T>
 void ChunkCells<T>::build(const char *values, int from, int to)
@@ -140,7 +98,14 @@ void ChunkCells<T>::buildPositive(const char *values, int i)
 template <class T>
 void ChunkCells<T>::buildBlock(const char *values, int block)
 {
-    const SStatistics statistics = statisticsOf<T>(values + qint64(block) * blockSize * qint64(sizeof(T)), blockSize);
+    constexpr int parts = blockSize >> cellBits(2);
+    SCell<T> joined;
+    for (int part = parts * block; part < parts * (block + 1); ++part)
+        joined.include(cell(2, part));
+    constexpr int finest = blockSize >> cellBits(1);
+    const bool isGappy = hasGap(finest * block, finest * (block + 1));
+    const char *first = values + qint64(block) * blockSize * qint64(sizeof(T));
+    const SStatistics statistics = statisticsOf<T>(first, blockSize, joined, isGappy);
     m_means[size_t(block)] = statistics.mean;
     m_m2s[size_t(block)] = statistics.m2;
     m_counts[size_t(block)] = quint16(statistics.count);
@@ -167,17 +132,6 @@ void ChunkCells<T>::buildWhole()
         m_statistics.include(blockStatistics(block));
 }
 
-#define VORLIX_CELLS_OF(T) \
-  template class ChunkCells<T>; \
-  template T smallestPositive<T>(const char *, qint64); \
-  template SCell<T> cellOf<T>(const char *, qint64, bool &); \
-  template SStatistics statisticsOf<T>(const char *, qint64);
-VORLIX_CELLS_OF(double)
-VORLIX_CELLS_OF(float)
-VORLIX_CELLS_OF(qint32)
-VORLIX_CELLS_OF(quint32)
-VORLIX_CELLS_OF(qint16)
-VORLIX_CELLS_OF(quint16)
-VORLIX_CELLS_OF(qint8)
-VORLIX_CELLS_OF(quint8)
-#undef VORLIX_CELLS_OF
+#define VORLIX_CELLS(T) template class ChunkCells<T>;
+VORLIX_FOR_EVERY_TYPE(VORLIX_CELLS)
+#undef VORLIX_CELLS

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/store/SeriesOf.h"
 
-#include "views/store/SeriesOfInstances.h"
+#include "views/store/EveryType.h"
 
 #include <utility>
 
@@ -257,4 +257,4 @@ void SeriesOf<T>::finishBuilding()
     m_isBuilt.store(true, std::memory_order_release);
 }
 
-VORLIX_SERIES_OF_EVERY_TYPE
+VORLIX_FOR_EVERY_TYPE(VORLIX_SERIES_OF)

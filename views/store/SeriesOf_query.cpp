@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/store/SeriesOf.h"
 
-#include "views/store/SeriesOfInstances.h"
+#include "views/store/EveryType.h"
 
 namespace {
 
@@ -237,4 +237,4 @@ qint64 SeriesOf<T>::nextValue(qint64 from, qint64 to) const
         [&](qint64 index) { return !isGap(value(index)); });
 }
 
-VORLIX_SERIES_OF_EVERY_TYPE
+VORLIX_FOR_EVERY_TYPE(VORLIX_SERIES_OF)
