@@ -23,7 +23,7 @@ bool canHold(U value)
         return true;
     } else {
         const double number = double(value); // NaN fails both
-        return number > double(std::numeric_limits<T>::lowest()) - 0.5
+        return number >= double(std::numeric_limits<T>::lowest()) - 0.5
             && number < double(std::numeric_limits<T>::max()) + 0.5;
     }
 }
@@ -40,9 +40,9 @@ T converted(U value)
 } // namespace
 
 template <class T>
-SeriesOf<T>::SeriesOf()
+SeriesOf<T>::SeriesOf(qint64 slots)
     : SeriesData(sampleTypeOf<T>()),
-      m_slots(mostChunks),
+      m_slots(slots),
       m_chunks(m_slots),
       m_fifth(m_slots / 16),
       m_sixth(m_slots / 256),

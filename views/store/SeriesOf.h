@@ -56,7 +56,10 @@ template <class T>
 class SeriesOf final : public SeriesData
 {
 public:
-    SeriesOf();
+    static constexpr qint64 mostChunks = qint64(1) << 18;
+
+    /// `slots`: the most chunks that can be held, a power of two, at least 256.
+    explicit SeriesOf(qint64 slots = mostChunks);
     SeriesOf(const void *values, qint64 count, std::shared_ptr<const void> owner);
 
     bool isExternal() const override { return m_isExternal; }
@@ -81,7 +84,6 @@ protected:
 private:
     using Chunk = SChunk<T>;
     using Upper = SUpperCell<T>;
-    static constexpr qint64 mostChunks = qint64(1) << 18;
     static constexpr qint64 bytesOf(qint64 values) { return values * qint64(sizeof(T)); }
 
     // SeriesOf.cpp: the thread that appends, or builds

@@ -3,26 +3,6 @@
 
 #include <algorithm>
 
-namespace {
-
-/// What a scan finds in a range.
-struct SFound
-{
-    qint64 count = 0;
-    qint64 positives = 0;
-    double lowest = 0.0;
-    double highest = 0.0;
-    qint64 lowestAt = -1;
-    qint64 highestAt = -1;
-    double positive = std::nan("");
-    qint64 firstGap = -1;
-    qint64 firstValue = -1;
-    long double sum = 0.0L;
-    long double m2 = 0.0L;
-
-    void take(qint64 index, double value);
-};
-
 void SFound::take(qint64 index, double value)
 {
     if (!std::isfinite(value)) {
@@ -45,6 +25,8 @@ void SFound::take(qint64 index, double value)
     sum += static_cast<long double>(value);
 }
 
+namespace {
+
 bool near(long double actual, long double expected, long double scale)
 {
     return std::abs(actual - expected) <= 1e-12L * scale;
@@ -63,19 +45,32 @@ bool same(double a, double b)
 
 QByteArray PlainSeries::complaint(const SeriesSnapshot &snapshot, qint64 from, qint64 to) const
 {
+    const QByteArray extremes = extremesComplaint(snapshot, from, to);
+    if (!extremes.isEmpty())
+        return extremes;
     to = std::min(to, snapshot.end());
     from = std::min(std::max(from, snapshot.begin()), to);
-    SFound found;
-    long double size = 0.0L;
-    for (qint64 i = from; i < to; ++i) {
-        found.take(i, at(i));
-        size = std::isfinite(at(i)) ? std::max(size, std::abs(static_cast<long double>(at(i)))) : size;
-    }
+    const SFound found = scan(from, to);
     const long double mean = found.count > 0 ? found.sum / found.count : 0.0L;
+    long double m2 = 0.0L;
     for (qint64 i = from; i < to; ++i) {
         if (std::isfinite(at(i)))
-            found.m2 += (at(i) - mean) * (at(i) - mean);
+            m2 += (at(i) - mean) * (at(i) - mean);
     }
+    const long double size = std::max(std::abs(found.lowest), std::abs(found.highest));
+    const SStatistics statistics = snapshot.statisticsIn(from, to);
+    CHECK(near(statistics.sum, found.sum, size * (found.count + 1)));
+    CHECK(near(statistics.mean, mean, size));
+    // The mean can't be known better than the last bit of a value; that limits the rest.
+    CHECK(near(statistics.m2, m2, m2 + found.count * size * size * 1e-14L));
+    return {};
+}
+
+QByteArray PlainSeries::extremesComplaint(const SeriesSnapshot &snapshot, qint64 from, qint64 to) const
+{
+    to = std::min(to, snapshot.end());
+    from = std::min(std::max(from, snapshot.begin()), to);
+    const SFound found = scan(from, to);
     const SExtremes extremes = snapshot.extremesIn(from, to);
     CHECK(!extremes.isSampled);
     CHECK(extremes.isEmpty() == (found.count == 0));
@@ -92,9 +87,21 @@ QByteArray PlainSeries::complaint(const SeriesSnapshot &snapshot, qint64 from, q
     CHECK(!statistics.isPartial);
     CHECK(statistics.count == found.count);
     CHECK(statistics.positiveCount == found.positives);
-    CHECK(near(statistics.sum, found.sum, size * (found.count + 1)));
-    CHECK(near(statistics.mean, mean, size));
-    // The mean can't be known better than the last bit of a value; that limits the rest.
-    CHECK(near(statistics.m2, found.m2, found.m2 + found.count * size * size * 1e-14L));
     return {};
+}
+
+SFound PlainSeries::scan(qint64 from, qint64 to) const
+{
+    SFound found;
+    for (qint64 i = from; i < to; ++i)
+        found.take(i, at(i));
+    return found;
+}
+
+PlainSeries singles(const PlainSeries &series)
+{
+    PlainSeries rounded;
+    for (qint64 i = 0; i < series.size(); ++i)
+        rounded.append(double(float(series.at(i))));
+    return rounded;
 }
