@@ -159,33 +159,27 @@ void SeriesOf<T>::publish(qint64 count)
     const qint64 inside = before & (chunkSize - 1);
     const Chunk &chunk = *m_held.back();
     chunk.ownCells->build(chunk.values, int(inside), int(inside + count));
-    for (int level = chunkLevel + 1; level <= levelCount; ++level) {
-        const qint64 complete = (before + count) >> cellBits(level);
-        if (complete > before >> cellBits(level))
-            buildUpper(level, complete - 1);
-    }
+    if (inside + count == chunkSize)
+        includeInUpper(before >> chunkBits);
     m_end.store(before + count, std::memory_order_release);
 }
 
+/// Adds a complete chunk to the cells above it. Nobody reads those before they are complete, and then the chunks they
+/// stand for may be gone.
 template <class T>
-void SeriesOf<T>::buildUpper(int level, qint64 cell)
+void SeriesOf<T>::includeInUpper(qint64 number)
 {
-    Upper joined = {};
-    joined.cell = SCell<T>();
-    for (qint64 below = 16 * cell; below < 16 * (cell + 1); ++below) {
-        if (level == chunkLevel + 1) {
-            const ChunkCells<T> &cells = *chunk(below).cells.load(std::memory_order_acquire);
-            joined.cell.include(cells.cell(chunkLevel, 0));
-            joined.positive = smallerPositive(joined.positive, cells.positive(chunkLevel, 0));
-            joined.statistics.include(cells.statistics());
-        } else {
-            const Upper &part = upper(level - 1, below);
-            joined.cell.include(part.cell);
-            joined.positive = smallerPositive(joined.positive, part.positive);
-            joined.statistics.include(part.statistics);
-        }
-    }
-    upper(level, cell) = joined;
+    const ChunkCells<T> &cells = *chunk(number).cells.load(std::memory_order_acquire);
+    Upper &fifth = upper(5, number / 16);
+    if (number % 16 == 0)
+        fifth = Upper();
+    fifth.include({cells.cell(chunkLevel, 0), cells.positive(chunkLevel, 0), cells.statistics()});
+    if (number % 16 != 15)
+        return;
+    Upper &sixth = upper(6, number / 256);
+    if (number % 256 == 15)
+        sixth = Upper();
+    sixth.include(fifth);
 }
 
 template <class T>
@@ -250,10 +244,8 @@ void SeriesOf<T>::buildChunk(Chunk &chunk, int count) const
 template <class T>
 void SeriesOf<T>::finishBuilding()
 {
-    for (int level = chunkLevel + 1; level <= levelCount; ++level) {
-        for (qint64 cell = 0; cell < end() >> cellBits(level); ++cell)
-            buildUpper(level, cell);
-    }
+    for (qint64 number = 0; number < end() >> chunkBits; ++number)
+        includeInUpper(number);
     m_isBuilt.store(true, std::memory_order_release);
 }
 

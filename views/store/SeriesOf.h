@@ -26,8 +26,15 @@ template <class T>
 struct SUpperCell
 {
     SCell<T> cell;
-    T positive;
+    T positive = 0; ///< the smallest value above zero, or 0
     SStatistics statistics;
+
+    void include(const SUpperCell &part)
+    {
+        cell.include(part.cell);
+        positive = smallerPositive(positive, part.positive);
+        statistics.include(part.statistics);
+    }
 };
 
 /// Memory for `count` elements, all zero, of which only the pages that are written cost something.
@@ -92,7 +99,7 @@ private:
     template <class U>
     bool appendOther(const U *values, qint64 count);
     bool addChunk(qint64 number);
-    void buildUpper(int level, qint64 cell);
+    void includeInUpper(qint64 number);
     void buildChunk(Chunk &chunk, int count) const;
     void buildPart(int part);
     void finishBuilding();
