@@ -23,12 +23,6 @@ bool isNumber(const QVariant &value)
     }
 }
 
-/// undefined and null.
-bool isNothing(const QVariant &value)
-{
-    return !value.isValid() || value.userType() == QMetaType::Nullptr || value.userType() == QMetaType::Void;
-}
-
 SNumbers numbersOf(const QVariantList &list)
 {
     SNumbers numbers;
@@ -51,6 +45,16 @@ SNumbers numbersOf(const QByteArray &buffer)
     return numbers;
 }
 
+/// Of what can become a list. So can every object of JavaScript, but that list is empty; what tells a typed array from
+/// an empty list is that it has properties.
+SNumbers numbersOfList(const QVariant &values)
+{
+    const QVariantList list = values.toList();
+    if (!list.isEmpty() || !values.canConvert<QVariantMap>() || values.toMap().isEmpty())
+        return numbersOf(list);
+    return {{}, QStringLiteral("a number or a list of numbers was expected; of a typed array, hand over its buffer")};
+}
+
 } // namespace
 
 SNumbers numbersIn(const QVariant &values)
@@ -64,8 +68,13 @@ SNumbers numbersIn(const QVariant &values)
     if (values.userType() == QMetaType::QByteArray)
         return numbersOf(values.toByteArray());
     if (values.canConvert<QVariantList>())
-        return numbersOf(values.toList());
+        return numbersOfList(values);
     return {{}, QStringLiteral("a number or a list of numbers was expected")};
+}
+
+bool isNothing(const QVariant &value)
+{
+    return !value.isValid() || value.userType() == QMetaType::Nullptr || value.userType() == QMetaType::Void;
 }
 
 std::shared_ptr<SeriesData> seriesOver(const QVector<double> &numbers)

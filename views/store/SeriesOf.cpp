@@ -76,8 +76,8 @@ bool SeriesOf<T>::appendValues(SampleType type, const void *values, qint64 count
 {
     if (type == this->type())
         return appendSame(static_cast<const char *>(values), count);
-    return withSampleType(type,
-                          [&](auto zero) { return appendOther(static_cast<const decltype(zero) *>(values), count); });
+    return withSampleType(
+        type, [&](auto zero) { return appendOther<decltype(zero)>(static_cast<const char *>(values), count); });
 }
 
 template <class T>
@@ -99,17 +99,17 @@ bool SeriesOf<T>::appendSame(const char *values, qint64 count)
 
 template <class T>
 template <class U>
-bool SeriesOf<T>::appendOther(const U *values, qint64 count)
+bool SeriesOf<T>::appendOther(const char *values, qint64 count)
 {
     for (qint64 i = 0; i < count; ++i) {
-        if (!canHold<T>(values[i]))
+        if (!canHold<T>(loadValue<U>(values, i)))
             return false;
     }
     T portion[1024];
     for (qint64 first = 0; first < count;) {
         const qint64 size = std::min(count - first, qint64(std::size(portion)));
         for (qint64 i = 0; i < size; ++i)
-            portion[i] = converted<T>(values[first + i]);
+            portion[i] = converted<T>(loadValue<U>(values, first + i));
         if (!appendSame(reinterpret_cast<const char *>(portion), size))
             return false;
         first += size;

@@ -97,7 +97,7 @@ private:
 
     bool appendSame(const char *values, qint64 count);
     template <class U>
-    bool appendOther(const U *values, qint64 count);
+    bool appendOther(const char *values, qint64 count);
     bool addChunk(qint64 number);
     void includeInUpper(qint64 number);
     void buildChunk(Chunk &chunk, int count) const;

@@ -53,23 +53,35 @@ void SeriesStore::append(const QVariant &values)
     const SNumbers numbers = numbersIn(values);
     if (!numbers.error.isEmpty())
         refuse(QStringLiteral("append: ") + numbers.error);
+    else if (isNothing(values))
+        refuse(QStringLiteral("append: a number or a list of numbers was expected"));
     else if (!append(numbers.values.constData(), numbers.values.size()))
-        refuse(QStringLiteral("append: a value doesn't fit into %1").arg(QLatin1String(nameOf(data()->type()))));
+        refuse(QStringLiteral("append: ") + whyNotTaken());
 }
 
-void SeriesStore::appendBuffer(const QByteArray &buffer, ValueType type)
+void SeriesStore::appendBuffer(const QVariant &buffer, ValueType type)
 {
+    if (buffer.userType() != QMetaType::QByteArray) {
+        refuse(QStringLiteral("appendBuffer: an ArrayBuffer was expected; of a typed array, hand over its buffer"));
+        return;
+    }
     if (!isSampleType(type)) {
         refuse(QStringLiteral("appendBuffer: %1 is not a value type").arg(int(type)));
         return;
     }
+    const QByteArray bytes = buffer.toByteArray();
     const int size = sizeOf(SampleType(type));
-    if (buffer.size() % size != 0)
+    if (bytes.size() % size != 0)
         refuse(QStringLiteral("appendBuffer: %1 bytes are not a whole number of %2 values")
-                   .arg(buffer.size())
-                   .arg(QLatin1String(nameOf(SampleType(type)))));
-    else if (!appendValues(SampleType(type), buffer.constData(), buffer.size() / size))
-        refuse(QStringLiteral("appendBuffer: a value doesn't fit into %1").arg(QLatin1String(nameOf(data()->type()))));
+                   .arg(QString::number(bytes.size()), QLatin1String(nameOf(SampleType(type)))));
+    else if (!appendValues(SampleType(type), bytes.constData(), bytes.size() / size))
+        refuse(QStringLiteral("appendBuffer: ") + whyNotTaken());
+}
+
+QString SeriesStore::whyNotTaken() const
+{
+    return QStringLiteral("a value doesn't fit into %1, or there is no memory left")
+        .arg(QLatin1String(nameOf(data()->type())));
 }
 
 void SeriesStore::clear()

@@ -80,8 +80,9 @@ public:
     /// Appends a number, or a list of numbers. What is neither is refused with an error, and so is a list in which an
     /// entry is not a number or doesn't fit into the value type. Fractions are rounded for types of whole numbers.
     Q_INVOKABLE void append(const QVariant &values);
-    /// Appends the values in an ArrayBuffer: as many of `type`, in the byte order of this machine, as it has.
-    Q_INVOKABLE void appendBuffer(const QByteArray &buffer, ValueType type = Float64);
+    /// Appends the values in an ArrayBuffer: as many of `type`, in the byte order of this machine, as it has. That of a
+    /// typed array is its `buffer`.
+    Q_INVOKABLE void appendBuffer(const QVariant &buffer, ValueType type = Float64);
     /// Removes all values. The first one after it has index 0.
     Q_INVOKABLE void clear();
 
@@ -146,6 +147,7 @@ private:
     friend class StoreState;
     void showChanges();
     void refuse(const QString &words) const;
+    QString whyNotTaken() const;
 
     const std::shared_ptr<StoreState> m_state;
     SeriesSnapshot m_frame;
