@@ -3,9 +3,46 @@
 
 #include "common/Maxima.h"
 
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
 BarEdges BarEdges::of(const QVector<double> &pairs, double start)
 {
-    return of(pairs, start, [](int, int, const double *) {});
+    BarEdges edges;
+    edges.m_pairs = pairs;
+    edges.m_start = start;
+    const int count = edges.barCount();
+    edges.m_blockEdges.reserve(count / blockSize + 1);
+    edges.m_blockMaxima.reserve(count / blockSize + 1);
+    edges.m_maximum = count > 0 ? pairs.at(1) : 0.0;
+    double position = start;
+    for (int bar = 0; bar < count; bar += blockSize)
+        position = edges.appendBlock(position, bar, std::min(bar + blockSize, count));
+    edges.m_total = position;
+    return edges;
+}
+
+/// Looks at the bars of a block, whose first edge is at `position`, and returns the position of its last.
+double BarEdges::appendBlock(double position, int first, int end)
+{
+    const double *pair = m_pairs.constData() + 2 * first;
+    double maximum = 0.0;
+    bool ascending = true;
+    bool finite = true;
+    m_blockEdges.append(position);
+    for (int bar = first; bar < end; ++bar, pair += 2) {
+        const double right = position + pair[0];
+        ascending &= right >= position; // false for a NaN
+        position = right;
+        finite &= std::abs(pair[1]) <= double(std::numeric_limits<float>::max());
+        maximum = pair[1] > maximum ? pair[1] : maximum; // a NaN never is
+        m_maximum = pair[1] > m_maximum ? pair[1] : m_maximum;
+    }
+    m_blockMaxima.append(maximum);
+    m_ascending &= ascending;
+    m_finite &= finite;
+    return position;
 }
 
 SIndexRange BarEdges::barsBetween(double left, double right) const

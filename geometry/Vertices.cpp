@@ -59,20 +59,13 @@ void writeBorderVertices(const double *values, int first, int count, SPointVerte
         border[0] = {float(first + i), float(values[i])};
 }
 
-void writeSegments(const double *values, int first, int count, SPointVertex *ends)
+void writeHResVertices(const double *pairs, double position, double origin, int count, SHResVertex *corners)
 {
-    for (int i = 0; i < count; ++i, ends += 2) {
-        const FloatLanes y = roundedLanes(loadLanes(values + i));
-        store(ends, FourFloats{float(first + i), y[0], float(first + i + 1), y[1]});
-    }
-}
-
-void writeHResVertices(const double *pairs, const double *edges, int count, SHResVertex *corners)
-{
-    float leftMost = float(edges[0]);
-    float leftLeast = float(edges[0] - double(leftMost));
+    float leftMost = float(position - origin);
+    float leftLeast = float(position - origin - double(leftMost));
     for (int bar = 0; bar < count; ++bar, corners += 4) {
-        const double right = edges[bar + 1];
+        position += pairs[2 * bar];
+        const double right = position - origin;
         const float rightMost = float(right);
         const float rightLeast = float(right - double(rightMost));
         const float value = float(pairs[2 * bar + 1]);
@@ -82,6 +75,36 @@ void writeHResVertices(const double *pairs, const double *edges, int count, SHRe
         store(floats + 32, FourFloats{value, rightMost, rightLeast, value});
         leftMost = rightMost;
         leftLeast = rightLeast;
+    }
+}
+
+void writeBars(const double *values, const SIndexRange &bars, const SPlacedEdges &edges, float *corners)
+{
+    float left = edges.corner(bars.first);
+    for (int bar = bars.first; bar < bars.end; ++bar, corners += 8) {
+        const float right = edges.corner(bar + 1);
+        const float height = float(values[bar]);
+        store(corners, FourFloats{left, 0.0f, right, 0.0f});
+        store(corners + 4, FourFloats{left, height, right, height});
+        left = right;
+    }
+}
+
+void writeSpans(const double *values, const SIndexRange &spans, const SPlacedEdges &edges, float *corners)
+{
+    for (int span = spans.first; span < spans.end; ++span, corners += 8) {
+        const float left = edges.corner(span);
+        const float right = edges.corner(span + 1);
+        store(corners, FourFloats{left, 0.0f, left, float(values[span])});
+        store(corners + 4, FourFloats{right, 0.0f, right, float(values[span + 1])});
+    }
+}
+
+void writeSegments(const double *values, const SIndexRange &segments, const SPlacedEdges &edges, float *ends)
+{
+    for (int segment = segments.first; segment < segments.end; ++segment, ends += 4) {
+        const FloatLanes y = roundedLanes(loadLanes(values + segment));
+        store(ends, FourFloats{edges.corner(segment), y[0], edges.corner(segment + 1), y[1]});
     }
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "geometry/PlacedEdges.h"
+#include "geometry/SIndexRange.h"
 #include "geometry/VertexRecords.h"
 
 #include <QVector>
@@ -16,12 +18,21 @@ void writeFillVertices(const double *values, int first, int count, SPointVertex 
 /// One vertex of the border for each of `count` points from number `first` on: (i, value).
 void writeBorderVertices(const double *values, int first, int count, SPointVertex *border);
 
-/// Two vertices for each of `count` segments from point number `first` on: (i, value) and (i + 1, next value).
-void writeSegments(const double *values, int first, int count, SPointVertex *ends);
-
 /// Four corners for each of `count` bars of individual widths: bottom left, bottom right, top left, top right. `pairs`
-/// are (width, value), `edges` the positions of the bars' count + 1 edges.
-void writeHResVertices(const double *pairs, const double *edges, int count, SHResVertex *corners);
+/// are (width, value), `position` is that of the first bar, and what is written is the distance from `origin`.
+void writeHResVertices(const double *pairs, double position, double origin, int count, SHResVertex *corners);
+
+// Of long series: those elements that are drawn, and corners as `edges` places them. Every corner is x and y; `values`
+// is the whole series.
+
+/// Four corners for each bar: bottom left, bottom right, top left, top right.
+void writeBars(const double *values, const SIndexRange &bars, const SPlacedEdges &edges, float *corners);
+
+/// Four corners for each span between a point and the next: bottom left, top left, bottom right, top right.
+void writeSpans(const double *values, const SIndexRange &spans, const SPlacedEdges &edges, float *corners);
+
+/// The two ends of each segment between a point and the next.
+void writeSegments(const double *values, const SIndexRange &segments, const SPlacedEdges &edges, float *ends);
 
 /// Appends six indices for each bar from number `first` to one before `end`, two triangles that cover it. The corners
 /// of bar i are 4i to 4i + 3. The caller reserves the room.

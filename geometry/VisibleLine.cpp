@@ -31,11 +31,10 @@ struct SAxis
     double step = 0.0;
     double doubt = 0.0;
 
-    SAxis(float ndcStart, float ndcStep, double reach, int pixels, int subPixelBits)
-        : start((double(ndcStart) + 1.0) * 0.5 * pixels),
-          step(double(ndcStep) * 0.5 * pixels),
-          doubt(singleRounding * (reach + std::abs(double(ndcStart)) + 2.0) * 0.5 * pixels
-                + std::ldexp(1.5, -subPixelBits))
+    SAxis(double ndcStart, double ndcStep, double reach, int pixels, int subPixelBits)
+        : start((ndcStart + 1.0) * 0.5 * pixels),
+          step(ndcStep * 0.5 * pixels),
+          doubt(singleRounding * (reach + 2.0) * 0.5 * pixels + std::ldexp(1.5, -subPixelBits))
     {
     }
     double at(double position) const { return position * step + start; }
@@ -106,10 +105,9 @@ public:
           m_points(points),
           m_target(target),
           m_visit(visit),
-          m_x(place.xStart, place.xStep,
-              double(place.xStep) * std::max(std::abs(double(points.first)), std::abs(double(points.end))),
-              target.width, target.subPixelBits),
-          m_y(place.yStart, place.yStep, farthest + std::abs(double(place.yStart)), target.height, target.subPixelBits),
+          m_x(place.xStart, place.xStep, place.xReach, target.width, target.subPixelBits),
+          m_y(double(place.yStart), double(place.yStep), farthest + 2.0 * std::abs(double(place.yStart)), target.height,
+              target.subPixelBits),
           m_isOdd(std::fmod(target.lineWidth, 2.0) == 1.0)
     {
     }

@@ -33,18 +33,20 @@ struct SLineTarget
     }
 };
 
-/// A line through the points (i, value i) as the vertex shader places them: at i * xStep + xStart and
-/// value * yStep + yStart, in normalised device coordinates and single precision.
+/// A line through the points (i, value i) as the vertex shader places them: at i * xStep + xStart, but for rounding on
+/// the way, and at value * yStep + yStart, in normalised device coordinates.
 struct SLinePlace
 {
-    float xStart = 0.0f;
-    float xStep = 0.0f;
+    double xStart = 0.0;
+    double xStep = 0.0;
+    double xReach = 0.0; ///< the largest number on the way to a point's x
     float yStart = 0.0f;
     float yStep = 0.0f;
 
     friend bool operator==(const SLinePlace &a, const SLinePlace &b)
     {
-        return a.xStart == b.xStart && a.xStep == b.xStep && a.yStart == b.yStart && a.yStep == b.yStep;
+        return a.xStart == b.xStart && a.xStep == b.xStep && a.xReach == b.xReach && a.yStart == b.yStart
+            && a.yStep == b.yStep;
     }
 };
 

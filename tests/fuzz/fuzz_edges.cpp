@@ -33,17 +33,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     double total = start;
     double largest = 0.0;
     int bars = 0;
-    const BarEdges edges = BarEdges::of(pairs, start, [&](int bar, int count, const double *edge) {
-        if (bar != bars || !equal(*edge, total))
-            fail("block", QByteArray::number(bar));
-        for (const int end = bar + count; bars < end; ++bars) {
-            total += pairs.at(2 * bars);
-            if (!equal(*++edge, total))
-                fail("edge", QByteArray::number(bars));
-            const double value = pairs.at(2 * bars + 1);
-            largest = value > largest ? value : largest;
-        }
-    });
+    const BarEdges edges = BarEdges::of(pairs, start);
+    for (; bars < pairs.size() / 2; ++bars) {
+        if (!equal(edges.edge(bars), total))
+            fail("edge", QByteArray::number(bars));
+        total += pairs.at(2 * bars);
+        const double value = pairs.at(2 * bars + 1);
+        largest = value > largest ? value : largest;
+    }
     if (bars != pairs.size() / 2 || edges.barCount() != bars || !equal(edges.total(), total))
         fail("total", QByteArray::number(edges.total()));
     if (!equal(edges.maximumIn(0, bars), largest))

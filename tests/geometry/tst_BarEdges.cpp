@@ -88,7 +88,9 @@ class tst_BarEdges : public QObject
 private slots:
     void nothingHasNoBars();
     void aNumberWithoutPartnerIsNoBar();
-    void barsAreVisitedInOrderWithTheirEdges();
+    void edgesAreTheSumsOfWhatLiesBeforeThem();
+    void theMaximumBeginsWithTheFirstValue();
+    void valuesBeyondSinglePrecisionAreNotFinite();
     void theRangeGoesFromTheBarOfTheLeftEdgeToThatOfTheRight();
     void theRangeIsWhatAScanFinds_data();
     void theRangeIsWhatAScanFinds();
@@ -116,23 +118,42 @@ void tst_BarEdges::aNumberWithoutPartnerIsNoBar()
     QCOMPARE(edges.total(), 3.0);
 }
 
-void tst_BarEdges::barsAreVisitedInOrderWithTheirEdges()
+void tst_BarEdges::edgesAreTheSumsOfWhatLiesBeforeThem()
 {
+    const BarEdges edges = BarEdges::of({1.0, 5.0, 2.0, 3.0, 0.5, -1.0}, 10.0);
     QVector<double> seen;
-    BarEdges::of({1.0, 5.0, 2.0, 3.0, 0.5, -1.0}, 10.0, [&](int first, int count, const double *edges) {
-        QCOMPARE(first, 0);
-        QCOMPARE(count, 3);
-        std::copy(edges, edges + count + 1, std::back_inserter(seen));
-    });
+    for (int edge = 0; edge <= 3; ++edge)
+        seen << edges.edge(edge);
     QCOMPARE(seen, (QVector<double>{10.0, 11.0, 13.0, 13.5}));
+    const BarEdges many = edgesOf(QVector<double>(2000, 1.0));
+    for (const int edge : {0, 1, 255, 256, 257, 999, 1000})
+        QCOMPARE(many.edge(edge), double(edge));
+}
 
-    int visited = 0;
-    BarEdges::of(QVector<double>(2000, 1.0), 0.0, [&](int first, int count, const double *edges) {
-        QCOMPARE(first, visited);
-        QCOMPARE(edges[count], double(first + count));
-        visited += count;
-    });
-    QCOMPARE(visited, 1000);
+void tst_BarEdges::theMaximumBeginsWithTheFirstValue()
+{
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    QCOMPARE(edgesOf({}).maximum(), 0.0);
+    QCOMPARE(edgesOf({1.0, 5.0, 2.0, 7.0, 0.5, nan}).maximum(), 7.0);
+    QCOMPARE(edgesOf({1.0, -5.0, 2.0, -3.0}).maximum(), -3.0);
+    QVERIFY(std::isnan(edgesOf({1.0, nan, 2.0, 3.0}).maximum()));
+    QVector<double> many(4000, 1.0);
+    many[3001] = 2.0;
+    QCOMPARE(edgesOf(many).maximum(), 2.0);
+}
+
+void tst_BarEdges::valuesBeyondSinglePrecisionAreNotFinite()
+{
+    QVector<double> pairs(4000, 1.0);
+    QVERIFY(edgesOf(pairs).areValuesFinite());
+    for (const double strange :
+         {1e300, -1e39, std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
+        pairs[1001] = strange;
+        QVERIFY(!edgesOf(pairs).areValuesFinite());
+    }
+    pairs[1001] = 1.0;
+    pairs[1000] = 1e300; // a width
+    QVERIFY(edgesOf(pairs).areValuesFinite());
 }
 
 void tst_BarEdges::theRangeGoesFromTheBarOfTheLeftEdgeToThatOfTheRight()

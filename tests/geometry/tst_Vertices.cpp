@@ -27,6 +27,7 @@ private slots:
     void aBarHasTwoCornersAtZeroAndTwoAtItsValue();
     void barHeightsHaveTheBitsOfThePlainLoop();
     void anAreaHasTwoFillVerticesAndOneOfTheBorderPerPoint();
+    void elementsOfALongSeriesHaveTheirCornersWhereTheirEdgesArePlaced();
     void areaVerticesHaveTheBitsOfThePlainLoop();
     void pointNumbersAreRoundedToSinglePrecision();
     void cornersCarryBothPartsOfTheirPosition();
@@ -67,9 +68,20 @@ void tst_Vertices::anAreaHasTwoFillVerticesAndOneOfTheBorderPerPoint()
     writeBorderVertices(values, 10, 3, border.data());
     QCOMPARE(fill, (QVector<SPointVertex>{{10, 0}, {10, 1}, {11, 0}, {11, 3}, {12, 0}, {12, 2}}));
     QCOMPARE(border, (QVector<SPointVertex>{{10, 1}, {11, 3}, {12, 2}}));
-    QVector<SPointVertex> segments(4);
-    writeSegments(values, 10, 2, segments.data());
-    QCOMPARE(segments, (QVector<SPointVertex>{{10, 1}, {11, 3}, {11, 3}, {12, 2}}));
+}
+
+void tst_Vertices::elementsOfALongSeriesHaveTheirCornersWhereTheirEdgesArePlaced()
+{
+    const double values[] = {9.0, 1.0, 3.0, 2.0};
+    const SPlacedEdges halves{-2.0, 0.5, 0.0f, 1.0f};
+    QVector<float> corners(16);
+    writeBars(values, {1, 3}, halves, corners.data());
+    QCOMPARE(corners, (QVector<float>{-1.5f, 0, -1, 0, -1.5f, 1, -1, 1, -1, 0, -0.5f, 0, -1, 3, -0.5f, 3}));
+    writeSpans(values, {1, 3}, halves, corners.data());
+    QCOMPARE(corners, (QVector<float>{-1.5f, 0, -1.5f, 1, -1, 0, -1, 3, -1, 0, -1, 3, -0.5f, 0, -0.5f, 2}));
+    QVector<float> ends(8);
+    writeSegments(values, {1, 3}, halves, ends.data());
+    QCOMPARE(ends, (QVector<float>{-1.5f, 1, -1, 3, -1, 3, -0.5f, 2}));
 }
 
 void tst_Vertices::areaVerticesHaveTheBitsOfThePlainLoop()
@@ -106,15 +118,18 @@ void tst_Vertices::pointNumbersAreRoundedToSinglePrecision()
 void tst_Vertices::cornersCarryBothPartsOfTheirPosition()
 {
     const double pairs[] = {2.5, 7.0};
-    const double edges[] = {100'000'000.5, 100'000'003.0};
     SHResVertex corners[4];
-    writeHResVertices(pairs, edges, 1, corners);
+    writeHResVertices(pairs, 100'000'000.5, 0.0, 1, corners);
     QCOMPARE(corners[0].xMost, 100'000'000.0f);
     QCOMPARE(corners[0].xLeast, 0.5f);
     QCOMPARE(corners[0].value, 0.0f);
     QCOMPARE(corners[3].xMost, 100'000'000.0f);
     QCOMPARE(corners[3].xLeast, 3.0f);
     QCOMPARE(corners[3].value, 7.0f);
+    writeHResVertices(pairs, 100'000'000.5, 100'000'000.0, 1, corners);
+    QCOMPARE(corners[0].xMost, 0.5f);
+    QCOMPARE(corners[3].xMost, 3.0f);
+    QCOMPARE(corners[3].xLeast, 0.0f);
 }
 
 void tst_Vertices::cornersHaveTheBitsOfThePlainLoop()
@@ -123,16 +138,20 @@ void tst_Vertices::cornersHaveTheBitsOfThePlainLoop()
     for (int round = 0; round < 1000; ++round) {
         const QVector<double> pairs = random.series(2 * random.whole(0, 300));
         const int count = pairs.size() / 2;
-        const QVector<double> edges = random.series(count + 1);
+        const double origin = random.oneIn(2) ? 0.0 : random.real(-1e9, 1e9);
+        QVector<double> edges{random.real(-1e9, 1e9)};
+        for (int bar = 0; bar < count; ++bar)
+            edges << edges.last() + pairs.at(2 * bar);
         QVector<float> expected;
         for (int bar = 0; bar < count; ++bar) {
             for (const bool top : {false, true}) {
-                for (const double x : {edges.at(bar), edges.at(bar + 1)})
+                for (const double x : {edges.at(bar) - origin, edges.at(bar + 1) - origin})
                     expected << float(x) << float(x - double(float(x))) << (top ? float(pairs.at(2 * bar + 1)) : 0.0f);
             }
         }
         QVector<float> corners(12 * count);
-        writeHResVertices(pairs.constData(), edges.constData(), count, reinterpret_cast<SHResVertex *>(corners.data()));
+        writeHResVertices(pairs.constData(), edges.first(), origin, count,
+                          reinterpret_cast<SHResVertex *>(corners.data()));
         QCOMPARE(bitsOf(corners), bitsOf(expected));
     }
 }

@@ -10,7 +10,7 @@
 #include "geometry/BarEdges.h"
 #include "geometry/Slots.h"
 #include "geometry/Vertices.h"
-#include "geometry/VisibleBars.h"
+#include "geometry/VisibleElements.h"
 #include "plotters/BarPlotterDx.h"
 #include "sources/NumberLines.h"
 
@@ -105,8 +105,11 @@ void countVertices(const QVector<double> &series)
     count("writeBorderVertices", [&] { writeBorderVertices(series.constData(), 0, values, border.data()); });
 
     QVector<SHResVertex> corners(4 * (values / 2));
-    count("writeHResVertices",
-          [&] { writeHResVertices(series.constData(), series.constData(), values / 2, corners.data()); });
+    count("writeHResVertices", [&] { writeHResVertices(series.constData(), 0.0, 0.0, values / 2, corners.data()); });
+
+    QVector<float> streamed(8 * values);
+    const SPlacedEdges edges{-1.0, 2.0 / values, 0.0f, 1.0f};
+    count("writeBars", [&] { writeBars(series.constData(), {0, values}, edges, streamed.data()); });
 
     QVector<uint> indices;
     indices.reserve(6 * values);
@@ -119,8 +122,8 @@ void countQueries(const QVector<double> &series)
     count("BarEdges::of", [&] { edges = BarEdges::of(series, 0.0); });
     count("BarEdges::edgeAtOrBeyond", [&] { sink = edges.edgeAtOrBeyond(0.61 * edges.total()); });
     count("BarEdges::maximumIn", [&] { sink = edges.maximumIn(7, values / 2 - 7); });
-    const SBarRow row{-1.0f, 2.0f / 10'000'000, 0, 10'000'000};
-    count("barsOnPixelCentres", [&] { sink = barsOnPixelCentres(row, {1000, 8}).size(); });
+    const SPlacedEdges row{0.0, 1.0, -1.0f, 2.0f / 10'000'000};
+    count("elementsOnPixelCentres", [&] { sink = elementsOnPixelCentres(row, {0, 10'000'000}, {1000, 8}).size(); });
     count("slotAt", [&] { sink = slotAt(QRectF(0.0, 0.0, values, 1.0), values, 0.61 * values); });
 }
 

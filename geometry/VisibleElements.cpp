@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "geometry/VisibleBars.h"
+#include "geometry/VisibleElements.h"
 
 #include "common/Index.h"
 
@@ -11,10 +11,10 @@ namespace {
 
 /// A rounding to single precision loses at most 2^-24 of a number. This allows for four of them in a row.
 constexpr double singleRounding = 1.0 / (1 << 22);
-/// Beyond this, in pixels on either side of a centre, hardly a bar can be left out.
+/// Beyond this, in pixels on either side of a centre, hardly an element can be left out.
 constexpr double widestDoubt = 0.25;
-/// Bars per pixel below which drawing all costs little.
-constexpr double fewBarsPerPixel = 4.0;
+/// Elements per pixel below which drawing all costs little.
+constexpr double fewPerPixel = 4.0;
 
 /// How far a corner may land from where it belongs, in pixels. `reach` is the largest number on the way to its
 /// position.
@@ -26,9 +26,10 @@ double doubtOf(double reach, const SPixelRow &pixels)
     return arithmetic + grid;
 }
 
-bool isWorthIt(double bars, double doubt, const SPixelRow &pixels)
+bool isWorthIt(const SIndexRange &elements, double doubt, const SPixelRow &pixels)
 {
-    return pixels.count > 0 && pixels.subPixelBits > 0 && doubt < widestDoubt && bars > fewBarsPerPixel * pixels.count;
+    return pixels.centresDecide && pixels.count > 0 && pixels.subPixelBits > 0
+        && doubt<widestDoubt &&double(elements.end) - elements.first> fewPerPixel * pixels.count;
 }
 
 /// Collects ranges in ascending order; those that touch become one.
@@ -57,28 +58,28 @@ private:
 
 } // namespace
 
-QVector<SIndexRange> barsOnPixelCentres(const SBarRow &bars, const SPixelRow &pixels)
+QVector<SIndexRange> elementsOnPixelCentres(const SPlacedEdges &edges, const SIndexRange &inView,
+                                            const SPixelRow &pixels)
 {
-    const double step = double(bars.step);
-    const double start = double(bars.start);
-    const double reach = std::max(std::abs(step * bars.first), std::abs(step * bars.end)) + std::abs(start);
-    const double doubt = doubtOf(reach, pixels);
-    if (!(step > 0.0) || !isWorthIt(double(bars.end) - bars.first, doubt, pixels))
-        return {};
+    const SEdgeRow row = edges.row();
+    const double doubt = doubtOf(edges.reach(inView), pixels);
+    if (!(row.step > 0.0) || !isWorthIt(inView, doubt, pixels))
+        return {inView};
 
-    Ranges ranges({bars.first, bars.end});
+    Ranges ranges(inView);
     const double unit = 2.0 / pixels.count;
     for (int pixel = 0; pixel < pixels.count; ++pixel) {
         const double centre = pixel + 0.5;
         const double left = (centre - doubt) * unit - 1.0;
         const double right = (centre + doubt) * unit - 1.0;
-        ranges.add(toIndex(std::floor((left - start) / step)) - 1, toIndex(std::floor((right - start) / step)) + 2);
+        ranges.add(toIndex(std::floor((left - row.start) / row.step)) - 1,
+                   toIndex(std::floor((right - row.start) / row.step)) + 2);
     }
     return ranges.take();
 }
 
-QVector<SIndexRange> barsOnPixelCentres(const BarEdges &edges, const SIndexRange &inView, const SShownPart &shown,
-                                        const SPixelRow &pixels)
+QVector<SIndexRange> elementsOnPixelCentres(const BarEdges &edges, const SIndexRange &inView, const SShownPart &shown,
+                                            const SPixelRow &pixels)
 {
     constexpr double splitRounding = 1.0 / (1ll << 46); // of a position: what its two parts together lose
     const double unitsPerPixel = shown.width / pixels.count;
@@ -86,8 +87,8 @@ QVector<SIndexRange> barsOnPixelCentres(const BarEdges &edges, const SIndexRange
     const double split = splitRounding * (farthest + std::abs(shown.left)) / unitsPerPixel;
     const double doubt = doubtOf(2.0, pixels) + split; // far positions cancel before they are rounded
     if (!(unitsPerPixel > 0.0) || !std::isfinite(unitsPerPixel) || !edges.isAscending()
-        || !isWorthIt(double(inView.end) - inView.first, doubt, pixels))
-        return {};
+        || !isWorthIt(inView, doubt, pixels))
+        return {inView};
 
     Ranges ranges(inView);
     for (int pixel = 0; pixel < pixels.count; ++pixel) {

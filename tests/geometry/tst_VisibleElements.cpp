@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "geometry/VisibleBars.h"
+#include "geometry/VisibleElements.h"
 #include "tests/support/RandomSeries.h"
 
 #include <QtTest>
@@ -8,6 +8,25 @@
 #include <limits>
 
 namespace {
+
+/// Bars from `first` to one before `end` as a shader places them that gets their numbers.
+struct SBarRow
+{
+    float start = 0.0f;
+    float step = 0.0f;
+    int first = 0;
+    int end = 0;
+};
+
+QVector<SIndexRange> seen(const SBarRow &row, const SPixelRow &pixels)
+{
+    return elementsOnPixelCentres({0.0, 1.0, row.start, row.step}, {row.first, row.end}, pixels);
+}
+
+bool areAllSeen(const SBarRow &row, const SPixelRow &pixels)
+{
+    return seen(row, pixels) == QVector<SIndexRange>{{row.first, row.end}};
+}
 
 int barsIn(const QVector<SIndexRange> &ranges)
 {
@@ -86,7 +105,7 @@ SBarRow rowOf(int count, double from, double to)
 
 } // namespace
 
-class tst_VisibleBars : public QObject
+class tst_VisibleElements : public QObject
 {
     Q_OBJECT
 
@@ -100,37 +119,37 @@ private slots:
     void barsOfIndividualWidthsFarFromTheOriginAreDoubted();
 };
 
-void tst_VisibleBars::manyBarsLeaveFewToDraw()
+void tst_VisibleElements::manyBarsLeaveFewToDraw()
 {
     const SPixelRow pixels{1000, 8};
-    const QVector<SIndexRange> million = barsOnPixelCentres(rowOf(1'000'000, 0.0, 1.0), pixels);
+    const QVector<SIndexRange> million = seen(rowOf(1'000'000, 0.0, 1.0), pixels);
     QVERIFY(!million.isEmpty());
     QVERIFY2(barsIn(million) < 20'000, QByteArray::number(barsIn(million)));
-    const QVector<SIndexRange> tenMillion = barsOnPixelCentres(rowOf(10'000'000, 0.0, 1.0), pixels);
+    const QVector<SIndexRange> tenMillion = seen(rowOf(10'000'000, 0.0, 1.0), pixels);
     QVERIFY2(barsIn(tenMillion) < 150'000, QByteArray::number(barsIn(tenMillion)));
 }
 
-void tst_VisibleBars::aFewBarsAreAllDrawn()
+void tst_VisibleElements::aFewBarsAreAllDrawn()
 {
-    QVERIFY(barsOnPixelCentres(rowOf(1000, 0.0, 1.0), {1000, 8}).isEmpty());
-    QVERIFY(barsOnPixelCentres(rowOf(4000, 0.0, 1.0), {1000, 8}).isEmpty());
-    QVERIFY(barsOnPixelCentres({-1.0f, 1e-6f, 5, 5}, {1000, 8}).isEmpty());
+    QVERIFY(areAllSeen(rowOf(1000, 0.0, 1.0), {1000, 8}));
+    QVERIFY(areAllSeen(rowOf(4000, 0.0, 1.0), {1000, 8}));
+    QVERIFY(areAllSeen({-1.0f, 1e-6f, 5, 5}, {1000, 8}));
 }
 
-void tst_VisibleBars::whatCannotBeKnownIsAllDrawn()
+void tst_VisibleElements::whatCannotBeKnownIsAllDrawn()
 {
     const SBarRow row = rowOf(1'000'000, 0.0, 1.0);
-    QVERIFY(barsOnPixelCentres(row, {1000, 0}).isEmpty());
-    QVERIFY(barsOnPixelCentres(row, {1000, 1}).isEmpty());
-    QVERIFY(barsOnPixelCentres(row, {0, 8}).isEmpty());
-    QVERIFY(barsOnPixelCentres(rowOf(80'000'000, 0.5, 0.5 + 1e-4), {1000, 8}).isEmpty()); // positions too coarse
+    QVERIFY(areAllSeen(row, {1000, 0}));
+    QVERIFY(areAllSeen(row, {1000, 1}));
+    QVERIFY(areAllSeen(row, {0, 8}));
+    QVERIFY(areAllSeen(rowOf(80'000'000, 0.5, 0.5 + 1e-4), {1000, 8})); // positions too coarse
     for (const float strange : {0.0f, -1e-6f, std::numeric_limits<float>::quiet_NaN()})
-        QVERIFY(barsOnPixelCentres({-1.0f, strange, 0, 1'000'000}, {1000, 8}).isEmpty());
-    QVERIFY(barsOnPixelCentres({std::numeric_limits<float>::quiet_NaN(), 2e-6f, 0, 1'000'000}, {1000, 8}).isEmpty());
-    QVERIFY(barsOnPixelCentres({std::numeric_limits<float>::infinity(), 2e-6f, 0, 1'000'000}, {1000, 8}).isEmpty());
+        QVERIFY(areAllSeen({-1.0f, strange, 0, 1'000'000}, {1000, 8}));
+    QVERIFY(areAllSeen({std::numeric_limits<float>::quiet_NaN(), 2e-6f, 0, 1'000'000}, {1000, 8}));
+    QVERIFY(areAllSeen({std::numeric_limits<float>::infinity(), 2e-6f, 0, 1'000'000}, {1000, 8}));
 }
 
-void tst_VisibleBars::noBarThatMayBeSeenIsLeftOut()
+void tst_VisibleElements::noBarThatMayBeSeenIsLeftOut()
 {
     RandomSeries random(1);
     int selected = 0;
@@ -141,8 +160,8 @@ void tst_VisibleBars::noBarThatMayBeSeenIsLeftOut()
         const SBarRow row = rowOf(count, from, to);
         const SPixelRow pixels{random.whole(1, 3) == 1 ? random.whole(1, 50) : random.whole(50, 2000),
                                random.whole(4, 8)};
-        const QVector<SIndexRange> ranges = barsOnPixelCentres(row, pixels);
-        if (ranges.isEmpty())
+        const QVector<SIndexRange> ranges = seen(row, pixels);
+        if (areAllSeen(row, pixels))
             continue;
         ++selected;
         QCOMPARE(missedBar(row, pixels, ranges), -1);
@@ -150,11 +169,11 @@ void tst_VisibleBars::noBarThatMayBeSeenIsLeftOut()
     QVERIFY(selected > 50);
 }
 
-void tst_VisibleBars::rangesAscendWithoutTouching()
+void tst_VisibleElements::rangesAscendWithoutTouching()
 {
     const SBarRow row = rowOf(300'000, 0.1, 0.8);
     int end = row.first - 1;
-    for (const SIndexRange &range : barsOnPixelCentres(row, {700, 8})) {
+    for (const SIndexRange &range : seen(row, {700, 8})) {
         QVERIFY(range.first > end);
         QVERIFY(range.end > range.first);
         end = range.end;
@@ -162,7 +181,7 @@ void tst_VisibleBars::rangesAscendWithoutTouching()
     QVERIFY(end <= row.end);
 }
 
-void tst_VisibleBars::barsOfIndividualWidthsAreChosenByTheirEdges()
+void tst_VisibleElements::barsOfIndividualWidthsAreChosenByTheirEdges()
 {
     RandomSeries random(2);
     int selected = 0;
@@ -175,8 +194,8 @@ void tst_VisibleBars::barsOfIndividualWidthsAreChosenByTheirEdges()
         const SPixelRow pixels{random.whole(50, 1000), random.whole(4, 8)};
         const SShownPart shown{random.real(-0.2, 0.8) * edges.total(), random.real(0.1, 1.2) * edges.total()};
         const SIndexRange inView = edges.barsBetween(shown.left, shown.left + shown.width);
-        const QVector<SIndexRange> ranges = barsOnPixelCentres(edges, inView, shown, pixels);
-        if (ranges.isEmpty())
+        const QVector<SIndexRange> ranges = elementsOnPixelCentres(edges, inView, shown, pixels);
+        if (ranges == QVector<SIndexRange>{inView})
             continue;
         ++selected;
         const auto corner = [&](int edge) {
@@ -198,18 +217,19 @@ void tst_VisibleBars::barsOfIndividualWidthsAreChosenByTheirEdges()
     QVERIFY(selected > 30);
 }
 
-void tst_VisibleBars::barsOfIndividualWidthsFarFromTheOriginAreDoubted()
+void tst_VisibleElements::barsOfIndividualWidthsFarFromTheOriginAreDoubted()
 {
     QVector<double> pairs{1e30, 1.0};
     for (int i = 0; i < 100'000; ++i)
         pairs << 1.0 << 1.0;
     const BarEdges edges = BarEdges::of(pairs, 0.0);
-    QVERIFY(barsOnPixelCentres(edges, {1, 100'001}, {1e30, 1e5}, {1000, 8}).isEmpty());
-    QVERIFY(
-        barsOnPixelCentres(edges, {1, 100'001}, {0.0, std::numeric_limits<double>::infinity()}, {1000, 8}).isEmpty());
+    const QVector<SIndexRange> all{{1, 100'001}};
+    QCOMPARE(elementsOnPixelCentres(edges, {1, 100'001}, {1e30, 1e5}, {1000, 8}), all);
+    const double infinity = std::numeric_limits<double>::infinity();
+    QCOMPARE(elementsOnPixelCentres(edges, {1, 100'001}, {0.0, infinity}, {1000, 8}), all);
     pairs[0] = std::numeric_limits<double>::quiet_NaN();
-    QVERIFY(barsOnPixelCentres(BarEdges::of(pairs, 0.0), {1, 100'001}, {0.0, 1e5}, {1000, 8}).isEmpty());
+    QCOMPARE(elementsOnPixelCentres(BarEdges::of(pairs, 0.0), {1, 100'001}, {0.0, 1e5}, {1000, 8}), all);
 }
 
-QTEST_APPLESS_MAIN(tst_VisibleBars)
-#include "tst_VisibleBars.moc"
+QTEST_APPLESS_MAIN(tst_VisibleElements)
+#include "tst_VisibleElements.moc"
