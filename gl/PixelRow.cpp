@@ -11,5 +11,5 @@ SPixelRow currentPixelRow(QOpenGLFunctions &gl)
     gl.glGetIntegerv(GL_VIEWPORT, viewport);
     gl.glGetIntegerv(GL_SAMPLES, &samples);
     gl.glGetIntegerv(GL_SUBPIXEL_BITS, &subPixelBits);
-    return samples > 1 ? SPixelRow{} : SPixelRow{viewport[2], subPixelBits};
+    return {viewport[2], subPixelBits, samples <= 1};
 }

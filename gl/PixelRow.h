@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "geometry/VisibleBars.h"
+#include "geometry/SPixelRow.h"
 
 class QOpenGLFunctions;
 
-/// The pixels of the current framebuffer; none where their centres do not decide. Render thread, current context.
+/// The pixels of the current framebuffer. Render thread, current context.
 SPixelRow currentPixelRow(QOpenGLFunctions &gl);

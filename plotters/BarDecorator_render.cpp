@@ -4,6 +4,7 @@
 #include "gl/DecoratorShaders.h"
 #include "gl/LinkedProgram.h"
 #include "gl/PerContext.h"
+#include "gl/Upload.h"
 
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
@@ -77,16 +78,11 @@ void BarDecorator::uploadArrays()
 {
     if (m_uploadFlags & vertexDataDirty) {
         m_uploadFlags &= ~vertexDataDirty;
-        const QVector<float> &times = m_trail.fadeTimes();
-        m_timeBuffer.bind();
-        m_timeBuffer.allocate(times.constData(), times.size() * int(sizeof(float)));
-        m_timeBuffer.release();
+        upload(m_timeBuffer, m_trail.fadeTimes());
     }
     if (m_uploadFlags & indexDataDirty) {
         m_uploadFlags &= ~indexDataDirty;
-        m_indexBuffer.bind();
-        m_indexBuffer.allocate(m_indices.constData(), m_indices.size() * int(sizeof(uint)));
-        m_indexBuffer.release();
+        upload(m_indexBuffer, m_indices);
     }
 }
 
@@ -102,11 +98,11 @@ void BarDecorator::uploadPoints(const QRectF &viewArea)
                << QVector2D(clipX(rect.left()), float(rect.bottom()))
                << QVector2D(clipX(rect.right()), float(rect.bottom()));
     }
+    if (points != m_points) {
+        m_points = points;
+        upload(m_pointBuffer, m_points);
+    }
     m_pointBuffer.bind();
-    if (points == m_points)
-        return;
-    m_points = points;
-    m_pointBuffer.allocate(m_points.constData(), m_points.size() * int(sizeof(QVector2D)));
 }
 
 void BarDecorator::draw(const QRectF &viewArea)

@@ -187,6 +187,7 @@ private:
     void createBuffers();
     void uploadAttribute(int number);
     void drawLayerDefinition(const SRenderLayerDefinition &layer, QOpenGLFunctions &gl);
+    void drawBuffers(const SRenderLayerDefinition &layer, QOpenGLShaderProgram &program, QOpenGLFunctions &gl);
     bool hasBuffer(int number) const;
     /// Attributes that were not declared are left out.
     void bindAttributes(QOpenGLShaderProgram &program, const QVector<int> &numbers);

@@ -14,6 +14,9 @@ class IPlotter1D : public IPlotter
     Q_OBJECT
 
 public:
+    /// Of a longer series a plotter uploads only what is seen, when it is drawn.
+    static constexpr int wholeSeries = 8192;
+
     using IPlotter::IPlotter;
 
     /// The largest value of the slots that `area` touches, at least 0.0, in single precision.

@@ -2,6 +2,7 @@
 #include "plotters/IPlotter.h"
 
 #include "gl/CoreProfile.h"
+#include "gl/Upload.h"
 #include "plotters/ShaderProgramRegistry.h"
 
 #include <QDebug>
@@ -83,10 +84,7 @@ void IPlotter::uploadAttribute(int number)
     m_dirtyFlags &= ~attribute.updateFlag;
     QMutexLocker lock(attribute.mutex); // a null mutex locks nothing
     const SAttributePointer bytes = _fetch_attribute_data(number);
-    QOpenGLBuffer &buffer = m_buffers[number];
-    buffer.bind();
-    buffer.allocate(bytes.data, bytes.size);
-    buffer.release();
+    upload(m_buffers[number], bytes.data, bytes.size);
 }
 
 const QVector<SAttributeDefinition> IPlotter::declareArributeArray()
@@ -128,29 +126,35 @@ void IPlotter::drawLayerDefinition(const SRenderLayerDefinition &layer, QOpenGLF
     if (layer.count < 1 || layer.mode == 0)
         return;
     const bool withElements = !(layer.mode & drawWithArrays) && (layer.mode & drawWithElements);
-    const bool hasIndexBuffer = hasBuffer(layer.indexBuffer);
-    if (withElements && !hasIndexBuffer)
+    if (withElements && !hasBuffer(layer.indexBuffer))
         return; // an element layer without indices has no index type
     QOpenGLShaderProgram *program = ShaderProgramRegistry::instance().program(layer.programName);
     if (!program)
         return;
     program->bind();
     _update_uniforms(*program, layer);
-    bindAttributes(*program, layer.attributes);
-    if (hasIndexBuffer)
-        m_buffers[layer.indexBuffer].bind();
     if (layer.lineWidth > 0.0f)
         gl.glLineWidth(lineWidthForContext(layer.lineWidth));
     if (layer.draw)
-        layer.draw(gl);
-    else if (layer.mode & drawWithArrays)
+        layer.draw(*program, gl);
+    else
+        drawBuffers(layer, *program, gl);
+}
+
+void IPlotter::drawBuffers(const SRenderLayerDefinition &layer, QOpenGLShaderProgram &program, QOpenGLFunctions &gl)
+{
+    bindAttributes(program, layer.attributes);
+    const bool hasIndexBuffer = hasBuffer(layer.indexBuffer);
+    if (hasIndexBuffer)
+        m_buffers[layer.indexBuffer].bind();
+    if (layer.mode & drawWithArrays)
         gl.glDrawArrays(layer.mode ^ drawWithArrays, layer.first, layer.count);
-    else if (withElements)
+    else if (layer.mode & drawWithElements)
         gl.glDrawElements(layer.mode ^ drawWithElements, layer.count, m_attributes.at(layer.indexBuffer).dataType,
                           reinterpret_cast<const void *>(quintptr(layer.first)));
     if (hasIndexBuffer)
         m_buffers[layer.indexBuffer].release();
-    releaseAttributes(*program, layer.attributes);
+    releaseAttributes(program, layer.attributes);
 }
 
 bool IPlotter::hasBuffer(int number) const

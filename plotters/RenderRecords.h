@@ -9,6 +9,7 @@
 #include <functional>
 
 class QOpenGLFunctions;
+class QOpenGLShaderProgram;
 
 // What a plotter tells the render pipeline: its vertex attributes, their bytes, its draw calls.
 
@@ -53,7 +54,7 @@ struct SRenderLayerDefinition
     uint mode = 0;           ///< OpenGL primitive and one of the two draw bits above; 0 skips the layer
     QVector<int> attributes; ///< numbers of the attributes to bind
     int indexBuffer = -1;    ///< number of the attribute that holds the indices, -1 for none
-    /// Draws in place of what mode, first and count say; program, uniforms, attributes and width are set. Render
-    /// thread.
-    std::function<void(QOpenGLFunctions &)> draw;
+    /// Draws in place of what mode, first and count say; program, uniforms and width are set, and no attribute is
+    /// bound. Render thread.
+    std::function<void(QOpenGLShaderProgram &, QOpenGLFunctions &)> draw;
 };

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "geometry/VisibleBars.h"
+#include "geometry/Vertices.h"
+#include "geometry/VisibleElements.h"
 #include "gl/BarProgram.h"
-#include "gl/BarWindow.h"
+#include "gl/ElementLayouts.h"
 #include "gl/PixelRow.h"
 #include "plotters/BarPlotter.h"
 #include "tests/support/OffscreenGL.h"
@@ -19,13 +20,10 @@
 
 namespace {
 
-/// What the plotter set for its last draw.
-float uniform(OffscreenGL &gl, const char *name)
+/// Bars of one unit each, from 0 on, placed by their numbers.
+SPlacedEdges placeIn(const QRectF &view)
 {
-    const QOpenGLShaderProgram &program = barProgram().program();
-    GLfloat value = 0.0f;
-    gl.gl().glGetUniformfv(program.programId(), program.uniformLocation(name), &value);
-    return value;
+    return {0.0, 1.0, float(2.0 * (-view.left() / view.width()) - 1.0), float(2.0 * (1.0 / view.width()))};
 }
 
 QSurfaceFormat dialect(const QByteArray &name)
@@ -42,7 +40,7 @@ QSurfaceFormat dialect(const QByteArray &name)
 
 } // namespace
 
-class tst_BarWindow_gl : public QObject
+class tst_ElementStream_gl : public QObject
 {
     Q_OBJECT
 
@@ -78,28 +76,34 @@ private:
         return m_gl->picture([&] { m_plotter->drawFrame(view); });
     }
 
-    /// The same uniforms, but bars of the test's choice.
+    /// With the plotter's program and state, but bars of the test's choice, placed by their numbers.
     QImage drawnBars(const QVector<double> &series, const QRectF &view, const QVector<SIndexRange> &bars)
     {
         return m_gl->picture([&] {
             m_plotter->drawFrame(view);
             m_gl->gl().glClear(GL_COLOR_BUFFER_BIT);
-            BarWindow window;
-            window.draw(series, bars, barProgram().program(), m_gl->gl());
+            const SPlacedEdges placed = placeIn(view);
+            QOpenGLShaderProgram &program = barProgram().program();
+            program.setUniformValue("screen_x", placed.start);
+            program.setUniformValue("screen_dx", placed.step);
+            ElementStream stream(barLayout());
+            const auto write = [&](const SIndexRange &some, float *corners) {
+                writeBars(series.constData(), some, placed, corners);
+            };
+            stream.draw({series, bars, {}}, write, program, m_gl->gl());
         });
     }
 
-    QVector<SIndexRange> visible(int count)
+    QVector<SIndexRange> visible(int count, const QRectF &view)
     {
-        const SBarRow row{uniform(*m_gl, "screen_x"), uniform(*m_gl, "screen_dx"), 0, count};
-        return barsOnPixelCentres(row, currentPixelRow(m_gl->gl()));
+        return elementsOnPixelCentres(placeIn(view), {0, count}, currentPixelRow(m_gl->gl()));
     }
 
     std::unique_ptr<OffscreenGL> m_gl;
     std::unique_ptr<BarPlotter> m_plotter;
 };
 
-void tst_BarWindow_gl::aLongSeriesIsDrawnAsIfAllBarsWere_data()
+void tst_ElementStream_gl::aLongSeriesIsDrawnAsIfAllBarsWere_data()
 {
     QTest::addColumn<QByteArray>("context");
     QTest::addColumn<int>("width");
@@ -113,7 +117,7 @@ void tst_BarWindow_gl::aLongSeriesIsDrawnAsIfAllBarsWere_data()
     QTest::newRow("OpenGL 2.1") << QByteArray("2.1") << 101 << 60'000 << 20;
 }
 
-void tst_BarWindow_gl::aLongSeriesIsDrawnAsIfAllBarsWere()
+void tst_ElementStream_gl::aLongSeriesIsDrawnAsIfAllBarsWere()
 {
     QFETCH(QByteArray, context);
     QFETCH(int, width);
@@ -131,13 +135,13 @@ void tst_BarWindow_gl::aLongSeriesIsDrawnAsIfAllBarsWere()
         const double left = i == 0 ? 0.0 : random.real(-0.1, 1.0 - 0.5 * part);
         const QRectF view(left * count, 0.0, part * count, 1.05);
         const QImage all = drawnBars(series, view, {{0, count}});
-        selected += visible(count).isEmpty() ? 0 : 1;
+        selected += visible(count, view).size() > 1 ? 1 : 0;
         QCOMPARE(drawn(view), all);
     }
     QVERIFY(selected > views / 3); // there was something to leave out
 }
 
-void tst_BarWindow_gl::aShortSeriesCouldBeDrawnByParts()
+void tst_ElementStream_gl::aShortSeriesCouldBeDrawnByParts()
 {
     open(QSize(100, 60));
     RandomSeries random(5);
@@ -150,13 +154,11 @@ void tst_BarWindow_gl::aShortSeriesCouldBeDrawnByParts()
         const QRectF view(random.real(-0.1, 0.3) * count, 0.0, random.real(0.4, 1.2) * count, 1.05);
         const QImage whole = drawn(view);
         QCOMPARE(drawnBars(series, view, {{0, count}}), whole);
-        const QVector<SIndexRange> few = visible(count);
-        if (!few.isEmpty())
-            QCOMPARE(drawnBars(series, view, few), whole);
+        QCOMPARE(drawnBars(series, view, visible(count, view)), whole);
     }
 }
 
-void tst_BarWindow_gl::valuesThatAreNotFiniteAreAllDrawn()
+void tst_ElementStream_gl::valuesThatAreNotFiniteAreAllDrawn()
 {
     open(QSize(100, 60));
     constexpr int count = 20'000;
@@ -171,7 +173,7 @@ void tst_BarWindow_gl::valuesThatAreNotFiniteAreAllDrawn()
     }
 }
 
-void tst_BarWindow_gl::aLongSeriesNeedsNoBuffersOfItsLength()
+void tst_ElementStream_gl::aLongSeriesNeedsNoBuffersOfItsLength()
 {
     open(QSize(100, 60));
     constexpr int count = 1'000'000;
@@ -185,7 +187,7 @@ void tst_BarWindow_gl::aLongSeriesNeedsNoBuffersOfItsLength()
     QVERIFY2(bytes < 2'000'000, QByteArray::number(bytes));
 }
 
-void tst_BarWindow_gl::whatWasDrawnLastIsNotUploadedAgain()
+void tst_ElementStream_gl::whatWasDrawnLastIsNotUploadedAgain()
 {
     open(QSize(100, 60));
     QVector<double> series(20'000, 0.5);
@@ -202,7 +204,7 @@ void tst_BarWindow_gl::whatWasDrawnLastIsNotUploadedAgain()
     QCOMPARE(drawn(view), once);
 }
 
-void tst_BarWindow_gl::aSeriesMayGrowLongAndShortAgain()
+void tst_ElementStream_gl::aSeriesMayGrowLongAndShortAgain()
 {
     open(QSize(100, 60));
     const auto pictureOf = [&](int count) {
@@ -215,5 +217,5 @@ void tst_BarWindow_gl::aSeriesMayGrowLongAndShortAgain()
     QCOMPARE(pictureOf(0).pixelColor(50, 50), QColor(0, 0, 0));
 }
 
-QTEST_MAIN(tst_BarWindow_gl)
-#include "tst_BarWindow_gl.moc"
+QTEST_MAIN(tst_ElementStream_gl)
+#include "tst_ElementStream_gl.moc"
