@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "geometry/PlacedEdges.h"
 #include "geometry/SIndexRange.h"
 #include "geometry/VertexRecords.h"
-#include "geometry/VisibleLine.h"
+#include "gl/ElementLayouts.h"
 #include "plotters/IPlotter1D.h"
 
 #include <QMatrix4x4>
@@ -27,8 +28,6 @@ class AreaPlotter : public IPlotter1D
     Q_PROPERTY(QColor gradientColor READ gradientColor WRITE setGradientColor NOTIFY gradientColorChanged)
 
 public:
-    /// Of a longer series only the vertices that can be seen are uploaded, in portions, when they are drawn.
-    static constexpr int wholeSeries = 65'536;
     /// The fill vertices of more points would pass the 2 GiB that a container holds.
     static constexpr int maximumPoints = 60'000'000;
 
@@ -71,38 +70,18 @@ private:
         QColor borderColor;
         bool borderEnable = false;
         QColor bottomColor;
-        QVector<double> series; ///< a long one, which is drawn by parts
+        QVector<double> series; ///< a long one
         bool finite = false;    ///< every value of it is, in single precision
     };
-    /// What decides which segments of the border are drawn.
-    struct SBorderView
-    {
-        SIndexRange points;
-        SLinePlace place;
-        SLineTarget target;
-
-        friend bool operator==(const SBorderView &a, const SBorderView &b)
-        {
-            return a.points == b.points && a.place == b.place && a.target == b.target;
-        }
-    };
-    /// What is in the buffers of a series that is drawn by parts.
-    struct SUploadedPart
-    {
-        QVector<double> series;
-        QVector<SIndexRange> spans; ///< of the fill: span i lies between point i and the next
-        SBorderView border;         ///< no points when its buffer holds the last portion only
-    };
-
     static constexpr uint borderDataDirty = 0x100000; ///< beside the framework's bits
 
     bool isLong() const;
-    void uploadParts(QVector<SRenderLayerDefinition> &layers, const SIndexRange &points);
-    void uploadFill(const QVector<SIndexRange> &spans);
-    SBorderView borderView(const SIndexRange &points, QOpenGLFunctions &gl) const;
-    void drawBorder(const SBorderView &border, QOpenGLFunctions &gl);
-    QVector<SIndexRange> visibleSpans(const SIndexRange &points) const;
+    void placeLong(const SIndexRange &points);
+    void drawFill(const SIndexRange &points, QOpenGLShaderProgram &program, QOpenGLFunctions &gl);
+    void drawBorder(const SIndexRange &points, QOpenGLShaderProgram &program, QOpenGLFunctions &gl);
     QMatrix4x4 matrix() const;
+    SEdgeRow pointRow() const;
+    QMatrix4x4 placedMatrix() const;
     void appendLayers(QVector<SRenderLayerDefinition> &layers) const;
 
     QVector<SPointVertex> m_borderVertices; ///< one per point
@@ -112,11 +91,10 @@ private:
     bool m_borderEnable = true;
     bool m_enableGradient = false;
     QColor m_gradientColor{7, 203, 242, 255};
-    bool m_finite = false;                ///< every value of the series is, in single precision
-    SAreaFrame m_shown;                   ///< written by sync_buffers(), read by the drawing hooks
-    SUploadedPart m_uploaded;             ///< render thread
-    QVector<SPointVertex> m_partVertices; ///< render thread: on their way into a buffer
-    int m_fillCount = 0;                  ///< render thread: vertices of the part in the buffer
-    int m_borderCount = 0;                ///< the same of the border
-    QRectF m_shownView;                   ///< render thread
+    bool m_finite = false;                    ///< every value of the series is, in single precision
+    SAreaFrame m_shown;                       ///< written by sync_buffers(), read by the drawing hooks
+    ElementStream m_fillStream{spanLayout()}; ///< render thread, like what follows
+    ElementStream m_borderStream{segmentLayout()};
+    SPlacedEdges m_placed; ///< the points of a long series in the view
+    QRectF m_shownView;    ///< render thread
 };

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "plotters/AreaPlotter.h"
 
-#include "common/Storage.h"
 #include "geometry/Slots.h"
 #include "geometry/Vertices.h"
-#include "geometry/VisibleBars.h"
+#include "geometry/VisibleElements.h"
+#include "geometry/VisibleLine.h"
 #include "gl/LineTarget.h"
 #include "gl/PixelRow.h"
 
@@ -12,6 +12,7 @@
 #include <QOpenGLFunctions>
 #include <QOpenGLShaderProgram>
 #include <QVector3D>
+#include <QVector4D>
 
 #include <algorithm>
 
@@ -19,25 +20,16 @@ namespace {
 
 enum Layer { FillLayer = 0, BorderLayer = 1 };
 
-/// Segments of the border per draw call: their ends stay in the second-level cache on their way to the driver.
-constexpr int portionOfSegments = 16'384;
-
-void upload(QOpenGLBuffer &buffer, const QVector<SPointVertex> &vertices)
-{
-    buffer.bind();
-    buffer.allocate(vertices.constData(), vertices.size() * int(sizeof(SPointVertex)));
-    buffer.release();
-}
-
 } // namespace
 
 // called by the chart area: render thread, GUI thread blocked
 
 void AreaPlotter::sync_buffers()
 {
-    const bool kept = m_dirtyFlags == 0 && wasSynchronizedHere() && m_buffers.value(0).isCreated();
-    if (!kept)
-        m_uploaded = {}; // what the base uploads takes its place
+    if (!isLong() || !wasSynchronizedHere() || !m_buffers.value(0).isCreated()) {
+        m_fillStream.restart();
+        m_borderStream.restart();
+    }
     IPlotter::sync_buffers();
     m_shown = {int(isLong() ? m_data.size() : m_borderVertices.size()),
                m_borderWidth,
@@ -88,104 +80,65 @@ void AreaPlotter::_fetch_render_layers(QVector<SRenderLayerDefinition> &layers, 
     layers[FillLayer].count = 2 * count;
     layers[BorderLayer].first = start;
     layers[BorderLayer].count = count;
-    layers[BorderLayer].draw = nullptr;
     if (!m_shown.borderEnable)
         layers[BorderLayer].mode = 0;
-    if (!m_shown.series.isEmpty() && count > 0)
-        uploadParts(layers, {start, start + count});
+    layers[FillLayer].draw = nullptr;
+    layers[BorderLayer].draw = nullptr;
+    if (m_shown.series.isEmpty())
+        return;
+    const SIndexRange points{start, start + count};
+    placeLong(points);
+    layers[FillLayer].draw = [this, points](auto &program, auto &gl) { drawFill(points, program, gl); };
+    layers[BorderLayer].draw = [this, points](auto &program, auto &gl) { drawBorder(points, program, gl); };
 }
 
-// a long series: the buffers hold what the frame shows
+// a long series: the layers say what they say of a short one, and only what is seen is uploaded
 
-void AreaPlotter::uploadParts(QVector<SRenderLayerDefinition> &layers, const SIndexRange &points)
-{
-    if (m_uploaded.series.constData() != m_shown.series.constData()) {
-        m_uploaded = {};
-        m_uploaded.series = m_shown.series;
-    }
-    const QVector<SIndexRange> spans = visibleSpans(points);
-    if (spans != m_uploaded.spans) {
-        m_uploaded.spans = spans;
-        uploadFill(spans);
-    }
-    layers[FillLayer].first = 0;
-    layers[FillLayer].count = m_fillCount;
-    layers[BorderLayer].draw = [this, points](QOpenGLFunctions &gl) { drawBorder(borderView(points, gl), gl); };
-}
-
-QVector<SIndexRange> AreaPlotter::visibleSpans(const SIndexRange &points) const
-{
-    const SIndexRange all{points.first, std::max(points.end - 1, points.first)};
-    if (!m_shown.finite) // where a corner at infinity leaves marks is up to the rasteriser
-        return {all};
-    const QMatrix4x4 placed = matrix();
-    const SBarRow row{placed(0, 2) + placed(0, 3), placed(0, 0), all.first, all.end};
-    const QVector<SIndexRange> visible =
-        barsOnPixelCentres(row, currentPixelRow(*QOpenGLContext::currentContext()->functions()));
-    return visible.isEmpty() ? QVector<SIndexRange>{all} : visible;
-}
-
-/// Strips with an even number of vertices each, tied by triangles without area: every other triangle keeps its order.
-void AreaPlotter::uploadFill(const QVector<SIndexRange> &spans)
-{
-    int count = 0;
-    for (const SIndexRange &span : spans)
-        count += 2 * (span.end - span.first + 1) + 2;
-    restart(m_partVertices, count);
-    for (const SIndexRange &span : spans) {
-        const int points = span.end - span.first + 1;
-        const int tie = m_partVertices.isEmpty() ? 0 : 2;
-        SPointVertex *vertex = portionAt(m_partVertices, m_partVertices.size(), 2 * points + tie);
-        writeFillVertices(m_shown.series.constData() + span.first, span.first, points, vertex + tie);
-        if (tie != 0) {
-            vertex[0] = vertex[-1];
-            vertex[1] = vertex[2];
-        }
-    }
-    m_fillCount = m_partVertices.size();
-    upload(m_buffers[0], m_partVertices);
-}
-
-AreaPlotter::SBorderView AreaPlotter::borderView(const SIndexRange &points, QOpenGLFunctions &gl) const
+void AreaPlotter::placeLong(const SIndexRange &points)
 {
     const QMatrix4x4 placed = matrix();
-    const SLinePlace place{placed(0, 2) + placed(0, 3), placed(0, 0), placed(1, 2) + placed(1, 3), placed(1, 1)};
-    return {points, place, currentLineTarget(gl, m_shown.borderColor.alphaF())};
+    const SPixelRow pixels = currentPixelRow(*QOpenGLContext::currentContext()->functions());
+    m_placed = placedEdges(pointRow(), placed(0, 2) + placed(0, 3), placed(0, 0), points, pixels);
+}
+
+void AreaPlotter::drawFill(const SIndexRange &points, QOpenGLShaderProgram &program, QOpenGLFunctions &gl)
+{
+    const SIndexRange spans{points.first, std::max(points.end - 1, points.first)};
+    // Where a corner at infinity leaves marks is up to the rasteriser: draw them all.
+    const QVector<SIndexRange> seen =
+        m_shown.finite ? elementsOnPixelCentres(m_placed, spans, currentPixelRow(gl)) : QVector<SIndexRange>{spans};
+    const auto write = [this](const SIndexRange &some, float *corners) {
+        writeSpans(m_shown.series.constData(), some, m_placed, corners);
+    };
+    m_fillStream.draw({m_shown.series, seen, {m_placed.origin, m_placed.unit}}, write, program, gl);
 }
 
 /// As single lines: every segment marks what it marks in a strip.
-void AreaPlotter::drawBorder(const SBorderView &border, QOpenGLFunctions &gl)
+void AreaPlotter::drawBorder(const SIndexRange &points, QOpenGLShaderProgram &program, QOpenGLFunctions &gl)
 {
-    if (m_uploaded.border == border) {
-        gl.glDrawArrays(GL_LINES, 0, m_borderCount);
-        return;
-    }
-    m_borderCount = 0;
-    int portions = 0;
-    restart(m_partVertices, 2 * portionOfSegments);
-    const auto drawPortion = [&] {
-        m_borderCount = m_partVertices.size();
-        if (m_borderCount == 0)
-            return;
-        upload(m_buffers[BorderLayer], m_partVertices);
-        gl.glDrawArrays(GL_LINES, 0, m_borderCount);
-        m_partVertices.resize(0);
-        ++portions;
-    };
+    const QMatrix4x4 matrix = placedMatrix();
+    const SEdgeRow row = m_placed.row();
+    const SLinePlace place{row.start, row.step, m_placed.reach(points), matrix(1, 2) + matrix(1, 3), matrix(1, 1)};
+    const SLineTarget target = currentLineTarget(gl, m_shown.borderColor.alphaF());
     const double *values = m_shown.series.constData();
-    visitMarkingSegments(values, border.points, border.place, border.target, [&](SIndexRange run) {
-        while (run.end - run.first > 1) {
-            const int room = portionOfSegments - m_partVertices.size() / 2;
-            const int segments = std::min(run.end - run.first - 1, room);
-            writeSegments(values + run.first, run.first, segments,
-                          portionAt(m_partVertices, m_partVertices.size(), 2 * segments));
-            run.first += segments;
-            if (segments == room)
-                drawPortion();
-        }
-    });
-    drawPortion();
-    m_uploaded.border = portions <= 1 ? border : SBorderView();
+    const auto choose = [&](const ElementStream::Take &take) {
+        visitMarkingSegments(values, points, place, target, [&take](const SIndexRange &run) {
+            take({run.first, run.end - 1}); // of points, to segments
+        });
+    };
+    const auto write = [&](const SIndexRange &some, float *ends) { writeSegments(values, some, m_placed, ends); };
+    const QVector<double> decides{m_placed.origin,
+                                  m_placed.unit,
+                                  row.start,
+                                  row.step,
+                                  double(place.yStart),
+                                  double(place.yStep),
+                                  double(target.width),
+                                  double(target.height),
+                                  double(target.subPixelBits),
+                                  target.lineWidth,
+                                  double(target.repeatable)};
+    m_borderStream.draw({m_shown.series, {points}, decides}, choose, write, program, gl);
 }
 
 void AreaPlotter::appendLayers(QVector<SRenderLayerDefinition> &layers) const
@@ -208,7 +161,7 @@ void AreaPlotter::appendLayers(QVector<SRenderLayerDefinition> &layers) const
 
 void AreaPlotter::_update_uniforms(QOpenGLShaderProgram &program, const SRenderLayerDefinition &layer)
 {
-    program.setUniformValue("matrix", matrix());
+    program.setUniformValue("matrix", m_shown.series.isEmpty() ? matrix() : placedMatrix());
     if (layer.order != FillLayer) {
         program.setUniformValue("color", m_shown.borderColor);
     } else {
@@ -227,4 +180,21 @@ QMatrix4x4 AreaPlotter::matrix() const
     model.translate(QVector3D(float(frame().plotterArea.left() + frame().xOffset), 0.0f, 0.0f));
     model.scale(QVector3D(float(slotWidth), 1.0f, 1.0f));
     return projection * model;
+}
+
+/// The same for the points' x alone, in exact arithmetic.
+SEdgeRow AreaPlotter::pointRow() const
+{
+    const double left = frame().plotterArea.left() + frame().xOffset;
+    const double slotWidth = frame().plotterArea.width() / m_shown.points;
+    return {2.0 * ((left - m_shownView.left()) / m_shownView.width()) - 1.0, 2.0 * (slotWidth / m_shownView.width())};
+}
+
+/// From (corner, value) to normalised device coordinates.
+QMatrix4x4 AreaPlotter::placedMatrix() const
+{
+    QMatrix4x4 projection;
+    projection.ortho(QRectF(0.0, m_shownView.y(), 1.0, m_shownView.height()));
+    projection.setRow(0, QVector4D(m_placed.step, 0.0f, 0.0f, m_placed.start));
+    return projection;
 }

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "geometry/VisibleBars.h"
-#include "gl/BarWindow.h"
+#include "geometry/PlacedEdges.h"
+#include "geometry/SIndexRange.h"
+#include "gl/ElementLayouts.h"
 #include "plotters/IPlotter1D.h"
 
 /// Adjacent vertical bars of one colour, one per value, between 0 and the value.
@@ -17,9 +18,6 @@ class BarPlotter : public IPlotter1D
 public:
     /// The index buffer of more bars would pass the 2 GiB that a container holds.
     static constexpr int maximumBars = 80'000'000;
-
-    /// Of a longer series only the bars that can be seen are uploaded, when they are drawn.
-    static constexpr int wholeSeries = 8192;
 
     explicit BarPlotter(QObject *parent = nullptr);
     ~BarPlotter() override;
@@ -43,8 +41,8 @@ private:
     void createBuffers();
     void uploadPoints();
     void uploadIndices();
-    void drawWhole(const SBarRow &row, QOpenGLShaderProgram &program, QOpenGLFunctions &gl);
-    void drawParts(const SBarRow &row, QOpenGLShaderProgram &program, QOpenGLFunctions &gl);
+    void drawWhole(const SIndexRange &bars, QOpenGLShaderProgram &program, QOpenGLFunctions &gl);
+    void drawLong(const SIndexRange &bars, const SEdgeRow &edges, QOpenGLShaderProgram &program, QOpenGLFunctions &gl);
     void bindAttributes(QOpenGLShaderProgram &program, int mode);
     void releaseAttributes(QOpenGLShaderProgram &program, int mode);
 
@@ -56,9 +54,9 @@ private:
     QOpenGLBuffer m_indexBuffer{QOpenGLBuffer::IndexBuffer};
     uint m_barDirty = 0;
     bool m_glReady = false;
-    int m_barCount = 0;            ///< bars in the buffers
-    bool m_finite = false;         ///< every value of the series is, in single precision
-    bool m_shownFinite = false;    ///< the same for what is drawn
-    QVector<double> m_shownSeries; ///< a long one, drawn by parts: written by sync_buffers(), read while drawing
-    BarWindow m_window;            ///< render thread
+    int m_barCount = 0;                  ///< bars in the buffers
+    bool m_finite = false;               ///< every value of the series is, in single precision
+    bool m_shownFinite = false;          ///< the same for what is drawn
+    QVector<double> m_shownSeries;       ///< a long one: written by sync_buffers(), read while drawing
+    ElementStream m_stream{barLayout()}; ///< render thread
 };

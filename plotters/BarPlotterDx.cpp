@@ -5,6 +5,7 @@
 #include "common/Index.h"
 #include "common/Storage.h"
 #include "geometry/Vertices.h"
+#include "plotters/HResBars.h"
 
 #include <QDebug>
 
@@ -20,7 +21,7 @@ int drawableNumbers(const QVector<double> &data)
 
 } // namespace
 
-BarPlotterDx::BarPlotterDx(QObject *parent) : IPlotter1D(parent) {}
+BarPlotterDx::BarPlotterDx(QObject *parent) : IPlotter1D(parent), m_bars(std::make_unique<HResBars>()) {}
 
 BarPlotterDx::~BarPlotterDx()
 {
@@ -49,11 +50,11 @@ int BarPlotterDx::_index_at(double x) const
 const BarEdges &BarPlotterDx::edgesFrom(double start) const
 {
     const double position = start + 0.0; // one zero of the two
-    if (m_edges.isOf(m_data, position))
-        return m_edges;
-    if (!m_queryEdges.isOf(m_data, position))
-        m_queryEdges = BarEdges::of(m_data, position);
-    return m_queryEdges;
+    if (m_bars->edges.isOf(m_data, position))
+        return m_bars->edges;
+    if (!m_bars->queryEdges.isOf(m_data, position))
+        m_bars->queryEdges = BarEdges::of(m_data, position);
+    return m_bars->queryEdges;
 }
 
 int BarPlotterDx::__start_index(const QRectF &area) const
@@ -114,35 +115,41 @@ double BarPlotterDx::__dx_from_to(int from, int to) const
 
 // arrays: GUI thread, or render thread while the GUI thread is blocked
 
+bool BarPlotterDx::isLong() const
+{
+    return drawableNumbers(m_data) > wholeSeries;
+}
+
 bool BarPlotterDx::__update_vertex()
 {
     if (m_data.isEmpty())
         return false;
     if (m_data.size() > maximumNumbers)
         qWarning() << "BarPlotterDx draws at most" << maximumNumbers << "numbers, not" << m_data.size();
-    const int count = drawableNumbers(m_data);
-    if (m_vertexArray.size() != 4 * count)
-        restart(m_vertexArray, 4 * count);
-    const QVector<double> series = count > 0 ? m_data : QVector<double>();
-    double maximum = count > 1 ? series.at(1) : 0.0; // the first value, not 0: all may be negative
-    m_edges = BarEdges::of(series, 0.0, [&](int first, int bars, const double *edges) {
-        const double *pairs = series.constData() + 2 * first;
-        writeHResVertices(pairs, edges, bars, portionAt(m_vertexArray, 4 * first, 4 * bars));
-        for (int bar = 0; bar < bars; ++bar)
-            maximum = pairs[2 * bar + 1] > maximum ? pairs[2 * bar + 1] : maximum; // a NaN never is
-    });
-    m_vertexArray.resize(4 * count);  // zeros; at equal length they are there
-    m_plotterArea.setHeight(maximum); // Deliberate: without signals.
-    m_plotterArea.setWidth(m_edges.total());
+    m_bars->queryEdges = BarEdges(); // would keep the old series
+    m_bars->edges = BarEdges::of(drawableNumbers(m_data) > 0 ? m_data : QVector<double>(), 0.0);
+    m_plotterArea.setHeight(m_bars->edges.maximum()); // Deliberate: without signals.
+    m_plotterArea.setWidth(m_bars->edges.total());
+    const int count = isLong() ? 0 : drawableNumbers(m_data);
+    QVector<SHResVertex> &corners = m_bars->vertexArray;
+    if (corners.size() != 4 * count)
+        restart(corners, 4 * count);
+    writeHResVertices(m_data.constData(), 0.0, 0.0, count / 2, portionAt(corners, 0, 4 * (count / 2)));
+    corners.resize(4 * count); // zeros; at equal length they are there
     return true;
 }
 
 bool BarPlotterDx::__update_index()
 {
     const int count = drawableNumbers(m_data);
-    if (m_indexArray.size() > 6 * count)
+    QVector<uint> &indices = m_bars->indexArray;
+    if (!isLong() && indices.size() < 6 * count) {
+        indices.reserve(6 * count);
+        appendBarIndices(indices, indices.size() / 6, count); // those present do not depend on the values
+        m_dirtyFlags |= indexDataDirty; // also where a longer series, which needed none, was there before
+    }
+    if (m_bars->indexedNumbers > count)
         return false;
-    m_indexArray.reserve(6 * count);
-    appendBarIndices(m_indexArray, m_indexArray.size() / 6, count); // those present do not depend on the values
-    return true;                                                    // Deliberate: at equal length too.
+    m_bars->indexedNumbers = count;
+    return true; // Deliberate: at equal length too.
 }

@@ -2,9 +2,12 @@
 #pragma once
 
 #include "common/Export.h"
-#include "geometry/BarEdges.h"
-#include "geometry/VertexRecords.h"
 #include "plotters/IPlotter1D.h"
+
+#include <memory>
+
+class BarEdges;
+struct HResBars;
 
 /// Bars of individual widths that follow each other without gaps, exact far from the origin.
 ///
@@ -44,16 +47,12 @@ public:
 
 private:
     int barCount() const { return m_data.size() / 2; }
+    bool isLong() const;
+    void drawLong(QOpenGLShaderProgram &program, QOpenGLFunctions &gl);
+    double originOf(double left, int pixels) const;
     double __dx_from_to(int from, int to) const;
     const BarEdges &edgesFrom(double start) const;
     void __update_draw_index();
 
-    QVector<SHResVertex> m_vertexArray; ///< four per number, that is twice what the bars use; the rest is zero
-    QVector<uint> m_indexArray;         ///< six per number; never shrinks
-    int m_drawStart = 0;                ///< render thread
-    int m_drawEnd = 0;                  ///< render thread
-    BarEdges m_edges;                   ///< of the bars in the vertex array, from 0
-    mutable BarEdges m_queryEdges;      ///< of the series, or of one that is no longer there: what queries made last
-    BarEdges m_shownEdges;              ///< of the bars in the buffers: written by sync_buffers(), read while drawing
-    QRectF m_shownView;                 ///< render thread
+    const std::unique_ptr<HResBars> m_bars;
 };

@@ -3,9 +3,12 @@
 
 #include "common/Index.h"
 #include "geometry/BarShaderMode.h"
+#include "geometry/Vertices.h"
+#include "geometry/VisibleElements.h"
 #include "gl/BarProgram.h"
 #include "gl/OpaqueDrawing.h"
 #include "gl/PixelRow.h"
+#include "gl/Upload.h"
 
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
@@ -22,6 +25,12 @@ QRectF drawnExtent(const QRectF &modArea, const QRectF &view)
     if (modArea.height() != 0.0)
         return modArea;
     return {modArea.x(), view.y(), modArea.width(), view.height()};
+}
+
+void setPlace(QOpenGLShaderProgram &program, float start, float step)
+{
+    program.setUniformValue("screen_dx", step);
+    program.setUniformValue("screen_x", start);
 }
 
 } // namespace
@@ -51,7 +60,7 @@ void BarPlotter::sync_buffers()
 void BarPlotter::createBuffers()
 {
     m_barDirty |= vertexDataDirty | indexDataDirty;
-    m_window = BarWindow();
+    m_stream.restart();
     m_pointBuffer = QOpenGLBuffer(QOpenGLBuffer::VertexBuffer);
     m_pointBuffer.setUsagePattern(QOpenGLBuffer::DynamicDraw);
     m_pointBuffer.create();
@@ -75,22 +84,17 @@ void BarPlotter::uploadPoints()
     m_barCount = drawableBars();
     m_shownFinite = m_finite;
     m_shownSeries = isLong() ? m_data : QVector<double>();
-    m_pointBuffer.bind();
-    m_pointBuffer.allocate(m_points.constData(), m_points.size() * int(sizeof(float)));
-    m_pointBuffer.release();
+    if (!isLong())
+        m_stream.restart(); // it would keep the series that it drew last
+    upload(m_pointBuffer, m_points);
 }
 
 void BarPlotter::uploadIndices()
 {
     m_barDirty &= ~indexDataDirty;
-    m_indexBuffer.bind();
-    m_indexBuffer.allocate(m_indices.constData(), m_indices.size() * int(sizeof(uint)));
-    m_indexBuffer.release();
-    if (!barModeHasVertexIds(barShaderMode))
-        return;
-    m_vertexIdBuffer.bind();
-    m_vertexIdBuffer.allocate(m_vertexIds.constData(), m_vertexIds.size() * int(sizeof(float)));
-    m_vertexIdBuffer.release();
+    upload(m_indexBuffer, m_indices);
+    if (barModeHasVertexIds(barShaderMode))
+        upload(m_vertexIdBuffer, m_vertexIds);
 }
 
 // called by the chart area: render thread, GUI thread running
@@ -112,46 +116,49 @@ void BarPlotter::draw(const QRectF &viewArea)
     QOpenGLShaderProgram &program = shared.program();
     program.bind();
     program.setUniformValue("bar_color", frame().color);
-    const SBarRow row{float(2.0 * ((extent.left() - viewArea.left()) / viewArea.width()) - 1.0),
-                      float(2.0 * (barWidth / viewArea.width())), first, last};
-    program.setUniformValue("screen_dx", row.step);
-    program.setUniformValue("screen_x", row.start);
+    const SEdgeRow edges{2.0 * ((extent.left() - viewArea.left()) / viewArea.width()) - 1.0,
+                         2.0 * (barWidth / viewArea.width())};
+    setPlace(program, float(edges.start), float(edges.step));
     program.setUniformValue("screen_dy", float(viewArea.height() * 0.5));
 
     QOpenGLFunctions &gl = *QOpenGLContext::currentContext()->functions();
     const OpaqueDrawing opaque(gl, frame().color);
     if (m_shownSeries.isEmpty())
-        drawWhole(row, program, gl);
+        drawWhole({first, last}, program, gl);
     else
-        drawParts(row, program, gl);
+        drawLong({first, last}, edges, program, gl);
 }
 
-void BarPlotter::drawWhole(const SBarRow &row, QOpenGLShaderProgram &program, QOpenGLFunctions &gl)
+void BarPlotter::drawWhole(const SIndexRange &bars, QOpenGLShaderProgram &program, QOpenGLFunctions &gl)
 {
     const int mode = barShaderMode;
-    const int count = row.end - row.first;
+    const int count = bars.end - bars.first;
     bindAttributes(program, mode);
     if (barModeHasIndices(mode)) {
         constexpr int indicesPerBar = 6;
         m_indexBuffer.bind();
         gl.glDrawElements(GL_TRIANGLES, count * indicesPerBar, GL_UNSIGNED_INT,
-                          reinterpret_cast<const void *>(quintptr(row.first) * indicesPerBar * sizeof(uint)));
+                          reinterpret_cast<const void *>(quintptr(bars.first) * indicesPerBar * sizeof(uint)));
         m_indexBuffer.release();
     } else {
-        gl.glDrawArrays(GL_POINTS, row.first, count);
+        gl.glDrawArrays(GL_POINTS, bars.first, count);
     }
     reportGLError(gl);
     releaseAttributes(program, mode);
 }
 
-void BarPlotter::drawParts(const SBarRow &row, QOpenGLShaderProgram &program, QOpenGLFunctions &gl)
+void BarPlotter::drawLong(const SIndexRange &bars, const SEdgeRow &edges, QOpenGLShaderProgram &program,
+                          QOpenGLFunctions &gl)
 {
-    QVector<SIndexRange> visible;
-    if (m_shownFinite) // where a corner at infinity leaves marks is up to the rasteriser
-        visible = barsOnPixelCentres(row, currentPixelRow(gl));
-    if (visible.isEmpty())
-        visible = {{row.first, row.end}};
-    m_window.draw(m_shownSeries, visible, program, gl);
+    const SPixelRow pixels = currentPixelRow(gl);
+    const SPlacedEdges placed = placedEdges(edges, float(edges.start), float(edges.step), bars, pixels);
+    setPlace(program, placed.start, placed.step);
+    // Where a corner at infinity leaves marks is up to the rasteriser: draw them all.
+    const QVector<SIndexRange> seen =
+        m_shownFinite ? elementsOnPixelCentres(placed, bars, pixels) : QVector<SIndexRange>{bars};
+    const double *values = m_shownSeries.constData();
+    const auto write = [&](const SIndexRange &some, float *corners) { writeBars(values, some, placed, corners); };
+    m_stream.draw({m_shownSeries, seen, {placed.origin, placed.unit}}, write, program, gl);
     reportGLError(gl);
 }
 
