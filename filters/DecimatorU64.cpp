@@ -37,7 +37,7 @@ bool DecimatorU64::_filter_func(const QVector<double> &data)
 {
     if (isInput(data))
         return false;
-    setInput(QVector<double>(data)); // `data` may be one of the levels
+    setInput(data);
     finishWhenAtRest();
     const QPointer<DecimatorU64> alive(this);
     updateLevel();

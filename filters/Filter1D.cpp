@@ -53,8 +53,16 @@ const QVector<double> &Filter1D::data() const
 
 void Filter1D::setData(const QVector<double> &data)
 {
-    if (_filter_func(data))
+    const QVector<double> input = data; // `data` may be m_data, or what a handler destroys
+    // A child does not hold on to what its parent publishes: the parent could not write into that storage again.
+    m_input = m_parentFilter ? QVector<double>() : input;
+    if (_filter_func(input))
         _request_data_update();
+}
+
+void Filter1D::filterAgain()
+{
+    setData(QVector<double>(m_parentFilter ? m_parentFilter->data() : m_input));
 }
 
 bool Filter1D::_filter_func(const QVector<double> &data)

@@ -74,10 +74,14 @@ signals:
 
 protected:
     /// Takes a series; true means that data() has changed and must be published. Here: stores a series that differs.
+    /// From setData() it is never m_data itself.
     virtual bool _filter_func(const QVector<double> &data);
     virtual int __start_index(const QRectF &rect);
     virtual int __end_index(const QRectF &rect);
 
+    /// Transforms the present input again, which setters of parameters call: what the parent publishes or, without a
+    /// parent, the series that was set last.
+    void filterAgain();
     /// Publishes data(): to the children, then to the plotters, then as dataChanged().
     void _request_data_update();
     /// What the parent publishes, or the node's own series without a parent.
@@ -104,8 +108,9 @@ protected:
     QPointer<const Filter1D> m_parentFilter; ///< the node that last adopted this one, null when it is gone
 
 private:
-    uint m_publication = 0; ///< counts; a publication that finds a newer one stops delivering
-    uint m_spreading = 0;   ///< the same for areas
+    QVector<double> m_input; ///< what was set last, without a parent
+    uint m_publication = 0;  ///< counts; a publication that finds a newer one stops delivering
+    uint m_spreading = 0;    ///< the same for areas
     int m_publicationDepth = 0;
     bool m_cycleReported = false; ///< once per node: a source would report it at every tick
     Anchor m_anchor;

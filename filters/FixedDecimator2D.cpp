@@ -44,8 +44,8 @@ void FixedDecimator2D::setNumPoint(int numPoint)
     if (!change(m_numPoint, std::min(std::max(numPoint, 1), maximumPoints)))
         return;
     const QPointer<FixedDecimator2D> alive(this);
-    if (m_parentFilter)
-        setData(QVector<double>(m_parentFilter->data()));
+    if (m_parentFilter) // Deliberate: without one, the change waits for the next series.
+        filterAgain();
     if (alive)
         emit numPointChanged();
 }
@@ -54,9 +54,8 @@ bool FixedDecimator2D::_filter_func(const QVector<double> &data)
 {
     if (m_area.isNull() || data.size() < 2)
         return false;
-    const QVector<double> input = data; // `data` may be m_data
     const double width = m_area.width() / m_numPoint;
-    const double peak = lastPeak(input, m_numPoint, width);
+    const double peak = lastPeak(data, m_numPoint, width);
     m_data = QVector<double>(m_numPoint, 0.0);
     m_data[0] = width;
     if (m_numPoint > 2)

@@ -26,8 +26,8 @@ void FixedDecimatorU64::setNumPoint(int numPoint)
         return;
     m_data = QVector<double>(m_numPoint, 0.0);
     const QPointer<FixedDecimatorU64> alive(this);
-    if (m_parentFilter)
-        setData(QVector<double>(m_parentFilter->data()));
+    if (m_parentFilter) // Deliberate: without one, the change waits for the next series.
+        filterAgain();
     if (alive)
         emit numPointChanged();
 }
@@ -36,11 +36,10 @@ bool FixedDecimatorU64::_filter_func(const QVector<double> &data)
 {
     if (m_area.isNull() || data.isEmpty())
         return false;
-    const QVector<double> input = data; // `data` may be m_data
     const QVector<double> previous = m_data;
     restart(m_data, m_numPoint);
     double *maxima = extend(m_data, m_numPoint);
-    const int written = writeFirstMaxima(input.constData(), input.size(), maxima, m_numPoint);
+    const int written = writeFirstMaxima(data.constData(), data.size(), maxima, m_numPoint);
     std::copy(previous.cbegin() + written, previous.cend(), maxima + written);
     return true;
 }

@@ -72,8 +72,8 @@ void MinimalWidth2D::setMergeWidth(double mergeWidth)
         return;
     m_mergeWidth = mergeWidth;
     const QPointer<MinimalWidth2D> alive(this);
-    if (m_parentFilter)
-        setData(QVector<double>(m_parentFilter->data()));
+    if (m_parentFilter) // Deliberate: without one, the change waits for the next series.
+        filterAgain();
     if (alive)
         emit mergeWidthChanged();
 }
@@ -86,12 +86,11 @@ void MinimalWidth2D::setPercMargin(double percMargin)
 
 bool MinimalWidth2D::_filter_func(const QVector<double> &data)
 {
-    const QVector<double> input = data; // `data` may be m_data
-    const int pairs = input.size() / 2;
-    restart(m_data, std::min(int(input.size()) + 4, longestSeries)); // at most two pairs more than there were
+    const int pairs = data.size() / 2;
+    restart(m_data, std::min(int(data.size()) + 4, longestSeries)); // at most two pairs more than there were
     BinMerger merger(m_mergeWidth, m_data);
     for (int i = 0; i < pairs; ++i)
-        merger.take(input.at(2 * i), input.at(2 * i + 1));
+        merger.take(data.at(2 * i), data.at(2 * i + 1));
     merger.finish();
     return true;
 }

@@ -33,8 +33,7 @@ bool MovingAvarangeU64::_filter_func(const QVector<double> &data)
                    << "values; the depth may be" << maximumDepth;
         return false;
     }
-    const QVector<double> input = data; // `data` may be m_data
     restart(m_data, int(size));
-    appendAverages(input, m_depth, int(size), m_data);
+    appendAverages(data, m_depth, int(size), m_data);
     return true;
 }

@@ -69,6 +69,31 @@ private:
     QVector<double> m_doubled;
 };
 
+/// Adds to each value.
+class Adder : public Filter1D
+{
+public:
+    ~Adder() override { withdraw(); }
+    void setAddend(double addend)
+    {
+        m_addend = addend;
+        filterAgain();
+    }
+    bool isItsSeriesShared() const { return !m_data.isDetached(); }
+
+protected:
+    bool _filter_func(const QVector<double> &data) override
+    {
+        m_data.clear();
+        for (const double value : data)
+            m_data.append(value + m_addend);
+        return true;
+    }
+
+private:
+    double m_addend = 1.0;
+};
+
 } // namespace
 
 class tst_Filter1D : public QObject
@@ -80,6 +105,10 @@ private slots:
     void virtualOperationsStandInOrder();
     void aNewNodeIsEmptyAndHasAnIdentifierOfItsOwn();
 
+    void theInputIsFilteredAgainNotTheResult();
+    void aChildFiltersAgainWhatItsParentPublishes();
+    void aChildKeepsNoHoldOnItsParentsSeries();
+    void aNodeMayBeSetToItsOwnSeries();
     void theSameSeriesIsPublishedOnce();
     void anEqualSeriesIsPublishedOnce();
     void aSeriesWithNaNIsPublishedEveryTime();
@@ -159,6 +188,51 @@ void tst_Filter1D::aNewNodeIsEmptyAndHasAnIdentifierOfItsOwn()
 }
 
 // the series
+
+void tst_Filter1D::theInputIsFilteredAgainNotTheResult()
+{
+    Adder node;
+    node.setData({5.0});
+    COMPARE_BITS(node.data(), QVector<double>{6.0});
+    QSignalSpy changes(&node, &Filter1D::dataChanged);
+    node.setAddend(3.0);
+    COMPARE_BITS(node.data(), QVector<double>{8.0});
+    QCOMPARE(changes.size(), 1);
+}
+
+void tst_Filter1D::aChildFiltersAgainWhatItsParentPublishes()
+{
+    Filter1D parent;
+    Adder child;
+    child.setData({100.0});
+    parent.setData({5.0});
+    parent.addFilter(&child);
+    child.setAddend(3.0);
+    COMPARE_BITS(child.data(), QVector<double>{8.0});
+    parent.setData({7.0});
+    child.setAddend(2.0);
+    COMPARE_BITS(child.data(), QVector<double>{9.0});
+}
+
+void tst_Filter1D::aChildKeepsNoHoldOnItsParentsSeries()
+{
+    Filter1D root;
+    Adder middle;
+    Adder child;
+    root.addFilter(&middle);
+    middle.addFilter(&child);
+    root.setData({5.0});
+    COMPARE_BITS(child.data(), QVector<double>{7.0});
+    QVERIFY(!middle.isItsSeriesShared()); // so that a stream is written into the same storage again and again
+}
+
+void tst_Filter1D::aNodeMayBeSetToItsOwnSeries()
+{
+    Adder node;
+    node.setData({5.0, 6.0});
+    node.setData(node.data());
+    COMPARE_BITS(node.data(), (QVector<double>{7.0, 8.0}));
+}
 
 void tst_Filter1D::theSameSeriesIsPublishedOnce()
 {
