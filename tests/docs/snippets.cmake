@@ -23,6 +23,7 @@ vorlix_add_snippet(components "legend.height > 0 && title === '12.35K'")
 vorlix_add_snippet(dark-plot "plot.refLegend.nameColor == '#d7dde4' && plot.yAxis.axisTextColor == '#b4bcc6' \
 && plot.refChartArea.zoomRect.width === 1000")
 vorlix_add_snippet(destroy "maker.made > 10 && chart.plotter.length <= 2")
+vorlix_add_snippet(follow-data "hovered.infoMap.length === 1 && hovered.infoMap[0].rect.height === 15")
 vorlix_add_snippet(export "grabbed && saved === '/tmp/vorlix-plot.png'")
 vorlix_add_snippet(own-data "chart.zoomRect.width === 5 && Math.abs(chart.zoomRect.height - 5.25) < 1e-9")
 vorlix_add_snippet(own-file "reader.data.length === 16 && reader.area.width === 8")

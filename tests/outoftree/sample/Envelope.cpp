@@ -10,13 +10,16 @@ Envelope::~Envelope()
 }
 //! [destructor]
 
+//! [setter]
 void Envelope::setDecay(double decay)
 {
     if (decay == m_decay)
         return;
     m_decay = decay;
+    filterAgain(); // the input that came last, not the result: that would be filtered twice
     emit decayChanged();
 }
+//! [setter]
 
 //! [filter]
 bool Envelope::_filter_func(const QVector<double> &data)

@@ -3,6 +3,7 @@ import QtQuick 2.14
 import QtQuick.Window 2.14
 import VorlixPlugin 1.0
 import Sample 1.0
+import "qrc:/qml"
 
 Window {
     property alias envelope: envelope
@@ -13,6 +14,7 @@ Window {
     color: "black"
     ChartArea {
         id: chart
+        objectName: "chart"
         anchors.fill: parent
         updateIntervalMs: 0 // every series is drawn: the last one is the one that is looked at
         onChartRectChanged: resetZoomView()
@@ -30,4 +32,13 @@ Window {
         Component.onCompleted: addPlotter(bars)
     }
     //! [envelope]
+    Window {
+        width: 300
+        height: 200
+        visible: true
+        SPlotQML {
+            objectName: "plot"
+            anchors.fill: parent
+        }
+    }
 }

@@ -7,7 +7,7 @@
 void Sampler::run()
 {
     constexpr int samples = 400;
-    for (int series = 1; series <= m_series; ++series) {
+    for (int series = 1; !QThread::currentThread()->isInterruptionRequested(); ++series) {
         QVector<double> values(samples, 0.0);
         values[samples / 4] = 100.0 * series;
         values[samples / 2] = 50.0 * series;

@@ -4,21 +4,16 @@
 #include <QObject>
 #include <QVector>
 
-/// Produces series on a thread of its own. The nodes belong to the GUI thread, so `produced` has to be queued to it.
+/// Produces series on a thread of its own until that is interrupted. The nodes belong to the GUI thread, so `produced`
+/// has to be queued to it.
 class Sampler : public QObject
 {
     Q_OBJECT
 
-public:
-    explicit Sampler(int series) : m_series(series) {}
-
 public slots:
-    /// Produces all series, one after the other.
+    /// Produces one series after the other.
     void run();
 
 signals:
     void produced(const QVector<double> &series);
-
-private:
-    int m_series;
 };

@@ -2,15 +2,20 @@
 // Usage: sample [--check]
 //
 // Shows series that come from a worker thread through a filter of this program's own.
-// With --check it looks at the window after the last series, says what it saw, and ends.
+// With --check it looks at its windows after some of them, says what it saw, and closes them.
 #include "Envelope.h"
 #include "Sampler.h"
+
+#include <plotters/BarPlotterDx.h>
 
 #include <QDebug>
 #include <QGuiApplication>
 #include <QImage>
+#include <QOpenGLContext>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
+#include <QSurfaceFormat>
+#include <QTemporaryDir>
 #include <QThread>
 #include <QTimer>
 
@@ -38,11 +43,83 @@ bool looksRight(const QImage &picture)
         && !isBar(picture, columnOf(200), rowOf(0.6));
 }
 
+/// Another decay and back again: the same result, so what is filtered again is the input.
+bool filtersItsInputAgain(Envelope &envelope)
+{
+    const QVector<double> before = envelope.data();
+    envelope.setDecay(1.0);
+    const bool changed = envelope.data() != before;
+    envelope.setDecay(0.99);
+    return changed && envelope.data() == before;
+}
+
+bool saves(QObject &plot, const QString &path)
+{
+    //! [export]
+    const bool called = QMetaObject::invokeMethod(&plot, "exportImage", Q_ARG(QVariant, path), Q_ARG(QVariant, 2));
+    //! [export]
+    return called;
+}
+
+/// Looks at the window while the source goes on, says what it saw, and closes all windows.
+class Check : public QObject
+{
+public:
+    Check(QQuickWindow &window, Envelope &envelope) : m_window(window), m_envelope(envelope) {}
+
+    void begin()
+    {
+        QObject::connect(&m_envelope, &Envelope::dataChanged, this, [this] {
+            if (QThread::currentThread() != thread())
+                qFatal("A series arrived on the wrong thread");
+            if (++m_published == seriesCount)
+                look();
+        });
+    }
+
+private:
+    void look()
+    {
+        const bool filtered = filtersItsInputAgain(m_envelope);
+        const QString path = m_folder.filePath("plot.png");
+        const bool asked = saves(*m_window.findChild<QObject *>("plot"), path);
+        QTimer::singleShot(500, this, [=] {
+            const bool right = looksRight(m_window.grabWindow());
+            const bool embedded = m_window.openglContext()->isOpenGLES();
+            const bool saved = asked && QImage(path).size() == QSize(600, 400);
+            qInfo() << m_published << "series published; picture" << right << "filter" << filtered << "export" << saved
+                    << "OpenGL ES" << embedded;
+            if (right && filtered && saved && embedded)
+                closeWindows();
+            else
+                QCoreApplication::exit(1);
+        });
+    }
+
+    /// As a user does it; the program ends.
+    static void closeWindows()
+    {
+        const QWindowList windows = QGuiApplication::topLevelWindows();
+        for (QWindow *shown : windows)
+            shown->close();
+    }
+
+    QQuickWindow &m_window;
+    Envelope &m_envelope;
+    QTemporaryDir m_folder;
+    int m_published = 0;
+};
+
 } // namespace
 
 int main(int argc, char **argv)
 {
+    //! [format]
+    QSurfaceFormat format;
+    format.setRenderableType(QSurfaceFormat::OpenGLES);
+    QSurfaceFormat::setDefaultFormat(format);
     QGuiApplication application(argc, argv);
+    //! [format]
     //! [register]
     qRegisterMetaType<QVector<double>>("QVector<double>"); // so that a queued connection can carry a series
     //! [register]
@@ -50,37 +127,42 @@ int main(int argc, char **argv)
     qmlRegisterType<Envelope>("Sample", 1, 0, "Envelope");
     //! [type]
 
-    QQmlApplicationEngine engine(QUrl("qrc:/Main.qml"));
+    //! [path]
+    QQmlApplicationEngine engine;
+    engine.addImportPath(VORLIX_QML_IMPORT_PATH);
+    engine.load(QUrl("qrc:/Main.qml"));
+    //! [path]
     if (engine.rootObjects().isEmpty())
         return 2;
     auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
     auto *envelope = window->property("envelope").value<Envelope *>();
 
+    //! [plotter]
+    BarPlotterDx marks;
+    marks.setProperty("chartArea", QVariant::fromValue(window->findChild<QObject *>("chart")));
+    marks.setProperty("color", QColor(Qt::darkGray));
+    marks.setProperty("data", QVariant::fromValue(QVector<double>{100.0, 0.0, 200.0, 5.0})); // pairs: width, value
+    //! [plotter]
+    if (!marks.property("chartArea").value<QObject *>())
+        return 3;
+
     //! [connect]
     QThread thread;
-    Sampler sampler(seriesCount);
+    Sampler sampler;
     sampler.moveToThread(&thread);
     QObject::connect(&thread, &QThread::started, &sampler, &Sampler::run);
     QObject::connect(&sampler, &Sampler::produced, envelope, &Envelope::setData, Qt::QueuedConnection);
+    thread.start();
     //! [connect]
 
-    int published = 0;
-    bool right = false;
-    QObject::connect(envelope, &Envelope::dataChanged, &application, [&] {
-        if (QThread::currentThread() != application.thread())
-            qFatal("A series arrived on the wrong thread");
-        if (++published < seriesCount || !application.arguments().contains("--check"))
-            return;
-        QTimer::singleShot(200, window, [&] {
-            const QImage picture = window->grabWindow();
-            right = looksRight(picture);
-            qInfo() << published << "series published," << (right ? "the picture is right" : "the picture is WRONG");
-            application.quit();
-        });
-    });
-    thread.start();
-    application.exec();
-    thread.quit();
-    thread.wait();
-    return right || !application.arguments().contains("--check") ? 0 : 1;
+    Check check(*window, *envelope);
+    if (application.arguments().contains("--check"))
+        check.begin();
+    //! [stop]
+    const int status = application.exec(); // until the last window is closed
+    thread.requestInterruption();          // run() looks at this and returns
+    thread.quit();                         // and so does the thread's event loop
+    thread.wait();                         // a QThread that is destroyed before would abort the program
+    //! [stop]
+    return status;
 }
