@@ -7,6 +7,15 @@
 #include <QSGGeometryNode>
 #include <QVector>
 
+/// The border of a rectangle, inside of it.
+inline QVector<QRectF> frameOf(const QRectF &rect, double width)
+{
+    return {{rect.left(), rect.top(), rect.width(), width},
+            {rect.left(), rect.bottom() - width, rect.width(), width},
+            {rect.left(), rect.top(), width, rect.height()},
+            {rect.right() - width, rect.top(), width, rect.height()}};
+}
+
 /// Rectangles of one color, as lines of a grid are. Render thread, GUI thread blocked.
 class RectsNode : public QSGGeometryNode
 {

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "views/items/SeriesProbe.h"
+
+/// What a region tells of one series.
+struct SRegionStatistics
+{
+    double count = 0.0; ///< finite values
+    double sum = 0.0;
+    double mean = std::numeric_limits<double>::quiet_NaN();
+    double deviation = std::numeric_limits<double>::quiet_NaN();
+    double minimum = std::numeric_limits<double>::quiet_NaN();
+    double maximum = std::numeric_limits<double>::quiet_NaN();
+    double minimumAt = std::numeric_limits<double>::quiet_NaN(); ///< x of the first lowest value
+    double maximumAt = std::numeric_limits<double>::quiet_NaN();
+    double centroid = std::numeric_limits<double>::quiet_NaN(); ///< the mean of x, weighted by the values
+
+    bool isValid() const { return count > 0.0; }
+};
+
+/// The values that stand at from <= x < to. The centroid of more than 65536 values takes values in groups, 16384 in
+/// all: it is right to a sixteen-thousandth of the width. It's NaN where the values add up to nothing, or to less.
+SRegionStatistics regionStatistics(const SeriesProbe &probe, double from, double to);
