@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "views/items/LabelPool.h"
+
+#include <QPointer>
+#include <QQuickItem>
+#include <QVariantList>
+#include <QVector>
+
+class PlotCursor;
+class PlotRegion;
+class PlotView;
+
+/// The cursors and regions of a view: those declared in it and the two that the C key brings. It draws them over the
+/// series, keeps what they tell up to date, and moves the one that a hand took. A child of the view. GUI thread.
+class PlotMarks : public QQuickItem
+{
+    Q_OBJECT
+    /// What they tell, for a panel: a list of {title, rows}, whose rows are {name, color, text}.
+    Q_PROPERTY(QVariantList panels READ panels NOTIFY panelsChanged)
+
+public:
+    explicit PlotMarks(PlotView &view);
+
+    QVariantList panels() const;
+    const QVector<PlotCursor *> &cursors() const { return m_cursors; }
+    /// Shows one of its own cursors, both, or none.
+    void cycleCursors();
+    /// Moves the cursor that was moved last by a pixel, or by a value where values are further apart. Brings one if
+    /// there is none.
+    void walk(int direction);
+    /// What the cursor that was moved last tells, in one line; empty if there is none.
+    QString spoken() const;
+
+    // Hands
+
+    /// Takes what is at a place of the view: a cursor, an edge of a region, or a region. False if nothing is.
+    bool take(const QPointF &position);
+    void drag(const QPointF &position);
+    void drop() { m_taken = {}; }
+
+signals:
+    void panelsChanged();
+
+protected:
+    void updatePolish() override;
+    QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *) override;
+
+private:
+    /// What a hand holds, and how far from its place.
+    struct STaken
+    {
+        QPointer<PlotCursor> cursor;
+        QPointer<PlotRegion> region;
+        bool holdsFrom = false;
+        bool holdsTo = false;
+        double fromGrip = 0.0; ///< pixels from the hand to the ends
+        double toGrip = 0.0;
+    };
+
+    void add(QObject *element);
+    void addCursor(PlotCursor &cursor);
+    void addRegion(PlotRegion &region);
+    void forget(QObject *mark);
+    void watchSeries();
+    void look();
+    PlotCursor *walker();
+    QVector<PlotCursor *> shownCursors() const;
+    QVariantMap cursorPanel(const QVector<PlotCursor *> &shown) const;
+    QVariantMap regionPanel(const PlotRegion &region) const;
+
+    PlotView &m_view;
+    QVector<PlotCursor *> m_cursors;
+    QVector<PlotRegion *> m_regions;
+    PlotCursor *m_own[2];
+    QPointer<PlotCursor> m_walker;
+    STaken m_taken;
+    LabelPool m_labels;
+    QVector<QRectF> m_lines;
+    QVector<QRectF> m_fills;
+};
