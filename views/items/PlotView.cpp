@@ -3,6 +3,8 @@
 
 #include "common/Change.h"
 #include "views/items/PlotFrame.h"
+#include "views/items/PlotHands.h"
+#include "views/items/PlotMarks.h"
 #include "views/items/PlotSeries.h"
 #include "views/items/PlotTheme.h"
 #include "views/items/PlotZoom.h"
@@ -29,6 +31,9 @@ PlotView::PlotView(QQuickItem *parent)
     m_zoom = std::make_unique<PlotZoom>(*this);
     connect(m_zoom.get(), &PlotZoom::followingChanged, this, &PlotView::followingChanged);
     m_frame = new PlotFrame(*this);
+    m_marks = new PlotMarks(*this);
+    m_hands = new PlotHands(*this);
+    setActiveFocusOnTab(true);
     m_frame->stackBefore(m_seriesLayer);
     m_seriesLayer->setClip(true);
 }

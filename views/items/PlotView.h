@@ -11,6 +11,8 @@
 #include <memory>
 
 class PlotFrame;
+class PlotHands;
+class PlotMarks;
 class PlotSeries;
 class PlotTheme;
 class PlotZoom;
@@ -41,6 +43,8 @@ class PlotView : public QQuickItem
     Q_PROPERTY(FollowMode followMode READ followMode WRITE setFollowMode NOTIFY followModeChanged)
     /// Whether the newest values stay in view now.
     Q_PROPERTY(bool following READ isFollowing NOTIFY followingChanged)
+    /// Whether mouse, wheel, fingers and keys do anything.
+    Q_PROPERTY(bool interactive READ isInteractive WRITE setInteractive NOTIFY interactiveChanged)
     /// Another view whose x range this one shares, both ways. A link that would close a circle is said and not made.
     Q_PROPERTY(PlotView *linkedTo READ linkedTo WRITE setLinkedTo NOTIFY linkedToChanged)
     /// What is declared inside the view: series are drawn in that order, the last on top, items become children of the
@@ -67,6 +71,8 @@ public:
     FollowMode followMode() const { return m_followMode; }
     void setFollowMode(FollowMode followMode);
     bool isFollowing() const;
+    bool isInteractive() const { return m_interactive; }
+    void setInteractive(bool interactive);
     PlotView *linkedTo() const;
     void setLinkedTo(PlotView *view);
     QQmlListProperty<QObject> seriesList();
@@ -99,6 +105,10 @@ public:
     PlotFrame *frame() const { return m_frame; }
     /// What hands do to the ranges.
     PlotZoom *zoom() const { return m_zoom.get(); }
+    PlotHands *hands() const { return m_hands; }
+    PlotMarks *marks() const { return m_marks; }
+    /// Whether the focus came by Tab, so that it's to be seen.
+    bool focusIsByKeys() const { return m_focusIsByKeys; }
     /// How values stand in the plot area, in item pixels of the view.
     AxisMapping mappingX() const { return m_axisX->mapping(m_plotArea.left(), m_plotArea.right()); }
     AxisMapping mappingY() const { return m_axisY->mapping(m_plotArea.bottom(), m_plotArea.top()); }
@@ -117,6 +127,7 @@ signals:
     void plotAreaChanged();
     void followModeChanged();
     void followingChanged();
+    void interactiveChanged();
     void linkedToChanged();
     void seriesListChanged();
 
@@ -129,6 +140,8 @@ signals:
 
 protected:
     void geometryChanged(const QRectF &now, const QRectF &before) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
     void itemChange(ItemChange kind, const ItemChangeData &data) override;
 
 private:
@@ -155,6 +168,10 @@ private:
     FollowMode m_followMode = FollowNone;
     QVector<PlotSeries *> m_series;
     PlotFrame *m_frame;
+    PlotMarks *m_marks;
+    PlotHands *m_hands;
+    bool m_interactive = true;
+    bool m_focusIsByKeys = false;
     QQuickItem *m_seriesLayer;
     QRectF m_plotArea;
     QMarginsF m_margins;

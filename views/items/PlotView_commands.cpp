@@ -2,7 +2,12 @@
 #include "views/items/PlotView.h"
 
 #include "common/Change.h"
+#include "views/items/PlotHands.h"
+#include "views/items/PlotKeys.h"
 #include "views/items/PlotZoom.h"
+
+#include <QFocusEvent>
+#include <QKeyEvent>
 
 #include <qqmlinfo.h>
 
@@ -28,6 +33,28 @@ void PlotView::setFollowMode(FollowMode followMode)
 bool PlotView::isFollowing() const
 {
     return m_zoom->isFollowing();
+}
+
+void PlotView::setInteractive(bool interactive)
+{
+    if (!change(m_interactive, interactive))
+        return;
+    m_hands->setEnabled(interactive);
+    emit interactiveChanged();
+}
+
+void PlotView::keyPressEvent(QKeyEvent *event)
+{
+    event->setAccepted(m_interactive && pressKey(*this, *event));
+}
+
+void PlotView::focusInEvent(QFocusEvent *event)
+{
+    QQuickItem::focusInEvent(event);
+    const Qt::FocusReason reason = event->reason();
+    m_focusIsByKeys =
+        reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason;
+    m_hands->update();
 }
 
 PlotView *PlotView::linkedTo() const

@@ -43,6 +43,8 @@ public:
     bool canGoBack() const { return !m_history.isEmpty(); }
     /// A number that no gesture had.
     int newGesture() { return ++m_lastGesture; }
+    /// The number for a key: that of its press while it repeats.
+    int keyGesture(bool isRepeated) { return isRepeated ? m_keyGesture : m_keyGesture = newGesture(); }
 
     bool isXByHand() const { return m_isXByHand; }
     bool isYByHand() const { return m_isYByHand; }
@@ -84,6 +86,7 @@ private:
     bool m_isPaused = false;
     bool m_isSharing = false;
     int m_lastGesture = 0;
+    int m_keyGesture = 0;
     PlotView *m_linkedTo = nullptr;
     QVector<PlotView *> m_linkedViews;
 };

@@ -5,6 +5,8 @@
 #include "views/items/BarSeries.h"
 #include "views/items/LineSeries.h"
 #include "views/items/LogValueAxis.h"
+#include "views/items/PlotCursor.h"
+#include "views/items/PlotRegion.h"
 #include "views/items/PlotTheme.h"
 #include "views/items/PlotView.h"
 #include "views/items/ValueAxis.h"
@@ -39,6 +41,8 @@ void ViewsPlugin::registerTypes(const char *)
     registerBase<PlotSeries>("PlotSeries");
     registerType<SeriesStore>("SeriesStore");
     registerType<SeriesReader>("SeriesReader");
+    registerType<PlotCursor>("PlotCursor");
+    registerType<PlotRegion>("PlotRegion");
     registerType<PlotTheme>("PlotTheme");
     registerType<PlotView>("PlotView");
     registerType<BarSeries>("BarSeries");
