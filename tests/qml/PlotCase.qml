@@ -96,10 +96,10 @@ TestCase {
             b.bottom) - Math.max(a.top, b.top) > slack;
     }
 
-    /// Waits until the window has drawn nothing for a while.
+    /// Waits until the window has drawn nothing for a while, and is not about to.
     function settle() {
         let before = -1;
-        for (let i = 0; i < 80 && before !== tools.frames(); ++i) {
+        for (let i = 0; i < 80 && (before !== tools.frames() || tools.isDrawing()); ++i) {
             before = tools.frames();
             wait(50);
         }

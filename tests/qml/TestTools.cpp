@@ -48,8 +48,7 @@ void TestTools::prepare(QQuickWindow *window)
         window, &QQuickWindow::beforeRendering, this,
         [] { QOpenGLContext::currentContext()->functions()->glBlendColor(0.0f, 0.0f, 0.0f, 1.0f); },
         Qt::DirectConnection);
-    connect(
-        window, &QQuickWindow::frameSwapped, this, [this] { ++m_frames; }, Qt::DirectConnection);
+    m_frames.follow(*window, *this);
 }
 
 QVariantList TestTools::otherWindows(QQuickWindow *except) const

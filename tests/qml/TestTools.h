@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "tests/support/FrameCount.h"
 #include "tests/support/LogCatcher.h"
 
 #include <QColor>
@@ -14,7 +15,6 @@
 #include <QTemporaryDir>
 #include <QVariantList>
 
-#include <atomic>
 #include <memory>
 
 /// What a test written in QML cannot reach by itself: the message log, other windows, pixels of files. GUI thread.
@@ -34,7 +34,8 @@ public:
 
     /// Gives the window's charts their colours on every ground, and counts its frames from now on.
     Q_INVOKABLE void prepare(QQuickWindow *window);
-    Q_INVOKABLE int frames() const { return m_frames; }
+    Q_INVOKABLE int frames() const { return m_frames.shown(); }
+    Q_INVOKABLE bool isDrawing() const { return m_frames.isDrawing(); }
 
     /// The visible windows, without `except`; those of dialogs among them.
     Q_INVOKABLE QVariantList otherWindows(QQuickWindow *except) const;
@@ -66,5 +67,5 @@ public:
 private:
     std::unique_ptr<LogCatcher> m_log;
     QTemporaryDir m_folder;
-    std::atomic<int> m_frames{0};
+    FrameCount m_frames;
 };

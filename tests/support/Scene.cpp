@@ -40,8 +40,7 @@ Scene::Scene(const QSize &size, const QColor &ground) : m_window(std::make_uniqu
     QObject::connect(
         m_window.get(), &QQuickWindow::beforeRendering, m_window.get(), [this] { prepareFrame(); },
         Qt::DirectConnection);
-    QObject::connect(
-        m_window.get(), &QQuickWindow::frameSwapped, m_window.get(), [this] { ++m_frames; }, Qt::DirectConnection);
+    m_frames.follow(*m_window, *m_window);
 }
 
 Scene::~Scene()
@@ -83,8 +82,8 @@ void Scene::settle()
     QElapsedTimer total;
     total.start();
     int seen = -1;
-    while (seen != m_frames && !total.hasExpired(patience)) {
-        seen = m_frames;
+    while ((seen != frameCount() || m_frames.isDrawing()) && !total.hasExpired(patience)) {
+        seen = frameCount();
         QTest::qWait(quietTime);
     }
 }
@@ -92,9 +91,9 @@ void Scene::settle()
 bool Scene::frames(int count)
 {
     for (int i = 0; i < count; ++i) {
-        const int before = m_frames;
+        const int before = frameCount();
         m_window->update();
-        if (!QTest::qWaitFor([&] { return m_frames > before; }, patience))
+        if (!QTest::qWaitFor([&] { return frameCount() > before; }, patience))
             return false;
     }
     return true;

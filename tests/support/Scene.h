@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "tests/support/FrameCount.h"
+
 #include <QByteArray>
 #include <QColor>
 #include <QImage>
@@ -48,12 +50,12 @@ public:
 
     /// Shows the window and waits for its first frames.
     bool show();
-    /// Lets the window draw until no frame has come for a while.
+    /// Lets the window draw until no frame has come for a while and none is being drawn.
     void settle();
     /// Waits for `count` further frames, asking the window (not the items) for each.
     bool frames(int count);
     /// How many frames have been swapped.
-    int frameCount() const { return m_frames; }
+    int frameCount() const { return m_frames.shown(); }
 
     /// The window as it looks after all that is pending was drawn.
     QImage grab();
@@ -65,8 +67,8 @@ private:
     void prepareFrame();
 
     QQmlEngine m_engine;
+    FrameCount m_frames;
     std::unique_ptr<QQuickWindow> m_window;
-    std::atomic<int> m_frames{0};
     std::atomic<float> m_blendAlpha{1.0f};
 };
 
