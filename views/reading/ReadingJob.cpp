@@ -175,11 +175,15 @@ bool ReadingJob::gatherFront(InputFile &file, QByteArray &front, Next &next)
 ReadingJob::Next ReadingJob::waitFor(InputFile &file, InputFile::Got got, int milliseconds)
 {
     constexpr int patience = 3000; // milliseconds without any value
+    bool wasHeld = false;
     while (!m_wakeup.isCancelled()) {
         if (m_wakeup.isHeld()) {
             m_wakeup.wait(-1);
+            wasHeld = true;
             continue;
         }
+        if (wasHeld)
+            return Next::Read;
         if (got != InputFile::Got::Nothing)
             return m_wakeup.follows() && !file.isStream() ? waitForFollowed(file, milliseconds) : Next::Finish;
         const bool mayHint = !m_hasValues && file.isStream();
