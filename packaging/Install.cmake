@@ -4,6 +4,7 @@
 #   include/VorlixPlugin/          the headers of the exported C++ classes, as in #include "filters/Filter1D.h"
 #   lib/cmake/VorlixPlugin/        find_package(VorlixPlugin), target Vorlix::VorlixPlugin
 #   lib/pkgconfig/vorlixplugin.pc  for other build systems
+# What belongs to the companion module is in InstallViews.cmake.
 
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
