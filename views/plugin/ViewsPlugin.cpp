@@ -13,6 +13,8 @@
 #include "views/reading/SeriesReader.h"
 #include "views/store/SeriesStore.h"
 
+#include <QDebug>
+#include <QJSEngine>
 #include <qqml.h>
 
 namespace {
@@ -33,10 +35,20 @@ void registerBase(const char *name)
                                   QStringLiteral("%1 is what other types have in common").arg(QLatin1String(name)));
 }
 
+/// What a store doesn't take is an exception of the script that handed it over.
+void throwInScript(const QObject *store, const QString &words)
+{
+    if (QJSEngine *engine = qjsEngine(store))
+        engine->throwError(QJSValue::TypeError, words);
+    else
+        qWarning().noquote() << store << words;
+}
+
 } // namespace
 
 void ViewsPlugin::registerTypes(const char *)
 {
+    SeriesStore::setRefusal(throwInScript);
     registerBase<PlotAxis>("PlotAxis");
     registerBase<PlotSeries>("PlotSeries");
     registerType<SeriesStore>("SeriesStore");

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "common/Export.h"
+
 #include <QtGlobal>
 
 /// What is known about some values taken together, gaps left out. Parts of a series are joined without ever looking at
 /// a sum of squares, in which a small deviation of large values would drown.
-struct SStatistics
+struct VORLIX_EXPORT SStatistics
 {
     qint64 count = 0;         ///< finite values
     qint64 positiveCount = 0; ///< those above zero: what a logarithmic axis can show

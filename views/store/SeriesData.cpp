@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "views/store/SeriesData.h"
 
+#include "views/store/Pins.h"
 #include "views/store/SeriesOf.h"
 
 #include <utility>
 
-SeriesData::SeriesData(SampleType type) : m_type(type) {}
+SeriesData::SeriesData(SampleType type) : m_type(type), m_pins(std::make_unique<Pins>()) {}
 SeriesData::~SeriesData() = default;
 
 std::shared_ptr<SeriesData> SeriesData::create(SampleType type)
@@ -47,12 +48,12 @@ private:
 
 qint64 SeriesData::begin() const
 {
-    return m_pins.begin();
+    return m_pins->begin();
 }
 
 SeriesSnapshot SeriesData::snapshot() const
 {
     const std::shared_ptr<const SeriesData> self = shared_from_this();
-    const auto pin = std::make_shared<Pin>(self, m_pins);
+    const auto pin = std::make_shared<Pin>(self, *m_pins);
     return SeriesSnapshot(self, pin, pin->begin(), end());
 }

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "views/store/Pins.h"
+#include "common/Export.h"
 #include "views/store/SeriesSnapshot.h"
 
 #include <atomic>
 #include <functional>
 #include <memory>
+
+class Pins;
 
 /// Where values may be written: raw memory of a chunk.
 struct SRoom
@@ -17,7 +19,7 @@ struct SRoom
 
 /// The values of one series and what is known of them in advance, for one thread that appends and any number of threads
 /// that look at snapshots. Nobody waits for anybody on the way of a value.
-class SeriesData : public std::enable_shared_from_this<SeriesData>
+class VORLIX_EXPORT SeriesData : public std::enable_shared_from_this<SeriesData>
 {
 public:
     /// An empty series that grows.
@@ -85,6 +87,6 @@ protected:
     virtual qint64 nextValue(qint64 from, qint64 to) const = 0;
 
     const SampleType m_type;
-    std::atomic<qint64> m_end{0}; ///< what lies before it is published: stored with release, loaded with acquire
-    mutable Pins m_pins;
+    std::atomic<qint64> m_end{0};       ///< what lies before it is published: stored with release, loaded with acquire
+    const std::unique_ptr<Pins> m_pins; ///< also used by those who only look
 };

@@ -2,6 +2,7 @@
 #include "views/store/SeriesOf.h"
 
 #include "views/store/EveryType.h"
+#include "views/store/Pins.h"
 
 #include <utility>
 
@@ -134,7 +135,7 @@ template <class T>
 bool SeriesOf<T>::addChunk(qint64 number)
 {
     // The slot may still be that of a chunk which a snapshot sees.
-    if ((number - m_slots + 1) * chunkSize > m_pins.seenFrom())
+    if ((number - m_slots + 1) * chunkSize > m_pins->seenFrom())
         return false;
     try {
         auto chunk = std::make_shared<Chunk>();
@@ -191,7 +192,7 @@ void SeriesOf<T>::dropBefore(qint64 index)
          end += chunkSize) {
         std::shared_ptr<Chunk> first = std::move(m_held.front());
         m_held.pop_front();
-        m_pins.drop(std::move(first), end);
+        m_pins->drop(std::move(first), end);
     }
 }
 

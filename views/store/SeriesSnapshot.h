@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "common/Export.h"
 #include "views/store/SExtremes.h"
 #include "views/store/SStatistics.h"
 #include "views/store/SampleType.h"
@@ -15,7 +16,7 @@ class SeriesData;
 ///
 /// Index 0 is the first value that was ever appended. Ranges are half open, [from, to), and cut to [begin(), end()).
 /// The cost of an answer doesn't depend on the length of the range, except where it says so.
-class SeriesSnapshot
+class VORLIX_EXPORT SeriesSnapshot
 {
 public:
     /// No values.

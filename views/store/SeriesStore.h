@@ -14,7 +14,7 @@ class StoreState;
 
 /// Appends to a store from a thread of its own: a value that may be copied, and that may outlive the store, whereupon
 /// it refuses everything. One that is default-constructed refuses everything, too.
-class SeriesWriter
+class VORLIX_EXPORT SeriesWriter
 {
 public:
     SeriesWriter() = default;
@@ -40,7 +40,7 @@ private:
 ///
 /// The object lives in one thread, as every QObject does. Functions under "any thread" may be called from others while
 /// it lives; a thread that may outlive it appends by a writer().
-class SeriesStore : public QObject
+class VORLIX_EXPORT SeriesStore : public QObject
 {
     Q_OBJECT
     /// How many values are kept.

@@ -16,6 +16,7 @@ private slots:
     void makesItsTypes();
     void takesSeriesAsTheyAreDeclared();
     void readsAFile();
+    void throwsWhatAStoreDoesntTake();
     void standsBesideTheFirstModule();
 
 private:
@@ -82,6 +83,21 @@ void tst_ViewsModule::readsAFile()
     QVERIFY2(reader, qPrintable(error));
     QTRY_COMPARE(reader->property("highest").toDouble(), 4.5);
     QVERIFY(reader->property("isReady").toBool());
+}
+
+void tst_ViewsModule::throwsWhatAStoreDoesntTake()
+{
+    QQmlEngine engine;
+    QString error;
+    const std::unique_ptr<QObject> store =
+        make(engine,
+             "SeriesStore { property string words\n"
+             "Component.onCompleted: { try { append(new Float64Array(3)) } catch (error) { words = String(error) } } }",
+             &error);
+    QVERIFY2(store, qPrintable(error));
+    const QString words = store->property("words").toString();
+    QVERIFY2(words.contains(QStringLiteral("buffer")), qPrintable(words));
+    QCOMPARE(store->property("count").toDouble(), 0.0);
 }
 
 void tst_ViewsModule::standsBesideTheFirstModule()
