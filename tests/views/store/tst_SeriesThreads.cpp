@@ -217,8 +217,10 @@ void tst_SeriesThreads::memoryStaysFlat()
         if (round == 100)
             before = heldMemory();
     }
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) // what those free they keep for a while
-    QVERIFY(heldMemory() - before < 8 * chunkSize * qint64(sizeof(double)) / 2);
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    QVERIFY(before >= 0); // the rest says nothing: they keep for a while what was freed
+#else
+    QVERIFY(heldMemory() - before < 4 * chunkSize * qint64(sizeof(double)));
 #endif
     QCOMPARE(data->end(), qint64(600 * 50'000));
 }
