@@ -26,23 +26,35 @@ BarEdges BarEdges::of(const QVector<double> &pairs, double start)
 /// Looks at the bars of a block, whose first edge is at `position`, and returns the position of its last.
 double BarEdges::appendBlock(double position, int first, int end)
 {
+    constexpr double largest = std::numeric_limits<float>::max();
     const double *pair = m_pairs.constData() + 2 * first;
-    double maximum = 0.0;
-    bool ascending = true;
-    bool finite = true;
+    const double *const behind = m_pairs.constData() + 2 * end;
     m_blockEdges.append(position);
-    for (int bar = first; bar < end; ++bar, pair += 2) {
+    double maximum = 0.0;
+    for (; pair != behind; pair += 2) {
         const double right = position + pair[0];
-        ascending &= right >= position; // false for a NaN
+        if (!(right >= position)) // for a NaN, too
+            m_ascending = false;
+        if (!(std::abs(pair[1]) <= largest))
+            m_finite = false;
         position = right;
-        finite &= std::abs(pair[1]) <= double(std::numeric_limits<float>::max());
         maximum = pair[1] > maximum ? pair[1] : maximum; // a NaN never is
-        m_maximum = pair[1] > m_maximum ? pair[1] : m_maximum;
     }
     m_blockMaxima.append(maximum);
-    m_ascending &= ascending;
-    m_finite &= finite;
+    if (maximum > 0.0)
+        m_maximum = maximum > m_maximum ? maximum : m_maximum;
+    else if (m_maximum < 0.0)
+        raiseMaximum(first, end);
     return position;
+}
+
+/// Where no value is positive, in a block or before it.
+void BarEdges::raiseMaximum(int first, int end)
+{
+    for (int bar = first; bar < end; ++bar) {
+        const double value = m_pairs.at(2 * bar + 1);
+        m_maximum = value > m_maximum ? value : m_maximum;
+    }
 }
 
 SIndexRange BarEdges::barsBetween(double left, double right) const

@@ -57,6 +57,7 @@ private:
     Edge firstAtOrBeyond(double x, Edge from) const;
     double scannedMaximum(int first, int end) const;
     double appendBlock(double position, int first, int end);
+    void raiseMaximum(int first, int end);
 
     static constexpr int blockSize = 256; // bars: a scan of one costs about as much as the search for it
 

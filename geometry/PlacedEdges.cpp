@@ -43,3 +43,11 @@ SPlacedEdges placedEdges(const SEdgeRow &edges, float start, float step, const S
         return {0.0, 1.0, start, step};
     return {edges.start, edges.step, 0.0f, 1.0f};
 }
+
+double originOfParts(const SShownPart &shown, const SPixelRow &pixels)
+{
+    constexpr double lostPart = 1.0 / (1ll << 46); // of a position: four roundings of its lesser part
+    const double farthest = std::max(std::abs(shown.left), std::abs(shown.left + shown.width));
+    const double lost = lostPart * farthest * pixels.count / shown.width;
+    return lost <= exactToPixels ? 0.0 : shown.left;
+}

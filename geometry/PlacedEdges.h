@@ -37,3 +37,14 @@ struct SPlacedEdges
 /// rounded once: exact at every distance and every zoom.
 SPlacedEdges placedEdges(const SEdgeRow &edges, float start, float step, const SIndexRange &range,
                          const SPixelRow &pixels);
+
+/// The part of data space that the pixels show, measured from the first edge of the bars.
+struct SShownPart
+{
+    double left = 0.0;
+    double width = 0.0;
+};
+
+/// Where positions are measured from that a shader gets in two parts, each in single precision, and from which it
+/// subtracts the view's left edge part by part: 0, if this is exact enough, otherwise the view's left edge itself.
+double originOfParts(const SShownPart &shown, const SPixelRow &pixels);

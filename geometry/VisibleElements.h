@@ -15,13 +15,6 @@
 // where the rasteriser puts an element, so each centre is widened by all that may be lost on the way there: the
 // rounding of the shader's arithmetic and the grid within a pixel to which corners are moved. Thread-safe.
 
-/// The part of data space that the pixels show, measured from the first edge of the bars.
-struct SShownPart
-{
-    double left = 0.0;
-    double width = 0.0;
-};
-
 /// The elements of `inView` that may cover the centre of a pixel, in ascending order; element i lies between edge i and
 /// the next. All of them when that is not known well enough, or when choosing would not be worth it.
 QVector<SIndexRange> elementsOnPixelCentres(const SPlacedEdges &edges, const SIndexRange &inView,

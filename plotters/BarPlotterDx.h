@@ -49,7 +49,6 @@ private:
     int barCount() const { return m_data.size() / 2; }
     bool isLong() const;
     void drawLong(QOpenGLShaderProgram &program, QOpenGLFunctions &gl);
-    double originOf(double left, int pixels) const;
     double __dx_from_to(int from, int to) const;
     const BarEdges &edgesFrom(double start) const;
     void __update_draw_index();

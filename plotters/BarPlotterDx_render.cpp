@@ -10,9 +10,6 @@
 #include <QOpenGLContext>
 #include <QOpenGLShaderProgram>
 
-#include <algorithm>
-#include <cmath>
-
 // called by the chart area: render thread, GUI thread blocked
 
 void BarPlotterDx::sync_buffers()
@@ -78,19 +75,9 @@ void BarPlotterDx::_fetch_render_layers(QVector<SRenderLayerDefinition> &layers,
     m_bars->origin = 0.0;
     if (!m_bars->shownLong)
         return;
-    m_bars->origin = originOf(viewArea.left() - frame().plotterArea.left(),
-                              currentPixelRow(*QOpenGLContext::currentContext()->functions()).count);
+    const SShownPart shown{viewArea.left() - frame().plotterArea.left(), viewArea.width()};
+    m_bars->origin = originOfParts(shown, currentPixelRow(*QOpenGLContext::currentContext()->functions()));
     layers[0].draw = [this](auto &program, auto &gl) { drawLong(program, gl); };
-}
-
-/// Where the corners of a long series are measured from: the first edge, or the view's left, `left`, where two parts do
-/// not hold positions well enough.
-double BarPlotterDx::originOf(double left, int pixels) const
-{
-    constexpr double splitRounding = 1.0 / (1ll << 46); // of a position: what its two parts together lose
-    const double farthest = std::max(std::abs(left), std::abs(left + m_bars->shownView.width()));
-    const double lost = splitRounding * farthest * pixels / m_bars->shownView.width();
-    return lost <= exactToPixels ? 0.0 : left;
 }
 
 void BarPlotterDx::drawLong(QOpenGLShaderProgram &program, QOpenGLFunctions &gl)
