@@ -9,10 +9,10 @@
 namespace {
 
 /// A plotter in a chart area, synchronised once; two series take turns.
-template <class Plotter>
+template <class Plotter, int numbersPerBar = 1>
 void replaceSeries(benchmark::State &state)
 {
-    const int count = int(state.range(0));
+    const int count = numbersPerBar * int(state.range(0));
     const QVector<double> series[2] = {randomSeries(count, 1), randomSeries(count, 2)};
     ChartArea chart;
     Plotter plotter;
@@ -43,4 +43,6 @@ void addPlotterRows()
     addRow("vertices of AreaPlotter|memcpy of the input", copyOnce);
     addRow("vertices of BarPlotterDx", replaceSeries<BarPlotterDx>);
     addRow("vertices of BarPlotterDx|memcpy of the input", copyOnce);
+    addRow("as many bars of BarPlotterDx", replaceSeries<BarPlotterDx, 2>);
+    addRow("as many bars of BarPlotterDx|BarPlotter", replaceSeries<BarPlotter>);
 }

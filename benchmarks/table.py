@@ -19,6 +19,8 @@ GOALS = {
     ("reduction of FixedDecimatorU64", 10_000_000): 1.3,
     ("unchanged series, set again", 10_000_000): 1.3,
     ("vertices of BarPlotter", 1_000_000): 2.0,
+    ("as many bars of BarPlotterDx", 1_000_000): 2.0,
+    ("as many bars of BarPlotterDx", 10_000_000): 2.0,
     ("average of MovingAvarangeU64", 10_000_000): 1.2,
 }
 # How much faster reading ten million lines is wanted to be than the way that one writes first.

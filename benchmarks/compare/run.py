@@ -33,6 +33,8 @@ CONTENDERS = (
 )
 OURS = "VorlixPlugin, pyramid"
 ALONE = "VorlixPlugin, plotter alone"
+WIDE = "VorlixPlugin, bars of individual widths alone"
+BORDER = "VorlixPlugin, plotter alone, border"
 MEASURES = (
     ("first frame", statistics.median, "First frame: from the series in memory to the picture on the screen"),
     ("replace", statistics.median, "Replacing the whole series, to the picture"),
@@ -237,6 +239,12 @@ def goals(results):
     for size in (1_000_000, longest):
         yield (f"a zoom step of the plotter alone, {spaced(size)} values: ratio to 10 000",
                ratio(results.value(ALONE, "bars", size, "zoom step"), few), 2.0)
+    for size in (1_000_000, longest):
+        for what in ("replace", "zoom step"):
+            yield (f"{what}, {spaced(size)} bars of individual widths: ratio to bars of one width",
+                   ratio(results.value(WIDE, "bars", size, what), results.value(ALONE, "bars", size, what)), 2.0)
+            yield (f"{what}, {spaced(size)} points of an area with a border: ratio to one without",
+                   ratio(results.value(BORDER, "area", size, what), results.value(ALONE, "area", size, what)), 2.0)
     yield "memory at 10 million values, in multiples of the series", results.memory(OURS, "bars", longest), 2.3
 
 

@@ -2,6 +2,7 @@
 #include "benchmarks/compare/QuickStage.h"
 
 #include <QGuiApplication>
+#include <QHash>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QRectF>
@@ -9,22 +10,32 @@
 
 namespace {
 
+const QString individualWidths = QStringLiteral("bars of individual widths alone");
+
 /// This module, imported from its build tree as any application imports it.
 class Vorlix final : public Contender
 {
 public:
-    QStringList variants(const QString &) const override
+    QStringList variants(const QString &kind) const override
     {
-        return {QStringLiteral("pyramid"), QStringLiteral("plotter alone")};
+        QStringList all{QStringLiteral("pyramid"), QStringLiteral("plotter alone")};
+        if (kind == QLatin1String("bars"))
+            all << individualWidths;
+        if (kind == QLatin1String("area"))
+            all << QStringLiteral("plotter alone, border");
+        return all;
     }
 
     QWindow *open(const STask &task, const QVector<double> &series) override
     {
         m_count = task.count;
+        m_wide = task.variant == individualWidths;
         m_stage.view().engine()->addImportPath(QStringLiteral(VORLIX_IMPORT_PATH));
         m_chart = m_stage.open(QUrl(QStringLiteral("qrc:/vorlix.qml")),
                                {{QStringLiteral("kind"), task.kind},
                                 {QStringLiteral("pyramid"), task.variant == QLatin1String("pyramid")},
+                                {QStringLiteral("wide"), m_wide},
+                                {QStringLiteral("border"), task.variant.endsWith(QLatin1String("border"))},
                                 {QStringLiteral("count"), task.count}});
         m_source = m_chart->findChild<QObject *>(QStringLiteral("source"));
         QMetaObject::invokeMethod(m_chart, "start");
@@ -33,7 +44,10 @@ public:
         return &m_stage.view();
     }
 
-    void replace(const QVector<double> &series) override { m_source->setProperty("data", QVariant::fromValue(series)); }
+    void replace(const QVector<double> &series) override
+    {
+        m_source->setProperty("data", QVariant::fromValue(m_wide ? pairsOf(series) : series));
+    }
 
     void zoom(const SView &view) override
     {
@@ -41,10 +55,24 @@ public:
     }
 
 private:
+    /// (width, value), made once for each of the contest's series: applications have theirs.
+    const QVector<double> &pairsOf(const QVector<double> &series)
+    {
+        QVector<double> &pairs = m_pairs[series.constData()];
+        if (pairs.isEmpty()) {
+            pairs.reserve(2 * int(series.size()));
+            for (const double value : series)
+                pairs << 1.0 << value;
+        }
+        return pairs;
+    }
+
     QuickStage m_stage;
     QQuickItem *m_chart = nullptr;
     QObject *m_source = nullptr;
     int m_count = 0;
+    bool m_wide = false;
+    QHash<const double *, QVector<double>> m_pairs;
 };
 
 } // namespace

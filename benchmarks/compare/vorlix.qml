@@ -7,10 +7,12 @@ ChartArea {
 
     property string kind: "bars"
     property bool pyramid: false
+    property bool wide: false
+    property bool border: false
     property int count: 0
 
     function start() {
-        const plotter = kind === "bars" ? bars : area;
+        const plotter = wide ? wideBars : kind === "bars" ? bars : area;
         const last = pyramid ? decimator : source;
         plotter.color = kind === "line" ? "transparent" : "#07CBF2";
         source.area = Qt.rect(0, 0, count, 1);
@@ -27,9 +29,13 @@ ChartArea {
         id: bars
     }
 
+    BarPlotterDx {
+        id: wideBars
+    }
+
     AreaPlotter {
         id: area
-        borderEnable: chart.kind === "line"
+        borderEnable: chart.border || chart.kind === "line"
         borderWidth: 1
     }
 
