@@ -1,35 +1,37 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/VorlixExtensionPlugin.h"
 
+#include "chart/ChartArea.h"
 #include "filters/DecimatorU64.h"
 #include "filters/Filter1D.h"
 #include "filters/FixedDecimator2D.h"
 #include "filters/FixedDecimatorU64.h"
 #include "filters/MinimalWidth2D.h"
 #include "filters/MovingAvarangeU64.h"
+#include "plotters/AreaPlotter.h"
+#include "plotters/BarDecorator.h"
+#include "plotters/BarPlotter.h"
+#include "plotters/BarPlotterDx.h"
 #include "plotters/SAreaGradientProgram.h"
 #include "plotters/SAreaPlotterProgram.h"
 #include "plotters/SHResBarProgram.h"
 #include "plotters/ShaderProgramRegistry.h"
-#include "plugin/DrawnElement.h"
+#include "plugin/TypeList.h"
+#include "plugin/TypeRegistration.h"
 #include "sources/RandomU64Data.h"
 #include "sources/SCSVReader.h"
 
 #include <QDebug>
 
-#include <qqml.h>
-
 #include <new>
+
+#define VORLIX_NOT_AGAIN(kind, name, Class) // an alias: the class has its element
+#define VORLIX_ELEMENT(kind, Class) VORLIX_WITHDRAWING_ELEMENT(Class)
+VORLIX_TYPES(VORLIX_ELEMENT, VORLIX_NOT_AGAIN)
 
 namespace {
 
 constexpr char moduleUri[] = "VorlixPlugin";
-
-template <class T>
-void registerType(const char *name)
-{
-    qmlRegisterType<T>(moduleUri, 1, 0, name);
-}
 
 template <class Definition>
 void registerShaderProgram()
@@ -46,21 +48,9 @@ void registerShaderProgram()
 
 void VorlixExtensionPlugin::registerTypes(const char *)
 {
-    registerType<ChartArea>("ChartArea");
-    registerType<IChartArea>("IChartArea");
-    registerType<BarPlotter>("BarPlotter");
-    registerType<BarPlotterDx>("BarPlotterDx");
-    registerType<AreaPlotter>("AreaPlotter");
-    registerType<BarDecorator>("BarDecorator");
-    registerType<Filter1D>("IFIlterU64"); // Deliberate: a second name of Filter1D, spelled so.
-    registerType<DecimatorU64>("DecimatorU64");
-    registerType<RandomU64Data>("RandomU64Data");
-    registerType<MovingAvarangeU64>("MovingAvarangeU64");
-    registerType<FixedDecimatorU64>("FixedDecimatorU64");
-    registerType<Filter1D>("Filter1D");
-    registerType<FixedDecimator2D>("FixedDecimator2D");
-    registerType<MinimalWidth2D>("MinimalWidth2D");
-    registerType<SCSVReader>("SCSVReader");
+#define VORLIX_REGISTER_TYPE(kind, Class) registerType<Class>(moduleUri, #Class);
+#define VORLIX_REGISTER_ALIAS(kind, name, Class) registerType<Class>(moduleUri, #name);
+    VORLIX_TYPES(VORLIX_REGISTER_TYPE, VORLIX_REGISTER_ALIAS)
 
     registerShaderProgram<SAreaPlotterProgram>();
     registerShaderProgram<SHResBarProgram>();

@@ -14,6 +14,7 @@
 #include "plotters/BarDecorator.h"
 #include "plotters/BarPlotter.h"
 #include "plotters/BarPlotterDx.h"
+#include "plugin/TypeList.h"
 #include "sources/RandomU64Data.h"
 #include "sources/SCSVReader.h"
 #include "stress/Cast.h"
@@ -24,8 +25,15 @@
 
 namespace {
 
+template <class T>
+QObject *make()
+{
+    return new T;
+}
+
 /// Sources that start at once would make the run depend on time.
-QObject *makeSource()
+template <>
+QObject *make<RandomU64Data>()
 {
     auto *source = new RandomU64Data;
     source->setRepeat(false);
@@ -33,38 +41,19 @@ QObject *makeSource()
     return source;
 }
 
-template <class T>
-QObject *make()
-{
-    return new T;
-}
-
 QObject *makeObject(const QByteArray &type)
 {
-    struct SKind
+    struct SMaker
     {
         const char *name;
         QObject *(*make)();
     };
-    static const SKind kinds[] = {
-        {"ChartArea", [] { return make<ChartArea>(); }},
-        {"IChartArea", [] { return make<IChartArea>(); }},
-        {"BarPlotter", [] { return make<BarPlotter>(); }},
-        {"BarPlotterDx", [] { return make<BarPlotterDx>(); }},
-        {"AreaPlotter", [] { return make<AreaPlotter>(); }},
-        {"BarDecorator", [] { return make<BarDecorator>(); }},
-        {"Filter1D", [] { return make<Filter1D>(); }},
-        {"DecimatorU64", [] { return make<DecimatorU64>(); }},
-        {"RandomU64Data", makeSource},
-        {"MovingAvarangeU64", [] { return make<MovingAvarangeU64>(); }},
-        {"FixedDecimatorU64", [] { return make<FixedDecimatorU64>(); }},
-        {"FixedDecimator2D", [] { return make<FixedDecimator2D>(); }},
-        {"MinimalWidth2D", [] { return make<MinimalWidth2D>(); }},
-        {"SCSVReader", [] { return make<SCSVReader>(); }},
-    };
-    for (const SKind &kind : kinds) {
-        if (type == kind.name)
-            return kind.make();
+#define MAKE_TYPE(kind, Class) {#Class, make<Class>},
+#define MAKE_ALIAS(kind, name, Class) {#name, make<Class>},
+    static const SMaker makers[] = {VORLIX_TYPES(MAKE_TYPE, MAKE_ALIAS)};
+    for (const SMaker &maker : makers) {
+        if (type == maker.name)
+            return maker.make();
     }
     return nullptr;
 }

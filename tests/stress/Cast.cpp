@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "stress/Cast.h"
 
+#include "plugin/TypeList.h"
 #include "stress/HostileValues.h"
 
 #include <QMetaMethod>
@@ -25,25 +26,33 @@ void call(QObject *object, const char *method)
         QMetaObject::invokeMethod(object, method);
 }
 
+QVector<QByteArray> typesOf(TypeKind kind)
+{
+    QVector<QByteArray> names;
+    for (const STypeName &type : typeNames) {
+        if (type.kind == kind)
+            names.append(type.name);
+    }
+    return names;
+}
+
 } // namespace
 
 const QVector<QByteArray> &Cast::areaTypes()
 {
-    static const QVector<QByteArray> types{"ChartArea", "IChartArea"};
+    static const QVector<QByteArray> types = typesOf(TypeKind::Area);
     return types;
 }
 
 const QVector<QByteArray> &Cast::plotterTypes()
 {
-    static const QVector<QByteArray> types{"BarPlotter", "BarPlotterDx", "AreaPlotter", "BarDecorator"};
+    static const QVector<QByteArray> types = typesOf(TypeKind::Plotter);
     return types;
 }
 
 const QVector<QByteArray> &Cast::nodeTypes()
 {
-    static const QVector<QByteArray> types{"Filter1D",         "IFIlterU64",        "DecimatorU64",
-                                           "RandomU64Data",    "MovingAvarangeU64", "FixedDecimatorU64",
-                                           "FixedDecimator2D", "MinimalWidth2D",    "SCSVReader"};
+    static const QVector<QByteArray> types = typesOf(TypeKind::Node);
     return types;
 }
 

@@ -7,7 +7,7 @@ Item {
     id: root
 
     readonly property var subjects: [
-        chart, plain, bars, exact, filled, decorator, node, decimator, source, average, fixed, fixed2, minimal, reader
+        chart, plain, bars, exact, filled, decorator, node, alias, decimator, source, average, fixed, fixed2, minimal, reader
     ]
     readonly property var operations: [
         "addPlotter", "removePlotter", "mapPointToChart", "addFilter", "removeFilter", "removeAllPlotter", "resetZoomView",
@@ -65,6 +65,7 @@ Item {
     AreaPlotter { id: filled; chartArea: chart }
     BarDecorator { id: decorator; chartArea: chart }
     Filter1D { id: node }
+    IFIlterU64 { id: alias }
     DecimatorU64 { id: decimator; chartArea: chart }
     RandomU64Data { id: source }
     MovingAvarangeU64 { id: average }
