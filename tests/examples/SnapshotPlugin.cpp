@@ -147,7 +147,8 @@ void Snapshot::finish(const QImage &seen)
         return QCoreApplication::exit(4);
     }
     const bool expects = qEnvironmentVariableIsSet("SNAPSHOT_PICTURE");
-    const double difference = expects ? differingBlocks(atRatioOne(seen), QImage(qEnvironmentVariable("SNAPSHOT_PICTURE"))) : 0.0;
+    const double difference =
+        expects ? differingBlocks(atRatioOne(seen), QImage(qEnvironmentVariable("SNAPSHOT_PICTURE"))) : 0.0;
     const double tolerance = qEnvironmentVariable("SNAPSHOT_TOLERANCE", "0.005").toDouble();
     std::fprintf(stderr, "%.2f %% of the blocks differ, %.2f %% may; %d warnings\n", 100.0 * difference,
                  100.0 * tolerance, warnings);

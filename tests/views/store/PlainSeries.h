@@ -53,9 +53,9 @@ private:
 PlainSeries singles(const PlainSeries &series);
 
 #define COMPARE_BY(complains, snapshot, series, from, to) \
-    do { \
-        const QByteArray complaint = (series).complains((snapshot), (from), (to)); \
-        QVERIFY2(complaint.isEmpty(), complaint.constData()); \
-    } while (false)
+  do { \
+    const QByteArray complaint = (series).complains((snapshot), (from), (to)); \
+    QVERIFY2(complaint.isEmpty(), complaint.constData()); \
+  } while (false)
 #define COMPARE_RANGE(snapshot, series, from, to) COMPARE_BY(complaint, snapshot, series, from, to)
 #define COMPARE_EXTREMES(snapshot, series, from, to) COMPARE_BY(extremesComplaint, snapshot, series, from, to)
