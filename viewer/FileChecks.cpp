@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Whether the file begins like one that is no text in UTF-8 or an 8-bit encoding: with a zero byte somewhere.
+/// Whether the beginning of the file has a zero byte: text in UTF-8 or an 8-bit encoding never does.
 bool isBinary(const QString &path)
 {
     constexpr qint64 enoughToTell = 4096;
@@ -25,13 +25,13 @@ QString FileChecks::whyUnreadable(const QString &path)
     if (!file.exists())
         return QStringLiteral("no such file");
     if (file.isDir())
-        return QStringLiteral("is a directory, not a file of numbers");
+        return QStringLiteral("a directory, not a file of numbers");
     if (!file.isFile())
-        return QStringLiteral("is no regular file"); // a pipe, say: the reader wants to know where it ends
+        return QStringLiteral("not a regular file"); // a pipe, say: it has no size, which the reader needs
     if (!file.isReadable())
-        return QStringLiteral("may not be read");
+        return QStringLiteral("permission denied");
     if (isBinary(path))
-        return QStringLiteral("is no text; one number a line is expected");
+        return QStringLiteral("not a text file; expected one number per line");
     return {};
 }
 

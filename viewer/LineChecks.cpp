@@ -15,10 +15,10 @@ constexpr int enoughBytes = 4096;    // of a line
 
 enum class Kind { Blank, Number, DecimalComma, Columns, OldLineEnds, Words };
 
-/// A line that is no number, and where it stands.
+/// A line that isn't a number, and where it stands.
 struct SFound
 {
-    int line = 0; ///< from 1; 0 for none
+    int line = 0; ///< counts from 1; 0: there is none
     QString text;
 };
 
@@ -105,7 +105,7 @@ QString lineIs(const SFound &found)
     text.replace(QLatin1Char('\t'), QLatin1Char(' '));
     if (text.size() > mostLetters)
         text = text.left(mostLetters) + QChar(0x2026);
-    return QStringLiteral("line %1 is \"%2\", which is not one number").arg(QString::number(found.line), text);
+    return QStringLiteral("line %1 is \"%2\", which isn't a single number").arg(QString::number(found.line), text);
 }
 
 /// A command that makes the numbers of one column.
@@ -155,7 +155,7 @@ public:
             return lineIs(first(Kind::Columns)) + QStringLiteral(". Its ")
                 + columnCommand(first(Kind::Columns).text.trimmed(), name);
         if (of(Kind::Words) > 0 && !hasNumbers())
-            return lineIs(first(Kind::Words)) + QStringLiteral("; one number a line is expected");
+            return lineIs(first(Kind::Words)) + QStringLiteral("; expected one number per line");
         return {};
     }
 

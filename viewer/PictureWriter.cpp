@@ -35,7 +35,7 @@ PictureWriter::PictureWriter(QQuickWindow *window, QQuickItem *chart, const SPic
     connect(window, &QQuickWindow::frameSwapped, this, &PictureWriter::frameShown, Qt::QueuedConnection);
     connect(&m_patience, &QTimer::timeout, this, [this] {
         finish(
-            QStringLiteral("%1: the picture did not come to rest within %2 s").arg(m_order.path).arg(patience.count()));
+            QStringLiteral("%1: the picture was still changing after %2 s").arg(m_order.path).arg(patience.count()));
     });
     m_patience.setSingleShot(true);
     m_patience.start(patience);
@@ -72,7 +72,7 @@ void PictureWriter::frameShown()
         return;
     }
     if (!m_window->property("hasNumbers").toBool()) {
-        finish(QStringLiteral("%1: not written, for there is no number to show").arg(m_order.path));
+        finish(QStringLiteral("%1: not written: there are no numbers to show").arg(m_order.path));
         return;
     }
     finish(writeWindow());
@@ -84,7 +84,7 @@ QString PictureWriter::writeWindow()
     QImage image = m_window->grabWindow();
     const QRect picture(QPoint(), m_order.size);
     if (!image.rect().contains(picture))
-        return QStringLiteral("%1: the window could not be grabbed").arg(m_order.path);
+        return QStringLiteral("%1: can't read the picture from the window").arg(m_order.path);
     image = image.copy(picture).convertToFormat(QImage::Format_RGB32);
     image.setDevicePixelRatio(1.0); // or the file would claim another resolution
     return writePicture(image, m_order.path, "png");

@@ -53,7 +53,7 @@ SLineChecks checkHead(const QString &path)
     return checkLines(lines, QFileInfo(path).fileName());
 }
 
-/// What is not above 1 lies on the axis.
+/// Values of 1 and below lie on the axis.
 void takeLogarithms(Series &series)
 {
     for (double &value : series)
@@ -98,7 +98,7 @@ void SeriesWorker::work(const SSeriesOrder &order)
     if (result.problem.isEmpty() && result.maximum == 0.0)
         result.problem = m_count == 0 ? tr("the file is empty")
             : order.logarithmic       ? tr("no value above 1, so nothing to see on a logarithmic scale")
-                                      : tr("no number above 0");
+                                      : tr("no numbers above 0");
     // Here and not by the receiver: with ten million values this is what takes longest, after reading them.
     result.nodes = order.nodes;
     for (const auto &node : {result.nodes.chart, result.nodes.navigator}) {

@@ -70,7 +70,7 @@ QString refusedSize(const QString &text)
 SViewerOptions parseViewerOptions(const QStringList &arguments)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Shows files of numbers, one number a line."));
+    parser.setApplicationDescription(QStringLiteral("Shows files of numbers, one number per line."));
     const QCommandLineOption png(QStringLiteral("png"), QStringLiteral("Write a picture and exit."),
                                  QStringLiteral("OUT"));
     const QCommandLineOption size(QStringLiteral("size"), QStringLiteral("Size of the picture or the window."),
@@ -85,14 +85,14 @@ SViewerOptions parseViewerOptions(const QStringList &arguments)
                                     QStringLiteral("DEPTH"), QStringLiteral("1"));
     const QCommandLineOption logarithmic(QStringLiteral("log"),
                                          QStringLiteral("Use a logarithmic scale for the values."));
-    const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Draw on a dark ground."));
+    const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Use dark colors."));
     // Not Qt's own, which promise options of Qt's that are not taken here.
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
                                   QStringLiteral("Print this and exit."));
     const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
                                      QStringLiteral("Print the version and exit."));
     parser.addOptions({png, size, binWidth, unit, area, smooth, logarithmic, dark, help, version});
-    parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("Text with one number a line."),
+    parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("Text file with one number per line."),
                                  QStringLiteral("[FILE...]"));
 
     if (!parser.parse(arguments))

@@ -105,7 +105,7 @@ int main(int argc, char **argv)
         break;
     }
     if (displayIsMissing()) {
-        print(stderr, QStringLiteral("vorlixview: there is no display; xvfb-run provides one\n"));
+        print(stderr, QStringLiteral("vorlixview: no display; run it with xvfb-run\n"));
         return EXIT_FAILURE;
     }
     return run(argc, argv, options);

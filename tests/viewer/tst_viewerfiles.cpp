@@ -130,7 +130,7 @@ void tst_viewerfiles::otherLinesAreNamed_data()
                         const char *advice) {
         QTest::newRow(name)
             << text << hasNumbers
-            << QStringLiteral("%1, which is not one number%2").arg(QString::fromUtf8(line), QString::fromUtf8(advice));
+            << QStringLiteral("%1, which isn't a single number%2").arg(QString::fromUtf8(line), QString::fromUtf8(advice));
     };
     const char *commas =
         ". With points for decimal commas: tr , . <data.txt >numbers.txt; the second of two columns: "
@@ -153,8 +153,8 @@ void tst_viewerfiles::otherLinesAreNamed_data()
         ". Its column 1 alone: awk '{print $1}' <data.txt >numbers.txt");
     row("dates", "2026-01-02 12:00;7\n", false, "line 1 is \"2026-01-02 12:00;7\"",
         ". Its column 2 alone: cut -d ';' -f 2 <data.txt >numbers.txt");
-    row("words", "counts\nmore\n", false, "line 1 is \"counts\"", "; one number a line is expected");
-    row("a hexadecimal number", "0x10\n", false, "line 1 is \"0x10\"", "; one number a line is expected");
+    row("words", "counts\nmore\n", false, "line 1 is \"counts\"", "; expected one number per line");
+    row("a hexadecimal number", "0x10\n", false, "line 1 is \"0x10\"", "; expected one number per line");
     QTest::newRow("old line ends") << QByteArray("1\r2\r3\r") << false
                                    << QStringLiteral(
                                           "its lines end in carriage returns. With line feeds: "

@@ -424,7 +424,7 @@ void tst_viewerscene::droppedFilesAreShownAndOthersNamed()
     const QString said = m_window->property("footer").value<QQuickItem *>()->property("text").toString();
     QCOMPARE(said,
              m_folder.filePath(QStringLiteral("none.txt")) + QStringLiteral(": no such file\n") + m_folder.path()
-                 + QStringLiteral(": is a directory, not a file of numbers\n")
+                 + QStringLiteral(": a directory, not a file of numbers\n")
                  + QStringLiteral("https://example.org/a.txt: no such file"));
 }
 
@@ -671,7 +671,7 @@ void tst_viewerscene::legendNamesCanBeRead()
 void tst_viewerscene::linesThatAreNoNumberAreSaidInTheWindow()
 {
     const QString words = QStringLiteral(
-        "commas.txt: line 1 is \"1,5\", which is not one number. With points for "
+        "commas.txt: line 1 is \"1,5\", which isn't a single number. With points for "
         "decimal commas: tr , . <commas.txt >numbers.txt; the second of two columns: "
         "cut -d , -f 2 <commas.txt >numbers.txt");
     const QString file = fileOf(QStringLiteral("commas.txt"), "1,5\n2,5\n");

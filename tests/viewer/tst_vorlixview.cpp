@@ -228,8 +228,8 @@ void tst_vorlixview::badArgumentsAreRefused_data()
     row("a missing file", QStringLiteral("missing.txt"), QStringLiteral("missing.txt: no such file"));
     row("a missing file after a good one", QStringLiteral("series.txt other/missing.txt"),
         QStringLiteral("other/missing.txt: no such file"));
-    row("a folder", QStringLiteral("."), QStringLiteral(".: is a directory, not a file of numbers"));
-    row("a device", QStringLiteral("/dev/null"), QStringLiteral("/dev/null: is no regular file"));
+    row("a folder", QStringLiteral("."), QStringLiteral(".: a directory, not a file of numbers"));
+    row("a device", QStringLiteral("/dev/null"), QStringLiteral("/dev/null: not a regular file"));
     row("an unknown option", QStringLiteral("--colour series.txt"), QStringLiteral("Unknown option 'colour'."));
     row("Qt's help", QStringLiteral("--help-all"), QStringLiteral("Unknown option 'help-all'."));
     row("an option without its value", QStringLiteral("series.txt --png"),
@@ -267,7 +267,7 @@ void tst_vorlixview::anUnreadableFileIsRefused()
         QSKIP("the superuser may read everything");
     const SOutcome outcome = view({file});
     QCOMPARE(outcome.exitCode, 2);
-    QCOMPARE(outcome.errors, QStringLiteral("vorlixview: %1: may not be read\n").arg(file));
+    QCOMPARE(outcome.errors, QStringLiteral("vorlixview: %1: permission denied\n").arg(file));
 }
 
 void tst_vorlixview::aBinaryFileIsRefused_data()
@@ -287,7 +287,7 @@ void tst_vorlixview::aBinaryFileIsRefused()
     const QString file = fileOf(QStringLiteral("numbers.bin"), content);
     const SOutcome outcome = view({file});
     QCOMPARE(outcome.exitCode, 2);
-    QCOMPARE(outcome.errors, QStringLiteral("vorlixview: %1: is no text; one number a line is expected\n").arg(file));
+    QCOMPARE(outcome.errors, QStringLiteral("vorlixview: %1: not a text file; expected one number per line\n").arg(file));
 }
 
 void tst_vorlixview::aMissingDisplayIsSaid()
@@ -297,7 +297,7 @@ void tst_vorlixview::aMissingDisplayIsSaid()
         noDisplay.remove(QLatin1String(name));
     const SOutcome outcome = view({fileOf(QStringLiteral("series.txt"), "1\n")}, noDisplay);
     QCOMPARE(outcome.exitCode, 1);
-    QCOMPARE(outcome.errors, QStringLiteral("vorlixview: there is no display; xvfb-run provides one\n"));
+    QCOMPARE(outcome.errors, QStringLiteral("vorlixview: no display; run it with xvfb-run\n"));
 }
 
 void tst_vorlixview::aMissingOpenGLIsSaid_data()
@@ -679,7 +679,7 @@ void tst_vorlixview::nothingAboveTheAxisGivesAnEmptyChart_data()
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("option");
     QTest::addColumn<QString>("words");
-    const QString none = QStringLiteral("no number above 0");
+    const QString none = QStringLiteral("no numbers above 0");
     QTest::newRow("a zero") << QByteArray("0\n") << QString() << none;
     QTest::newRow("below zero") << QByteArray("-1\n-2\n") << QString() << none;
     QTest::newRow("ones as logarithms") << QByteArray("1\n1\n") << QStringLiteral("--log")
@@ -706,16 +706,16 @@ void tst_vorlixview::noNumberAtAllIsAFailure_data()
     QTest::addColumn<QString>("words");
     QTest::newRow("empty") << QByteArray() << QStringLiteral("the file is empty");
     QTest::newRow("a line of text") << QByteArray(
-        "counts\n") << QStringLiteral("line 1 is \"counts\", which is not one number; one number a line is expected");
+        "counts\n") << QStringLiteral("line 1 is \"counts\", which isn't a single number; expected one number per line");
     QTest::newRow("decimal commas")
         << QByteArray("1,2\n3,4\n")
         << QStringLiteral(
-               "line 1 is \"1,2\", which is not one number. With points for decimal commas: "
+               "line 1 is \"1,2\", which isn't a single number. With points for decimal commas: "
                "tr , . <series.txt >numbers.txt; the second of two columns: "
                "cut -d , -f 2 <series.txt >numbers.txt");
     QTest::newRow("columns") << QByteArray("x;y\n1;2,5\n")
                              << QStringLiteral(
-                                    "line 2 is \"1;2,5\", which is not one number. Its column 2 alone: "
+                                    "line 2 is \"1;2,5\", which isn't a single number. Its column 2 alone: "
                                     "cut -d ';' -f 2 <series.txt | tr , . >numbers.txt");
 }
 
@@ -732,7 +732,7 @@ void tst_vorlixview::noNumberAtAllIsAFailure()
     QCOMPARE(outcome.exitCode, 1);
     QCOMPARE(outcome.errors,
              QStringLiteral("vorlixview: series.txt: %1\n"
-                            "vorlixview: picture.png: not written, for there is no number to show\n")
+                            "vorlixview: picture.png: not written: there are no numbers to show\n")
                  .arg(words));
     QVERIFY(!QFile::exists(path(QStringLiteral("picture.png"))));
 }
@@ -748,11 +748,11 @@ void tst_vorlixview::linesThatAreNoNumberAreSaidBesideThePicture_data()
     QTest::newRow("some decimal commas")
         << QByteArray("1\n2,5\n3\n") << QByteArray()
         << said(
-               "line 2 is \"2,5\", which is not one number. With points for decimal commas: "
+               "line 2 is \"2,5\", which isn't a single number. With points for decimal commas: "
                "tr , . <series.txt >numbers.txt; the second of two columns: cut -d , -f 2 <series.txt >numbers.txt");
     QTest::newRow("one file of two")
         << QByteArray("counts\n") << QByteArray("1\n2\n")
-        << said("line 1 is \"counts\", which is not one number; one number a line is expected");
+        << said("line 1 is \"counts\", which isn't a single number; expected one number per line");
     QTest::newRow("a head") << QByteArray("# run 5 of 7\ncounts\n1\n2\n3\n") << QByteArray() << QString();
 }
 
