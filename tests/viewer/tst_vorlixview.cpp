@@ -72,6 +72,7 @@ private slots:
     void aMissingOpenGLIsSaid_data();
     void aMissingOpenGLIsSaid();
     void otherPlatformsAddNoWords();
+    void onWaylandThePictureIsTheSame();
     void aPictureThatCannotBeWrittenIsSaid_data();
     void aPictureThatCannotBeWrittenIsSaid();
 
@@ -344,6 +345,46 @@ void tst_vorlixview::otherPlatformsAddNoWords()
     QCOMPARE(outcome.errors, QString());
     QCOMPARE(outcome.exitCode, 0);
     QCOMPARE(QImage(path(QStringLiteral("picture.png"))).size(), QSize(1280, 720));
+}
+
+/// And nothing is said there, neither for a picture nor for a window.
+void tst_vorlixview::onWaylandThePictureIsTheSame()
+{
+    const QString socket = QStringLiteral("wayland-of-the-test");
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_folder->path());
+    QProcess compositor;
+    compositor.setProcessEnvironment(environment);
+    compositor.start(QStringLiteral("weston"),
+                     {QStringLiteral("--backend=headless-backend.so"), QStringLiteral("--use-gl"),
+                      QStringLiteral("--width=1600"), QStringLiteral("--height=1000"), QStringLiteral("--idle-time=0"),
+                      QStringLiteral("--socket=") + socket});
+    if (!compositor.waitForStarted())
+        QSKIP("there is no weston to be the display");
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(path(socket)), 30000);
+    environment.remove(QStringLiteral("DISPLAY"));
+    environment.insert(QStringLiteral("WAYLAND_DISPLAY"), socket);
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("wayland"));
+    const QString file = fileOf(QStringLiteral("series.txt"), "3\n1\n4\n1\n5\n");
+
+    const SOutcome outcome = view({QStringLiteral("--png"), QStringLiteral("wayland.png"), QStringLiteral("--size"),
+                                   QStringLiteral("640x480"), file},
+                                  environment);
+    QCOMPARE(outcome.errors, QString());
+    QCOMPARE(outcome.exitCode, 0);
+    QCOMPARE(QImage(path(QStringLiteral("wayland.png"))),
+             picture({file}, {QSize(640, 480), false, QStringLiteral("threaded")}));
+
+    QProcess window;
+    window.setProcessEnvironment(environment);
+    window.start(QStringLiteral(VIEWER), {file});
+    QVERIFY(window.waitForStarted());
+    QVERIFY(!window.waitForFinished(1500));
+    window.terminate();
+    QVERIFY(window.waitForFinished(20000));
+    QCOMPARE(QString::fromUtf8(window.readAllStandardError()), QString());
+    compositor.terminate();
+    QVERIFY(compositor.waitForFinished(20000));
 }
 
 void tst_vorlixview::aPictureThatCannotBeWrittenIsSaid_data()
