@@ -50,13 +50,14 @@ Item {
         // A node chooses its resolution when it hears of the zoom, not when it meets its chart.
         chart.zoomRectChanged();
         navigator.zoomRectChanged();
-        part.node = source.chartNode;
-        overviewPart.node = source.navigatorNode;
+        source.chartNode.addPlotter(bars);
+        source.navigatorNode.addPlotter(overview);
+        line.node = source.chartNode;
     }
 
     /// What the plotter shows at x, and what the file has there: null for nothing.
     function lookUp(x) {
-        const bar = part.barAt(x);
+        const bar = line.barAt(x);
         if (bar.width === 0)
             return null;
 
@@ -127,12 +128,11 @@ Item {
 
     }
 
-    VisiblePart {
-        id: part
+    LineOfBars {
+        id: line
 
         chart: view.chart
-        plotter: view.plotter
-        asLine: view.asArea
+        plotter: view.asArea ? area : null
     }
 
     BarPlotter {
@@ -148,13 +148,6 @@ Item {
         borderWidth: 1.5
         name: bars.name
         zOrder: view.layerOrder
-    }
-
-    VisiblePart {
-        id: overviewPart
-
-        chart: view.navigator
-        plotter: overview
     }
 
     BarPlotter {

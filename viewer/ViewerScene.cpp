@@ -5,7 +5,7 @@
 #include "viewer/OpaqueBars.h"
 #include "viewer/SeriesFile.h"
 #include "viewer/ViewerOptions.h"
-#include "viewer/VisiblePart.h"
+#include "viewer/LineOfBars.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -34,7 +34,7 @@ QQuickWindow *loadViewerScene(QQmlApplicationEngine &engine, const SViewerOption
 {
     addImportPaths(engine);
     qmlRegisterType<SeriesFile>("VorlixView", 1, 0, "SeriesFile");
-    qmlRegisterType<VisiblePart>("VorlixView", 1, 0, "VisiblePart");
+    qmlRegisterType<LineOfBars>("VorlixView", 1, 0, "LineOfBars");
     engine.rootContext()->setContextProperty(QStringLiteral("fileChecks"), new FileChecks(&engine));
     engine.setInitialProperties({{QStringLiteral("files"), options.files},
                                  {QStringLiteral("binWidth"), options.binWidth},

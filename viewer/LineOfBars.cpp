@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "viewer/VisiblePart.h"
+#include "viewer/LineOfBars.h"
 
 #include <QVariant>
 
@@ -9,6 +9,8 @@
 namespace {
 
 constexpr double mostPoints = 65536.0;
+/// How many times what is shown a part may be.
+constexpr int widest = 6;
 
 /// The series with points between its values, `steps` from one value to the next. For 1 step the series itself.
 QVector<double> lineThrough(const QVector<double> &values, int steps)
@@ -30,7 +32,7 @@ QVector<double> lineThrough(const QVector<double> &values, int steps)
 
 } // namespace
 
-void VisiblePart::setNode(QObject *node)
+void LineOfBars::setNode(QObject *node)
 {
     if (node == m_node)
         return;
@@ -44,7 +46,7 @@ void VisiblePart::setNode(QObject *node)
     restart();
 }
 
-void VisiblePart::setChart(QObject *chart)
+void LineOfBars::setChart(QObject *chart)
 {
     if (chart == m_chart)
         return;
@@ -56,7 +58,7 @@ void VisiblePart::setChart(QObject *chart)
     restart();
 }
 
-void VisiblePart::setPlotter(QObject *plotter)
+void LineOfBars::setPlotter(QObject *plotter)
 {
     if (plotter == m_plotter)
         return;
@@ -64,24 +66,16 @@ void VisiblePart::setPlotter(QObject *plotter)
     restart();
 }
 
-void VisiblePart::setLine(bool asLine)
-{
-    if (asLine == m_asLine)
-        return;
-    m_asLine = asLine;
-    restart();
-}
-
-void VisiblePart::restart()
+void LineOfBars::restart()
 {
     m_part = {};
     emit changed();
     update();
 }
 
-void VisiblePart::update()
+void LineOfBars::update()
 {
-    if (!m_node || !m_chart || !m_plotter)
+    if (!m_node)
         return;
     const auto series = m_node->property("data").value<QVector<double>>();
     const QRectF area = m_node->property("area").toRectF();
@@ -89,7 +83,7 @@ void VisiblePart::update()
         m_part = {};
     m_series = series;
     m_area = area;
-    if (series.isEmpty() || !(area.width() > 0.0))
+    if (!m_chart || !m_plotter || series.isEmpty() || !(area.width() > 0.0))
         return;
     const double barWidth = area.width() / series.size();
     const SRange shown = shownRange(barWidth);
@@ -99,7 +93,7 @@ void VisiblePart::update()
     serve({std::max(0, shown.first - margin), std::min(int(series.size()) - margin, shown.end) + margin}, barWidth);
 }
 
-VisiblePart::SRange VisiblePart::shownRange(double barWidth) const
+LineOfBars::SRange LineOfBars::shownRange(double barWidth) const
 {
     const QRectF zoom = m_chart->property("zoomRect").toRectF();
     const auto index = [&](double place) {
@@ -109,28 +103,28 @@ VisiblePart::SRange VisiblePart::shownRange(double barWidth) const
             index(std::ceil((zoom.right() - m_area.left()) / barWidth))};
 }
 
-bool VisiblePart::isServed(const SRange &shown) const
+bool LineOfBars::isServed(const SRange &shown) const
 {
-    // No wider than that, lest the plotter's precision suffers, or a line's points become more than a pixel wide.
+    // No wider than that, lest the line's points become more than a pixel wide.
     return shown.first >= m_part.first && shown.end <= m_part.end
-        && (m_part.end - m_part.first) / widest() <= shown.end - shown.first;
+        && (m_part.end - m_part.first) / widest <= shown.end - shown.first;
 }
 
-int VisiblePart::pointsPerBar() const
+int LineOfBars::pointsPerBar() const
 {
     const double pixels = m_chart->property("width").toDouble();
-    const double points = std::ceil(widest() * pixels / (m_part.end - m_part.first));
-    return m_asLine && points >= 1.0 ? int(std::min(points, mostPoints)) : 1; // 1 for a NaN, too
+    const double points = std::ceil(widest * pixels / (m_part.end - m_part.first));
+    return points >= 1.0 ? int(std::min(points, mostPoints)) : 1; // 1 for a NaN, too
 }
 
-void VisiblePart::serve(const SRange &part, double barWidth)
+void LineOfBars::serve(const SRange &part, double barWidth)
 {
     m_part = part;
     const QVector<double> bars = m_series.mid(part.first, part.end - part.first);
     const double highest = std::max(0.0, *std::max_element(bars.cbegin(), bars.cend()));
     const int points = pointsPerBar();
     const QVector<double> values = lineThrough(bars, points);
-    const double left = m_area.left() + (part.first + (m_asLine ? 0.5 : 0.0)) * barWidth;
+    const double left = m_area.left() + (part.first + 0.5) * barWidth;
     const QRectF area(left, 0.0, values.size() * (barWidth / points), highest);
     // The chart is not to fit itself to the new area and the old values.
     QMetaObject::invokeMethod(m_chart, "lock_update");
@@ -139,7 +133,7 @@ void VisiblePart::serve(const SRange &part, double barWidth)
     m_plotter->setProperty("data", QVariant::fromValue(values));
 }
 
-QRectF VisiblePart::barAt(double x) const
+QRectF LineOfBars::barAt(double x) const
 {
     const double place = std::floor((x - m_area.left()) / m_area.width() * m_series.size());
     if (!(place >= 0.0 && place < m_series.size()))
