@@ -154,6 +154,7 @@ private slots:
     void aNewSeriesReplacesTheOldOne();
     void anEmptySeriesDrawsNothing();
     void withoutAChartAreaNothingIsDrawn();
+    void aLongSeriesLooksLikeAShortOne();
     void aMillionBarsScroll();
     void theSeriesMayChangeWhileFramesAreDrawn();
 
@@ -390,6 +391,30 @@ void tst_BarPlotterDx_gl::withoutAChartAreaNothingIsDrawn()
     bars.chart.setPlotter({&bars.plotter});
     QCOMPARE(bars.plotter.chartArea(), nullptr);
     QCOMPARE(bars.scene.grab().pixelColor(20, 50), QColor(Qt::black));
+}
+
+void tst_BarPlotterDx_gl::aLongSeriesLooksLikeAShortOne()
+{
+    QVector<double> pairs;
+    for (int bar = 0; 2 * bar < BarPlotterDx::wholeSeries; ++bar)
+        pairs << 0.25 * (bar * 37 % 11) << 0.5 * (bar * 53 % 20);
+    SBarScene bars(pairs);
+    const QVector<QRectF> views{{0.0, 0.0, 5000.0, 1.0}, {17.3, 0.0, 40.0, 1.0}, {300.1, 0.0, 2000.0, 1.0}};
+    bars.look(0.0, 1.0);
+    QVERIFY(bars.scene.show());
+    QVector<QImage> whole;
+    for (const QRectF &view : views) {
+        bars.look(view.left(), view.width());
+        whole << bars.scene.grab();
+    }
+    QVERIFY(whole.at(0) != whole.at(1));
+    bars.plotter.setData(pairs + QVector<double>{1.0, 1.0}); // beyond the views
+    for (int view = 0; view < views.size(); ++view) {
+        bars.look(views.at(view).left(), views.at(view).width());
+        QVERIFY2(bars.scene.grab() == whole.at(view), QByteArray::number(view));
+    }
+    QCOMPARE(bars.plotter.layers().at(0).count % 6, 0);
+    QVERIFY(bars.plotter.layers().at(0).draw);
 }
 
 void tst_BarPlotterDx_gl::aMillionBarsScroll()
