@@ -77,7 +77,8 @@ public:
 
     // called by plotters: GUI thread
 
-    /// The mutex held while a plotter replaces what it draws. Taken before the plotter's own.
+    /// The mutex held while a plotter replaces its series. Taken before the plotter's own. The module's own threads
+    /// never wait for it, because drawing reads only what syncPlotters() left: it's for others that read a series.
     void lockRender() { m_renderMutex.lock(); }
     void unlockRender() { m_renderMutex.unlock(); }
 

@@ -22,7 +22,7 @@ int chooseShaderMode(const QOpenGLContext &context)
 
 LinkedProgram &barProgram()
 {
-    static auto *const programs = new PerContext<LinkedProgram>; // never destroyed: a render thread may outlive main()
+    static auto *const programs = new PerContext<LinkedProgram>;
     return programs->current();
 }
 

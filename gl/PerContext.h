@@ -10,6 +10,8 @@
 
 /// One T for every OpenGL context that asked for one. A T is made, used and destroyed on its context's render thread
 /// and goes when the context goes; only the table is shared between threads.
+///
+/// A static one is made by `new` and never destroyed: a render thread may outlive main().
 template <class T>
 class PerContext
 {

@@ -29,8 +29,8 @@ struct SDecoratorProgram
 
 SDecoratorProgram &decoratorProgram()
 {
-    static PerContext<SDecoratorProgram> programs;
-    return programs.current();
+    static auto *const programs = new PerContext<SDecoratorProgram>;
+    return programs->current();
 }
 
 constexpr int pointLocation = 0;

@@ -54,9 +54,7 @@ const QRectF BarPlotter::area_at(const QPointF &point) const
     const int index = _index_at(point.x());
     if (index < 0 || index >= m_data.size())
         return {};
-    const QRectF extent = modArea();
-    const double width = extent.width() / m_data.size();
-    return {extent.left() + index * width, 0.0, width, m_data.at(index)};
+    return slotRect(index);
 }
 
 // arrays: GUI thread, or render thread while the GUI thread is blocked

@@ -83,7 +83,7 @@ const QRectF BarPlotterDx::area_at(const QPointF &point) const
     if (index < 0 || index >= barCount())
         return {};
     const double width = m_plotterArea.width() / m_data.size();
-    return {m_plotterArea.left() + index * width, 0.0, width, m_data.at(2 * index + 1)};
+    return {m_plotterArea.left() + index * width, 0.0, width, barValue(index)};
 }
 
 SInfoPoint BarPlotterDx::mouse_hovering(const QPointF &point) const
@@ -94,11 +94,11 @@ SInfoPoint BarPlotterDx::mouse_hovering(const QPointF &point) const
     if (index < 0 || index >= barCount())
         return info;
     info.index = index;
-    const double value = m_data.at(2 * index + 1);
+    const double value = barValue(index);
     if (point.y() > value) // Deliberate: a hit on a NaN, which nothing is greater than.
         return info;
     const double left = m_plotterArea.left() + __dx_from_to(0, index - 1);
-    info.area = QRectF(left, 0.0, m_data.at(2 * index), value);
+    info.area = QRectF(left, 0.0, barWidth(index), value);
     info.valid = true;
     return info;
 }
@@ -109,7 +109,7 @@ double BarPlotterDx::__dx_from_to(int from, int to) const
         return edgesFrom(0.0).edge(to + 1);
     double sum = 0.0;
     for (int bar = from; bar <= to; ++bar)
-        sum += m_data.at(2 * bar);
+        sum += barWidth(bar);
     return sum;
 }
 

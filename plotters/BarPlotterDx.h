@@ -49,6 +49,8 @@ private:
     int barCount() const { return m_data.size() / 2; }
     bool isLong() const;
     void drawLong(QOpenGLShaderProgram &program, QOpenGLFunctions &gl);
+    double barWidth(int bar) const { return m_data.at(2 * bar); }
+    double barValue(int bar) const { return m_data.at(2 * bar + 1); }
     double __dx_from_to(int from, int to) const;
     const BarEdges &edgesFrom(double start) const;
     void __update_draw_index();

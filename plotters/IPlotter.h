@@ -170,7 +170,9 @@ protected:
     uint m_drawLayer = 1;
     bool m_showLegend = true;
     Link<IChartArea> m_chartArea;
-    QMutex m_dataMutex; ///< guards the vertex and index arrays between rebuild (GUI) and upload (render)
+    /// Held while the vertex and index arrays are rebuilt (GUI thread) and uploaded (render thread). The module's
+    /// threads never wait for it, because the GUI thread is blocked during the upload.
+    QMutex m_dataMutex;
     QVector<quint32> m_spareVectors[2]; ///< for subclasses; the base never reads them
     bool m_initialized = false;
     uint m_dirtyFlags = 0;

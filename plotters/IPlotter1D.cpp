@@ -46,6 +46,13 @@ double IPlotter1D::max_in(const QRectF &area) const
     return double(float(maxima().maximumIn(start, end)));
 }
 
+QRectF IPlotter1D::slotRect(int index) const
+{
+    const QRectF extent = modArea();
+    const double width = extent.width() / m_data.size();
+    return {extent.left() + index * width, 0.0, width, m_data.at(index)};
+}
+
 SInfoPoint IPlotter1D::mouse_hovering(const QPointF &point) const
 {
     SInfoPoint info;
@@ -54,12 +61,10 @@ SInfoPoint IPlotter1D::mouse_hovering(const QPointF &point) const
     if (index < 0 || index >= m_data.size())
         return info;
     info.index = index;
-    const double value = m_data.at(index);
-    if (point.y() > value) // Deliberate: a hit on a NaN, which nothing is greater than.
+    const QRectF rect = slotRect(index);
+    if (point.y() > rect.height()) // Deliberate: a hit on a NaN, which nothing is greater than.
         return info;
-    const QRectF extent = modArea();
-    const double width = extent.width() / m_data.size();
-    info.area = QRectF(extent.left() + index * width, 0.0, width, value);
+    info.area = rect;
     info.valid = true;
     return info;
 }

@@ -33,6 +33,8 @@ public:
     virtual int __end_index(const QRectF &area) const;
 
 protected:
+    /// The rectangle between 0 and the value of slot `index`, which there is.
+    QRectF slotRect(int index) const;
     /// Gives max_in() what was found out about the series on the way to something else.
     void keepMaxima(const BlockMaxima &maxima);
 
