@@ -68,6 +68,12 @@ void PlotFrame::setRoomBelow(double room)
         polish();
 }
 
+void PlotFrame::setBare(bool isBare)
+{
+    if (change(m_isBare, isBare))
+        polish();
+}
+
 QStringList PlotFrame::texts() const
 {
     QStringList texts;
@@ -116,6 +122,10 @@ double PlotFrame::widthOfLabels(const QFontMetricsF &metrics)
 
 void PlotFrame::layOutRoom(const QFontMetricsF &metrics)
 {
+    if (m_isBare) {
+        m_view.setPlotMargins({});
+        return;
+    }
     const double row = std::ceil(metrics.height()) + rowGap;
     const PlotAxis &x = *m_view.axisX();
     const PlotAxis &y = *m_view.axisY();

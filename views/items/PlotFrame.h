@@ -19,6 +19,8 @@ class PlotFrame : public QQuickItem
 public:
     explicit PlotFrame(PlotView &view);
 
+    /// Without any room around the plot area.
+    void setBare(bool isBare);
     /// Room that is kept free under the labels, for an overview.
     void setRoomBelow(double room);
     double roomBelow() const { return m_roomBelow; }
@@ -53,4 +55,5 @@ private:
     QFont m_font;
     double m_labelWidth = 0.0; ///< of the y axis
     double m_roomBelow = 0.0;
+    bool m_isBare = false;
 };

@@ -17,7 +17,6 @@ namespace {
 constexpr double notchFactor = 0.8;     // of what is shown, for one notch of a wheel
 constexpr double notchPan = 0.1;        // of what is shown
 constexpr double notch = 120.0;         // what a wheel tells
-constexpr int wheelRest = 500;          // milliseconds after which another gesture begins
 constexpr double leastBox = 4.0;        // pixels: less is no box
 constexpr double leastBoxHeight = 12.0; // less is meant for x alone
 
@@ -163,6 +162,11 @@ void PlotHands::mouseDoubleClickEvent(QMouseEvent *event)
         m_view.zoom()->reset();
 }
 
+void PlotHands::hoverEnterEvent(QHoverEvent *event)
+{
+    point(event->posF());
+}
+
 void PlotHands::hoverMoveEvent(QHoverEvent *event)
 {
     point(event->posF());
@@ -181,15 +185,6 @@ void PlotHands::point(const QPointF &position)
         emit left();
 }
 
-int PlotHands::wheelGesture(Part part)
-{
-    if (!m_sinceWheel.isValid() || m_sinceWheel.elapsed() > wheelRest || part != m_wheelPart)
-        m_wheelGesture = m_view.zoom()->newGesture();
-    m_sinceWheel.start();
-    m_wheelPart = part;
-    return m_wheelGesture;
-}
-
 void PlotHands::wheelEvent(QWheelEvent *event)
 {
     const QPointF position = event->position();
@@ -200,7 +195,7 @@ void PlotHands::wheelEvent(QWheelEvent *event)
         return;
     }
     PlotZoom &zoom = *m_view.zoom();
-    const int gesture = wheelGesture(part);
+    const int gesture = zoom.wheelGesture();
     const double factor = std::pow(notchFactor, notches.y());
     if (part == Part::YAxis)
         zoom.zoomY(factor, m_view.mappingY().toValue(position.y()), gesture);

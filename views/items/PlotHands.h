@@ -32,6 +32,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void mouseUngrabEvent() override;
+    void hoverEnterEvent(QHoverEvent *event) override;
     void hoverMoveEvent(QHoverEvent *event) override;
     void hoverLeaveEvent(QHoverEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
@@ -52,7 +53,6 @@ private:
     void zoomToBox();
     QRectF box() const;
     void point(const QPointF &position);
-    int wheelGesture(Part part);
     void beginFingers(const QList<QTouchEvent::TouchPoint> &points);
     void moveFingers(const QList<QTouchEvent::TouchPoint> &points);
     bool isSecondTap(const QPointF &position);
@@ -65,9 +65,6 @@ private:
     SAxisRange m_pressedX;
     SAxisRange m_pressedY;
     int m_gesture = 0;
-    QElapsedTimer m_sinceWheel;
-    Part m_wheelPart = Part::Outside;
-    int m_wheelGesture = 0;
     int m_fingers = 0;
     SFingers m_fingersX;
     SFingers m_fingersY;

@@ -7,6 +7,12 @@
 
 #include <QScopedValueRollback>
 
+namespace {
+
+constexpr int wheelRest = 500; // milliseconds after which another gesture begins
+
+} // namespace
+
 PlotZoom::PlotZoom(PlotView &view) : m_view(view), m_keeper(view)
 {
     connect(&view, &PlotView::rangesChanged, this, &PlotZoom::shareRange);
@@ -17,6 +23,14 @@ PlotZoom::~PlotZoom()
     unlink();
     for (PlotView *follower : qAsConst(m_linkedViews))
         follower->zoom()->m_linkedTo = nullptr;
+}
+
+int PlotZoom::wheelGesture()
+{
+    if (!m_sinceWheel.isValid() || m_sinceWheel.elapsed() > wheelRest)
+        m_wheelGesture = newGesture();
+    m_sinceWheel.start();
+    return m_wheelGesture;
 }
 
 SShown PlotZoom::shown() const

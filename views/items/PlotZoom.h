@@ -4,6 +4,7 @@
 #include "views/items/RangeKeeper.h"
 #include "views/items/ZoomHistory.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QPointer>
 #include <QVector>
@@ -43,6 +44,8 @@ public:
     bool canGoBack() const { return !m_history.isEmpty(); }
     /// A number that no gesture had.
     int newGesture() { return ++m_lastGesture; }
+    /// The number for a notch of a wheel: that of the notch before if that isn't long ago.
+    int wheelGesture();
     /// The number for a key: that of its press while it repeats.
     int keyGesture(bool isRepeated) { return isRepeated ? m_keyGesture : m_keyGesture = newGesture(); }
 
@@ -87,6 +90,8 @@ private:
     bool m_isSharing = false;
     int m_lastGesture = 0;
     int m_keyGesture = 0;
+    int m_wheelGesture = 0;
+    QElapsedTimer m_sinceWheel;
     PlotView *m_linkedTo = nullptr;
     QVector<PlotView *> m_linkedViews;
 };

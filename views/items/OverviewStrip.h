@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QPointer>
+#include <QQuickItem>
+
+class PlotView;
+
+/// The whole of a view's series in small, and the part that the view shows: to be moved by a drag, stretched at its
+/// edges, put somewhere by a click, zoomed by the wheel. Declared by itself, or shown in a view by `overviewVisible`.
+/// GUI thread.
+class OverviewStrip : public QQuickItem
+{
+    Q_OBJECT
+    /// The view whose series and part it shows.
+    Q_PROPERTY(PlotView *view READ view WRITE setView NOTIFY viewChanged)
+
+public:
+    explicit OverviewStrip(QQuickItem *parent = nullptr);
+    ~OverviewStrip() override;
+
+    PlotView *view() const { return m_view; }
+    void setView(PlotView *view);
+    /// Where the part that's shown lies, in item pixels; never too narrow to take hold of.
+    QRectF window() const;
+
+signals:
+    void viewChanged();
+
+protected:
+    void geometryChanged(const QRectF &now, const QRectF &before) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseUngrabEvent() override;
+    void wheelEvent(QWheelEvent *event) override;
+
+private:
+    enum class Hold { None, From, To, All };
+
+    void takeSeries();
+    void watch();
+    void letGo();
+    void drag(double x);
+
+    QPointer<PlotView> m_view;
+    PlotView *m_small; ///< shows all, and takes no events
+    QQuickItem *m_veil;
+    Hold m_hold = Hold::None;
+    double m_grip = 0.0; ///< pixels from the hand to the held edge, or to the left one
+    int m_gesture = 0;
+};
