@@ -120,20 +120,15 @@ QVector<PlotCursor *> PlotMarks::shownCursors() const
 
 void PlotMarks::cycleCursors()
 {
-    const AxisMapping mapping = m_view.axisX()->mapping(0.0, 1.0);
     const int shown = int(m_own[0]->isVisible()) + int(m_own[1]->isVisible());
-    if (shown == 0) {
-        m_own[0]->setX(mapping.toValue(0.5));
-        m_own[0]->setVisible(true);
-        m_walker = m_own[0];
-    } else if (shown == 1) {
-        m_own[1]->setX(mapping.toValue(0.75));
-        m_own[1]->setVisible(true);
-        m_walker = m_own[1];
-    } else {
+    if (shown == 2) {
         m_own[0]->setVisible(false);
         m_own[1]->setVisible(false);
+        return;
     }
+    m_walker = m_own[shown]; // before it tells anything: whoever listens asks for the walker
+    m_walker->setX(m_view.axisX()->mapping(0.0, 1.0).toValue(shown == 0 ? 0.5 : 0.75));
+    m_walker->setVisible(true);
 }
 
 PlotCursor *PlotMarks::walker()

@@ -2,9 +2,11 @@
 #include "views/items/PlotView.h"
 
 #include "common/Change.h"
+#include "views/items/PlotEars.h"
 #include "views/items/PlotFrame.h"
 #include "views/items/PlotHands.h"
 #include "views/items/PlotMarks.h"
+#include "views/items/PlotReadout.h"
 #include "views/items/PlotSeries.h"
 #include "views/items/PlotTheme.h"
 #include "views/items/PlotZoom.h"
@@ -33,6 +35,10 @@ PlotView::PlotView(QQuickItem *parent)
     m_frame = new PlotFrame(*this);
     m_marks = new PlotMarks(*this);
     m_hands = new PlotHands(*this);
+    m_readout = std::make_unique<PlotReadout>(*this);
+    m_ears = std::make_unique<PlotEars>(*this);
+    connect(m_hands, &PlotHands::pointed, m_readout.get(), &PlotReadout::point);
+    connect(m_hands, &PlotHands::left, m_readout.get(), &PlotReadout::leave);
     setActiveFocusOnTab(true);
     m_frame->stackBefore(m_seriesLayer);
     m_seriesLayer->setClip(true);

@@ -10,9 +10,12 @@
 
 #include <memory>
 
+class OverviewStrip;
+class PlotEars;
 class PlotFrame;
 class PlotHands;
 class PlotMarks;
+class PlotReadout;
 class PlotSeries;
 class PlotTheme;
 class PlotZoom;
@@ -45,6 +48,12 @@ class PlotView : public QQuickItem
     Q_PROPERTY(bool following READ isFollowing NOTIFY followingChanged)
     /// Whether mouse, wheel, fingers and keys do anything.
     Q_PROPERTY(bool interactive READ isInteractive WRITE setInteractive NOTIFY interactiveChanged)
+    /// The names of the series, which hide and show them; only there if one has a name.
+    Q_PROPERTY(bool legendVisible READ legendVisible WRITE setLegendVisible NOTIFY legendVisibleChanged)
+    /// The whole of the series in small under the plot, with the part that's shown.
+    Q_PROPERTY(bool overviewVisible READ overviewVisible WRITE setOverviewVisible NOTIFY overviewVisibleChanged)
+    /// What the series are under the pointer.
+    Q_PROPERTY(bool readoutVisible READ readoutVisible WRITE setReadoutVisible NOTIFY readoutVisibleChanged)
     /// Another view whose x range this one shares, both ways. A link that would close a circle is said and not made.
     Q_PROPERTY(PlotView *linkedTo READ linkedTo WRITE setLinkedTo NOTIFY linkedToChanged)
     /// What is declared inside the view: series are drawn in that order, the last on top, items become children of the
@@ -73,6 +82,12 @@ public:
     bool isFollowing() const;
     bool isInteractive() const { return m_interactive; }
     void setInteractive(bool interactive);
+    bool legendVisible() const { return m_legendVisible; }
+    void setLegendVisible(bool legendVisible);
+    bool overviewVisible() const { return m_overviewVisible; }
+    void setOverviewVisible(bool overviewVisible);
+    bool readoutVisible() const { return m_readoutVisible; }
+    void setReadoutVisible(bool readoutVisible);
     PlotView *linkedTo() const;
     void setLinkedTo(PlotView *view);
     QQmlListProperty<QObject> seriesList();
@@ -107,6 +122,10 @@ public:
     PlotZoom *zoom() const { return m_zoom.get(); }
     PlotHands *hands() const { return m_hands; }
     PlotMarks *marks() const { return m_marks; }
+    PlotReadout *readout() const { return m_readout.get(); }
+    PlotEars *ears() const { return m_ears.get(); }
+    /// Null while none is shown.
+    OverviewStrip *overview() const { return m_overview; }
     /// Whether the focus came by Tab, so that it's to be seen.
     bool focusIsByKeys() const { return m_focusIsByKeys; }
     /// How values stand in the plot area, in item pixels of the view.
@@ -128,6 +147,9 @@ signals:
     void followModeChanged();
     void followingChanged();
     void interactiveChanged();
+    void legendVisibleChanged();
+    void overviewVisibleChanged();
+    void readoutVisibleChanged();
     void linkedToChanged();
     void seriesListChanged();
 
@@ -140,6 +162,7 @@ signals:
 
 protected:
     void geometryChanged(const QRectF &now, const QRectF &before) override;
+    void componentComplete() override;
     void keyPressEvent(QKeyEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void itemChange(ItemChange kind, const ItemChangeData &data) override;
@@ -157,6 +180,8 @@ private:
     void colorSeries();
     void forgetSeries(QObject *series);
     void layOut();
+    void makeOverlay();
+    void layOutOverview();
 
     QString m_title;
     PlotAxis *const m_ownAxisX;
@@ -170,10 +195,16 @@ private:
     PlotFrame *m_frame;
     PlotMarks *m_marks;
     PlotHands *m_hands;
+    OverviewStrip *m_overview = nullptr;
     bool m_interactive = true;
+    bool m_legendVisible = true;
+    bool m_overviewVisible = false;
+    bool m_readoutVisible = true;
     bool m_focusIsByKeys = false;
     QQuickItem *m_seriesLayer;
     QRectF m_plotArea;
     QMarginsF m_margins;
     std::unique_ptr<PlotZoom> m_zoom;
+    std::unique_ptr<PlotReadout> m_readout;
+    std::unique_ptr<PlotEars> m_ears;
 };

@@ -5,6 +5,7 @@
 #include "views/items/BarSeries.h"
 #include "views/items/LineSeries.h"
 #include "views/items/LogValueAxis.h"
+#include "views/items/OverviewStrip.h"
 #include "views/items/PlotCursor.h"
 #include "views/items/PlotRegion.h"
 #include "views/items/PlotTheme.h"
@@ -53,6 +54,7 @@ void ViewsPlugin::registerTypes(const char *)
     registerBase<PlotSeries>("PlotSeries");
     registerType<SeriesStore>("SeriesStore");
     registerType<SeriesReader>("SeriesReader");
+    registerType<OverviewStrip>("OverviewStrip");
     registerType<PlotCursor>("PlotCursor");
     registerType<PlotRegion>("PlotRegion");
     registerType<PlotTheme>("PlotTheme");
