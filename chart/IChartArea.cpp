@@ -28,7 +28,8 @@ void IChartArea::withdraw()
 
 QQuickFramebufferObject::Renderer *IChartArea::createRenderer() const
 {
-    return new ChartRenderer;
+    m_renderer = new ChartRenderer;
+    return m_renderer;
 }
 
 void IChartArea::announce(Signal changed)

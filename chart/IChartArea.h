@@ -12,6 +12,8 @@
 #include <QRectF>
 #include <QVector>
 
+class ChartRenderer;
+
 /// The item on which plotters draw: keeps their list, fits its chart rectangle to them, throttles requests for frames
 /// and maps data coordinates to pixels.
 ///
@@ -84,6 +86,8 @@ public:
 
     /// Where links to this item are tied. GUI thread.
     Anchor &anchor() { return m_anchor; }
+    /// How many times as wide as usual renderPlotters() draws lines. Render thread.
+    void setLineScale(double scale) { m_lineScale = scale; }
     /// The renderer's way in.
     const std::shared_ptr<RenderHandle<IChartArea>> &renderHandle() const { return m_renderHandle; }
 
@@ -104,7 +108,8 @@ protected:
     /// The formula of mapPointToChart() against `rect`.
     QPointF mapPoint(const QPointF &point, const QRectF &rect) const;
 
-    /// Draws nothing, and says so once, in a window that isn't drawn with OpenGL.
+    /// Has the chart drawn larger, too, while a picture is taken of the ready plot that it belongs to. Draws nothing,
+    /// and says so once, in a window that isn't drawn with OpenGL.
     QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *data) override;
 
 private:
@@ -114,6 +119,7 @@ private:
     bool mayFit();
     void scheduleFrame();
     QRectF unitedPlotterAreas() const;
+    double pictureScale() const;
 
     static constexpr int layerCount = 3;
 
@@ -133,6 +139,8 @@ private:
     bool m_unsettledReported = false; ///< once per area: it would come with every request
     bool m_synchronizing = false;     ///< the scene graph is inside syncPlotters()
     QRectF m_frameView;               ///< render thread: the view rectangle of the frame
+    double m_lineScale = 1.0;         ///< render thread
+    mutable ChartRenderer *m_renderer = nullptr; ///< render thread: of the node that updatePaintNode() returned
     std::shared_ptr<RenderHandle<IChartArea>> m_renderHandle;
     Anchor m_anchor;
 };

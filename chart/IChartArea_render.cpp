@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "chart/IChartArea.h"
 
+#include "chart/ChartRenderer.h"
+
 #include <QDebug>
 #include <QQuickWindow>
 #include <QSGRendererInterface>
+#include <QSGSimpleTextureNode>
 
 #include <algorithm>
 #include <cmath>
@@ -34,10 +37,27 @@ void sayOnceThatOpenGLIsMissing()
 
 QSGNode *IChartArea::updatePaintNode(QSGNode *node, UpdatePaintNodeData *data)
 {
-    if (isDrawnWithOpenGL(*window()))
-        return QQuickFramebufferObject::updatePaintNode(node, data);
-    sayOnceThatOpenGLIsMissing();
-    return nullptr;
+    if (!isDrawnWithOpenGL(*window())) {
+        sayOnceThatOpenGLIsMissing();
+        return nullptr;
+    }
+    QSGNode *drawn = QQuickFramebufferObject::updatePaintNode(node, data);
+    if (drawn)
+        m_renderer->prepareForPicture(window(), static_cast<QSGSimpleTextureNode *>(drawn),
+                                      (size() * pictureScale()).toSize());
+    return drawn;
+}
+
+/// What the ready plot says while a picture is taken of it; 1 at other times. An item has no other way to learn the
+/// size.
+double IChartArea::pictureScale() const
+{
+    for (const QQuickItem *item = parentItem(); item; item = item->parentItem()) {
+        const QVariant scale = item->property("vorlixPictureScale");
+        if (scale.isValid())
+            return scale.toDouble();
+    }
+    return 1.0;
 }
 
 // called by the renderer: render thread, GUI thread blocked
@@ -79,6 +99,6 @@ void IChartArea::renderPlotters()
 {
     for (const QVector<PlotterHandle> &layer : qAsConst(m_layers)) {
         for (const PlotterHandle &handle : layer)
-            handle->use([this](IPlotter &plotter) { plotter.drawFrame(m_frameView); });
+            handle->use([this](IPlotter &plotter) { plotter.drawFrame(m_frameView, m_lineScale); });
     }
 }

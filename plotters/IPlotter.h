@@ -118,8 +118,9 @@ public:
     const std::shared_ptr<RenderHandle<IPlotter>> &renderHandle() const { return m_renderHandle; }
     /// sync_buffers() and the copy of the properties for the coming frames. Render thread, GUI thread blocked.
     void synchronize();
-    /// draw(), if this plotter was synchronised in the current context. Render thread.
-    void drawFrame(const QRectF &viewArea);
+    /// draw(), if this plotter was synchronised in the current context, with lines so many times as wide as usual.
+    /// Render thread.
+    void drawFrame(const QRectF &viewArea, double lineScale = 1.0);
 
 signals:
     void colorChanged();
@@ -196,7 +197,8 @@ private:
     void releaseAttributes(QOpenGLShaderProgram &program, const QVector<int> &numbers);
 
     GLenum m_reportedGLError = 0;
-    SPlotterFrame m_frame; ///< written by synchronize(), read by draw()
+    double m_lineScale = 1.0; ///< render thread: of the lines of the frame that is being drawn
+    SPlotterFrame m_frame;    ///< written by synchronize(), read by draw()
     std::shared_ptr<RenderHandle<IPlotter>> m_renderHandle;
     Anchor m_anchor;
 };

@@ -101,8 +101,9 @@ const SAttributePointer IPlotter::_fetch_attribute_data(const int &attribute) co
 
 // called by the chart area: render thread, GUI thread running
 
-void IPlotter::drawFrame(const QRectF &viewArea)
+void IPlotter::drawFrame(const QRectF &viewArea, double lineScale)
 {
+    m_lineScale = lineScale;
     if (m_frame.context && m_frame.context == QOpenGLContext::currentContext())
         draw(viewArea);
 }
@@ -134,7 +135,7 @@ void IPlotter::drawLayerDefinition(const SRenderLayerDefinition &layer, QOpenGLF
     program->bind();
     _update_uniforms(*program, layer);
     if (layer.lineWidth > 0.0f)
-        gl.glLineWidth(lineWidthForContext(layer.lineWidth));
+        gl.glLineWidth(lineWidthForContext(float(layer.lineWidth * m_lineScale)));
     if (layer.draw)
         layer.draw(*program, gl);
     else

@@ -43,6 +43,15 @@ Item {
 
     }
 
+    /// Has both charts drawn in the next frame, unless they are told not to be.
+    function drawAgain() {
+        for (const chart of [mainChartArea, navigator]) {
+            if (chart && chart.shouldUpdate)
+                chart.update();
+
+        }
+    }
+
     clip: true
     onWidthChanged: recalcWidth()
 

@@ -42,9 +42,7 @@ Item {
 
             root.exportComplete(path);
         };
-        if (!grabPicture(save, upsize))
-            save(null);
-
+        grabPicture(save, upsize) || save(null);
     }
 
     /// Calls back with the same picture, as grabToImage() does, or with null if the plot left its window before it could
@@ -110,6 +108,8 @@ Item {
 
         Item {
             id: parts
+
+            readonly property real vorlixPictureScale: capture.upsize // charts below draw that much larger for it
 
             width: root.width
             height: root.height
@@ -340,7 +340,6 @@ Item {
         property real upsize: 1
         /// What is to be taken, the first one right now: each has a size of its own, and there is one capture.
         property var pictures: []
-        readonly property var host: Window.window
 
         function take(picture) {
             if (pictures.push(picture) > 1 || begin())
@@ -358,6 +357,7 @@ Item {
 
             upsize = picture.upsize;
             scheduleUpdate();
+            navBar.drawAgain();
             return grabToImage((result) => {
                 if (picture === pictures[0])
                     goOn().callback(result);
@@ -376,7 +376,7 @@ Item {
         }
 
         // The window that was to draw it may never do so.
-        onHostChanged: {
+        Window.onWindowChanged: {
             if (pictures.length > 0)
                 goOn().callback(null);
 

@@ -11,6 +11,7 @@ Rectangle {
     property alias plot: plot
     property alias bars: bars
     property alias other: other
+    property alias overview: overview
     readonly property alias chart: plot.refChartArea
     readonly property alias strip: plot.refNavigator
 

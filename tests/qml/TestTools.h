@@ -49,6 +49,11 @@ public:
 
     /// What a window shows.
     Q_INVOKABLE QImage grab(QQuickWindow *window) const { return window->grabWindow(); }
+    /// Whether two pictures of a window are the same in a rectangle of it.
+    Q_INVOKABLE bool areSame(const QImage &picture, const QImage &other, const QRect &part) const
+    {
+        return picture.copy(part) == other.copy(part);
+    }
     /// The colour in the middle of a pixel of the window, which may be larger than one of the screen.
     Q_INVOKABLE QColor pixelOf(const QImage &picture, int x, int y) const;
 

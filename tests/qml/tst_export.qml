@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 import QtQuick 2.15
 import QtQuick.Controls.Material 2.15
+import QtQuick.Window 2.15
 import QtTest 1.15
 import VorlixPlugin 1.0
 import "qrc:/qml"
@@ -13,6 +14,17 @@ Item {
         id: sceneComponent
 
         PlotScene {
+        }
+    }
+
+    Component {
+        id: areaComponent
+
+        AreaPlotter {
+            borderColor: "#ff0000"
+            color: "#00ffffff"
+            data: Array(1000).fill(60)
+            plotterArea: Qt.rect(0, 0, 1000, 0)
         }
     }
 
@@ -113,6 +125,64 @@ Item {
             const on = tools.imagePixel(large, mark.x * 4 + 1, mark.y * 4);
             same(before, "#fafafa");
             same(on, "#bdbdbd");
+        }
+
+        /// Around the left edge of a bar, in the plot's pixels: ground to the left, the bar to the right.
+        function showAnEdge(chart, plotter) {
+            plotter.data = Array.from({ length: 1000 }, (_, i) => i % 2 * 100);
+            chart.zoomRect = Qt.rect(500, 0, 10, 100);
+            settle();
+            return chart.mapToItem(plot, chart.width * 0.3 - 10, chart.height / 2);
+        }
+
+        function test_upsizeMakesChartsSharper_data() {
+            return [{ tag: "the chart", chart: "refChartArea", plotter: "bars" }, { tag: "the strip", chart: "refNavigator",
+                plotter: "overview" }];
+        }
+
+        function test_upsizeMakesChartsSharper(row) {
+            const corner = showAnEdge(plot[row.chart], scene[row.plotter]);
+            const plain = exported("plainChart.png");
+            const large = exported("largeChart.png", 4);
+            const small = tools.steepestEdge(plain, Qt.rect(corner.x, corner.y, 20, 4));
+            const sharp = tools.steepestEdge(large, Qt.rect(corner.x * 4, corner.y * 4, 80, 16));
+            verify(small > 60);
+            verify(sharp >= 0.9 * small, "an edge of " + sharp + " after " + small);
+        }
+
+        function test_theScreenStaysAsItIsWhileAChartIsDrawnLarger() {
+            showAnEdge(scene.chart, scene.bars);
+            const before = tools.grab(scene.Window.window);
+            const during = [];
+            for (let i = 0; i < 5; ++i) {
+                plot.exportImage(tools.temporaryPath("aside.png"), 3);
+                during.push(tools.grab(scene.Window.window)); // a frame of its own, with the picture taken in it
+            }
+            tryCompare(spy, "count", 5);
+            during.push(tools.grab(scene.Window.window));
+            for (const picture of during)
+                verify(tools.areSame(picture, before, rectIn(scene.chart, scene)));
+        }
+
+        function test_aBorderKeepsItsShareOfThePicture() {
+            const area = createTemporaryObject(areaComponent, scene, { chartArea: scene.chart });
+            verify(area);
+            scene.bars.visible = false;
+            settle();
+            const y = place(area).y;
+            // Three pixels of the plot, whatever the picture's size.
+            for (const upsize of [1, 4]) {
+                const path = exported("border" + upsize + ".png", upsize);
+                const isRed = (away) => tools.imagePixel(path, 300 * upsize, Math.round((y + away) * upsize)).g < 0.5;
+                compare([-4, -1, 0, 3].map(isRed), [false, true, true, false], "at " + upsize);
+            }
+        }
+
+        /// Where the flat border of the area lies in the plot.
+        function place(area) {
+            const zoom = scene.chart.zoomRect;
+            const y = scene.chart.height - (area.data[0] - zoom.y) / zoom.height * scene.chart.height;
+            return scene.chart.mapToItem(plot, 0, Math.round(y));
         }
 
         function test_aPictureDoesNotDisturbTheView() {
