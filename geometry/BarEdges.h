@@ -59,7 +59,7 @@ private:
     double appendBlock(double position, int first, int end);
     void raiseMaximum(int first, int end);
 
-    static constexpr int blockSize = 256; // bars: a scan of one costs about as much as the search for it
+    static constexpr int blockSize = 64; // bars: a scan of one costs less than the search for it
 
     QVector<double> m_pairs;
     QVector<double> m_blockEdges;  ///< every blockSize-th edge, from edge 0
