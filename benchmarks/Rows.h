@@ -37,3 +37,4 @@ void addPlotterRows();
 void addFilterRows();
 void addReadingRows();
 void addQueryRows();
+void addStoreRows();

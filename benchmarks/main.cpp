@@ -20,6 +20,7 @@ int main(int argc, char *argv[])
     addFilterRows();
     addReadingRows();
     addQueryRows();
+    addStoreRows();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;
