@@ -8,14 +8,6 @@
 
 namespace {
 
-qint64 slotsFor(qint64 count)
-{
-    qint64 slots = 256; // a cell of the uppermost level
-    while (slots * chunkSize < count)
-        slots *= 2;
-    return slots;
-}
-
 /// Whether T can hold the value; a fraction is rounded.
 template <class T, class U>
 bool canHold(U value)
@@ -41,12 +33,9 @@ T converted(U value)
 } // namespace
 
 template <class T>
-SeriesOf<T>::SeriesOf(qint64 slots)
+SeriesOf<T>::SeriesOf(qint64 chunks)
     : SeriesData(sampleTypeOf<T>()),
-      m_slots(slots),
-      m_chunks(m_slots),
-      m_fifth(m_slots / 16),
-      m_sixth(m_slots / 256),
+      m_directory(chunks),
       m_isExternal(false),
       m_isBuilt(true)
 {
@@ -55,10 +44,7 @@ SeriesOf<T>::SeriesOf(qint64 slots)
 template <class T>
 SeriesOf<T>::SeriesOf(const void *values, qint64 count, std::shared_ptr<const void> owner)
     : SeriesData(sampleTypeOf<T>()),
-      m_slots(slotsFor(count)),
-      m_chunks(m_slots),
-      m_fifth(m_slots / 16),
-      m_sixth(m_slots / 256),
+      m_directory((count + chunkSize - 1) >> chunkBits),
       m_owner(std::move(owner)),
       m_isExternal(true),
       m_isBuilt(count < 1)
@@ -66,7 +52,7 @@ SeriesOf<T>::SeriesOf(const void *values, qint64 count, std::shared_ptr<const vo
     for (qint64 first = 0; first < count; first += chunkSize) {
         m_held.push_back(std::make_shared<Chunk>());
         m_held.back()->values = static_cast<const char *>(values) + bytesOf(first);
-        m_chunks[first >> chunkBits] = m_held.back().get();
+        m_directory.put(first >> chunkBits, *m_held.back());
     }
     m_unbuilt = int(m_held.size());
     m_end.store(std::max(count, qint64(0)), std::memory_order_release);
@@ -125,17 +111,16 @@ SRoom SeriesOf<T>::room()
         return {};
     const qint64 end = this->end();
     const qint64 inside = end & (chunkSize - 1);
-    const bool isThere = !m_held.empty() && m_chunks[(end >> chunkBits) & (m_slots - 1)] == m_held.back().get();
-    if (!isThere && !addChunk(end >> chunkBits))
+    if (end >> chunkBits == m_nextChunk && !addChunk())
         return {};
     return {reinterpret_cast<char *>(m_held.back()->ownValues.get() + inside), chunkSize - inside};
 }
 
 template <class T>
-bool SeriesOf<T>::addChunk(qint64 number)
+bool SeriesOf<T>::addChunk()
 {
     // The slot may still be that of a chunk which a snapshot sees.
-    if ((number - m_slots + 1) * chunkSize > m_pins->seenFrom())
+    if ((m_nextChunk - m_directory.size() + 1) * chunkSize > m_pins->seenFrom())
         return false;
     try {
         auto chunk = std::make_shared<Chunk>();
@@ -143,11 +128,12 @@ bool SeriesOf<T>::addChunk(qint64 number)
         chunk->ownCells.reset(new ChunkCells<T>);
         chunk->values = reinterpret_cast<const char *>(chunk->ownValues.get());
         chunk->cells = chunk->ownCells.get();
+        m_directory.put(m_nextChunk, *chunk);
         m_held.push_back(std::move(chunk));
     } catch (const std::bad_alloc &) {
         return false;
     }
-    m_chunks[number & (m_slots - 1)] = m_held.back().get();
+    ++m_nextChunk;
     return true;
 }
 
@@ -161,26 +147,8 @@ void SeriesOf<T>::publish(qint64 count)
     const Chunk &chunk = *m_held.back();
     chunk.ownCells->build(chunk.values, int(inside), int(inside + count));
     if (inside + count == chunkSize)
-        includeInUpper(before >> chunkBits);
+        m_directory.includeInUpper(before >> chunkBits);
     m_end.store(before + count, std::memory_order_release);
-}
-
-/// Adds a complete chunk to the cells above it. Nobody reads those before they are complete, and then the chunks they
-/// stand for may be gone.
-template <class T>
-void SeriesOf<T>::includeInUpper(qint64 number)
-{
-    const ChunkCells<T> &cells = *chunk(number).cells.load(std::memory_order_acquire);
-    Upper &fifth = upper(5, number / 16);
-    if (number % 16 == 0)
-        fifth = Upper();
-    fifth.include({cells.cell(chunkLevel, 0), cells.positive(chunkLevel, 0), cells.statistics()});
-    if (number % 16 != 15)
-        return;
-    Upper &sixth = upper(6, number / 256);
-    if (number % 256 == 15)
-        sixth = Upper();
-    sixth.include(fifth);
 }
 
 template <class T>
@@ -246,7 +214,7 @@ template <class T>
 void SeriesOf<T>::finishBuilding()
 {
     for (qint64 number = 0; number < end() >> chunkBits; ++number)
-        includeInUpper(number);
+        m_directory.includeInUpper(number);
     m_isBuilt.store(true, std::memory_order_release);
 }
 

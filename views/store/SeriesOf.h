@@ -2,71 +2,19 @@
 #pragma once
 
 #include "common/ParallelParts.h"
-#include "views/store/Cells.h"
+#include "views/store/Directory.h"
 #include "views/store/SeriesData.h"
 
-#include <cstdlib>
 #include <deque>
 #include <memory>
-#include <new>
 
-/// 2^18 values and their cells. It never moves.
-template <class T>
-struct SChunk
-{
-    const char *values = nullptr;         ///< its own or external
-    std::atomic<ChunkCells<T> *> cells{}; ///< null while external values wait for their cells
-    std::unique_ptr<T[]> ownValues;       ///< null if they are external
-    std::unique_ptr<ChunkCells<T>> ownCells;
-    std::atomic<bool> isTaken{false}; ///< somebody builds the cells
-};
-
-/// What is known about a cell of the levels above the chunks.
-template <class T>
-struct SUpperCell
-{
-    SCell<T> cell;
-    T positive = 0; ///< the smallest value above zero, or 0
-    SStatistics statistics;
-
-    void include(const SUpperCell &part)
-    {
-        cell.include(part.cell);
-        positive = smallerPositive(positive, part.positive);
-        statistics.include(part.statistics);
-    }
-};
-
-/// Memory for `count` elements, all zero, of which only the pages that are written cost something.
-template <class Element>
-class LazyArray
-{
-public:
-    explicit LazyArray(qint64 count) : m_elements(static_cast<Element *>(std::calloc(size_t(count), sizeof(Element))))
-    {
-        if (!m_elements)
-            throw std::bad_alloc();
-    }
-    Element &operator[](qint64 i) const { return m_elements.get()[i]; }
-
-private:
-    struct SFree
-    {
-        void operator()(Element *elements) const { std::free(elements); }
-    };
-    std::unique_ptr<Element[], SFree> m_elements;
-};
-
-/// A series of values of type T. The directory of its chunks is a ring that is allocated once: an index goes on for
-/// ever, and what was dropped makes room.
+/// A series of values of type T.
 template <class T>
 class SeriesOf final : public SeriesData
 {
 public:
-    static constexpr qint64 mostChunks = qint64(1) << 18;
-
-    /// `slots`: the most chunks that can be held, a power of two, at least 256.
-    explicit SeriesOf(qint64 slots = mostChunks);
+    /// `chunks`: how many can be held, at least.
+    explicit SeriesOf(qint64 chunks = Directory<T>::mostChunks);
     SeriesOf(const void *values, qint64 count, std::shared_ptr<const void> owner);
 
     bool isExternal() const override { return m_isExternal; }
@@ -90,7 +38,6 @@ protected:
 
 private:
     using Chunk = SChunk<T>;
-    using Upper = SUpperCell<T>;
     static constexpr qint64 bytesOf(qint64 values) { return values * qint64(sizeof(T)); }
 
     // SeriesOf.cpp: the thread that appends, or builds
@@ -98,20 +45,14 @@ private:
     bool appendSame(const char *values, qint64 count);
     template <class U>
     bool appendOther(const char *values, qint64 count);
-    bool addChunk(qint64 number);
-    void includeInUpper(qint64 number);
+    bool addChunk();
     void buildChunk(Chunk &chunk, int count) const;
     void buildPart(int part);
     void finishBuilding();
 
     // SeriesOf_query.cpp: any thread
 
-    Chunk &chunk(qint64 number) const { return *m_chunks[number & (m_slots - 1)]; }
-    Chunk &chunkOf(qint64 index) const { return chunk(index >> chunkBits); }
-    Upper &upper(int level, qint64 cell) const
-    {
-        return level == 5 ? m_fifth[cell & (m_slots / 16 - 1)] : m_sixth[cell & (m_slots / 256 - 1)];
-    }
+    Chunk &chunkOf(qint64 index) const { return m_directory.chunk(index >> chunkBits); }
     const char *valuesAt(qint64 index) const { return chunkOf(index).values + bytesOf(index & (chunkSize - 1)); }
     T value(qint64 index) const { return loadValue<T>(valuesAt(index), 0); }
     int topLevel() const { return isBuilt() ? levelCount : chunkLevel; }
@@ -125,11 +66,9 @@ private:
     T positiveOf(int level, qint64 number) const;
     qint64 includeBlocks(SStatistics &statistics, qint64 from, qint64 to) const;
 
-    const qint64 m_slots; ///< a power of two, at least 256
-    LazyArray<Chunk *> m_chunks;
-    LazyArray<Upper> m_fifth;
-    LazyArray<Upper> m_sixth;
+    Directory<T> m_directory;
     std::deque<std::shared_ptr<Chunk>> m_held; ///< of the thread that appends
+    qint64 m_nextChunk = 0;                    ///< of the thread that appends: the number of the chunk to come
     std::shared_ptr<const void> m_owner;       ///< of external memory
     const bool m_isExternal;
     std::atomic<bool> m_isBuilt;

@@ -31,7 +31,7 @@ template <class T>
 bool SeriesOf<T>::cellAt(int level, qint64 cell, SCell<T> &found) const
 {
     if (level > chunkLevel) {
-        found = upper(level, cell).cell;
+        found = m_directory.upper(level, cell).cell;
         return true;
     }
     int inside = 0;
@@ -69,7 +69,7 @@ template <class T>
 void SeriesOf<T>::includeCell(SExtremes &extremes, int level, qint64 number) const
 {
     if (level > chunkLevel) {
-        const Upper &cell = upper(level, number);
+        const SUpperCell<T> &cell = m_directory.upper(level, number);
         include(extremes, cell.cell);
         extremes.hasGap |= cell.statistics.count < qint64(1) << cellBits(level);
         return;
@@ -134,7 +134,7 @@ template <class T>
 T SeriesOf<T>::positiveOf(int level, qint64 number) const
 {
     if (level > chunkLevel)
-        return upper(level, number).positive;
+        return m_directory.upper(level, number).positive;
     int inside = 0;
     const ChunkCells<T> *cells = cellsOf(level, number, inside);
     const qint64 size = qint64(1) << cellBits(level);
@@ -176,7 +176,7 @@ qint64 SeriesOf<T>::includeBlocks(SStatistics &statistics, qint64 from, qint64 t
         if (from % size != 0 || from + size > to)
             continue;
         if (level > chunkLevel) {
-            statistics.include(upper(level, from / size).statistics);
+            statistics.include(m_directory.upper(level, from / size).statistics);
             return from + size;
         }
         if (const ChunkCells<T> *cells = chunkOf(from).cells.load(std::memory_order_acquire))
@@ -216,7 +216,7 @@ qint64 SeriesOf<T>::nextGap(qint64 from, qint64 to) const
         from, to, topLevel(),
         [&](int level, qint64 number) {
             if (level > chunkLevel)
-                return upper(level, number).statistics.count < qint64(1) << cellBits(level);
+                return m_directory.upper(level, number).statistics.count < qint64(1) << cellBits(level);
             int inside = 0;
             const ChunkCells<T> *cells = cellsOf(level, number, inside);
             const int finest = 1 << (cellBits(level) - cellBits(1));
