@@ -57,7 +57,7 @@ bool InputFile::open(const QString &path)
     // Without waiting: the other end of a pipe may never come.
     setDescriptor(m_isStandardInput ? duplicate(STDIN_FILENO)
                                     : ::open(encoded.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    if (m_descriptor >= 0 && !m_isStream && !m_isStandardInput)
+    if (m_descriptor >= 0 && m_wakeup.follows() && !m_isStream && !m_isStandardInput)
         watch(encoded);
     return m_error == 0;
 }
@@ -76,7 +76,7 @@ void InputFile::setDescriptor(int descriptor)
     m_device = status.st_dev;
     m_inode = status.st_ino;
     if (m_isStandardInput && !m_isStream)
-        m_position = std::max<off_t>(lseek(descriptor, 0, SEEK_CUR), 0);
+        m_given = m_position = std::max<off_t>(lseek(descriptor, 0, SEEK_CUR), 0);
 }
 
 /// Copies a resource to memory that is read like a file.
@@ -112,6 +112,7 @@ InputFile::Got InputFile::read(char *bytes, qint64 most, qint64 &count)
     if (count > 0) {
         std::memcpy(bytes, m_front.constData(), size_t(count));
         m_front.remove(0, int(count));
+        m_given += count;
         return Got::Bytes;
     }
     if (m_isStream && !canBeReadNow(m_descriptor))
@@ -124,6 +125,7 @@ InputFile::Got InputFile::read(char *bytes, qint64 most, qint64 &count)
         return got < 0 ? Got::Error : Got::End;
     count = got;
     m_position += count;
+    m_given += count;
     remember(bytes, count);
     return Got::Bytes;
 }
@@ -131,6 +133,7 @@ InputFile::Got InputFile::read(char *bytes, qint64 most, qint64 &count)
 void InputFile::putBack(const QByteArray &bytes)
 {
     m_front = bytes + m_front;
+    m_given -= bytes.size();
 }
 
 void InputFile::wait(int milliseconds)

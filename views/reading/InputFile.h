@@ -6,6 +6,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <atomic>
+
 #include <sys/types.h>
 
 /// Bytes of a file, a pipe, a device or standard input, read without ever being stuck in it. For one thread at a time.
@@ -38,7 +40,8 @@ public:
     bool isStream() const { return m_isStream; } ///< without size and positions: a pipe, a socket, a terminal
     bool isStandardInput() const { return m_isStandardInput; }
     qint64 size() const; ///< now; -1 if it isn't known
-    qint64 position() const { return m_position - m_front.size(); }
+    /// How many bytes were read and not put back. Any thread.
+    qint64 position() const { return m_given; }
     int descriptor() const { return m_descriptor; }
     QString errorString() const; ///< why opening or reading failed: "it doesn't exist", for people
     bool isMissing() const;      ///< whether opening failed because there is no such file
@@ -70,7 +73,8 @@ private:
     bool m_hasSize = false; ///< files of /proc say 0
     dev_t m_device = 0;
     ino_t m_inode = 0;
-    qint64 m_position = 0; ///< bytes taken from the descriptor
-    QByteArray m_front;    ///< put back
-    QByteArray m_tail;     ///< the last bytes that were read
+    qint64 m_position = 0;          ///< bytes taken from the descriptor
+    std::atomic<qint64> m_given{0}; ///< the same without what was put back
+    QByteArray m_front;             ///< put back
+    QByteArray m_tail;              ///< the last bytes that were read
 };
