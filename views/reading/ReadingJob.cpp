@@ -3,8 +3,10 @@
 
 #include "views/reading/SampleReading.h"
 #include "views/reading/TextReading.h"
+#include "views/store/SeriesData.h"
 
 #include <algorithm>
+#include <system_error>
 #include <thread>
 
 namespace {
@@ -18,7 +20,17 @@ std::shared_ptr<ReadingJob> ReadingJob::start(const SReadingRequest &request, st
     const std::shared_ptr<ReadingJob> job(new ReadingJob(request));
     job->m_changed = std::move(changed);
     job->m_wakeup.follow(request.follows);
-    std::thread([job] { job->run(); }).detach();
+    job->m_wakeup.hold(request.isHeld);
+    try {
+        std::thread([job] { job->run(); }).detach();
+    } catch (const std::system_error &) {
+        job->update([](SReadingState &state) {
+            state.status = SReadingState::Status::Error;
+            state.error = QStringLiteral("There is no thread left to read with: too much is running at once");
+            state.ended = true;
+        });
+        job->m_hasEnded = true;
+    }
     return job;
 }
 
@@ -60,6 +72,13 @@ void ReadingJob::fail(const InputFile &file, const QString &words)
         state.status = SReadingState::Status::Error;
         state.error = file.name() + QLatin1Char(' ') + words;
     });
+}
+
+void ReadingJob::dropExcess(SeriesData &series) const
+{
+    const qint64 most = m_maximumCount;
+    if (most > 0 && series.end() - series.begin() > most)
+        series.dropBefore(series.end() - most);
 }
 
 void ReadingJob::noteProgress(const InputFile &file, qint64 values)

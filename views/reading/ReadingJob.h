@@ -6,6 +6,7 @@
 
 #include <QElapsedTimer>
 
+#include <atomic>
 #include <condition_variable>
 #include <functional>
 #include <memory>
@@ -23,6 +24,8 @@ public:
 
     SReadingState state() const;
     Wakeup &wakeup() { return m_wakeup; }
+    /// Lets older values go, in whole chunks; 0 keeps all.
+    void keepAtMost(qint64 count) { m_maximumCount = count; }
     /// Cancels, and calls nobody back any more.
     void forget();
     /// Waits until the thread has ended, but not longer than so many milliseconds. Returns whether it has.
@@ -36,6 +39,8 @@ public:
     void fail(const InputFile &file, const QString &words);
     /// Why the file is read once more, to be said with what was detected; empty for the first time.
     const QString &reason() const { return m_reason; }
+    /// Lets go of values beyond those that are to be kept. Called by whoever appends.
+    void dropExcess(SeriesData &series) const;
     /// Notes how far the file is read; `values` so far.
     void noteProgress(const InputFile &file, qint64 values);
     /// Sets which of the series is shown and which is x. False if there is no such column, which is an error then.
@@ -62,6 +67,7 @@ private:
 
     const SReadingRequest m_request;
     Wakeup m_wakeup;
+    std::atomic<qint64> m_maximumCount{0};
 
     mutable std::mutex m_mutex;
     SReadingState m_state;

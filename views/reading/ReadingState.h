@@ -34,7 +34,8 @@ struct SReadingRequest
     bool rawBigEndian = false;
     qint64 rawOffset = 0;
     bool follows = false;
-    qint64 mapFrom = 0; ///< bytes; larger files are mapped if they can be
+    bool isHeld = false; ///< begins only when it's told to
+    qint64 mapFrom = 0;  ///< bytes; larger files are mapped if they can be
 };
 
 /// One series that was found.

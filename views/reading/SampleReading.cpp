@@ -246,6 +246,8 @@ bool SampleReading::append(const char *bytes, qint64 frames)
 /// Tells how far it is. `finished`: everything that is there was read.
 void SampleReading::report(bool finished)
 {
+    for (const std::shared_ptr<SeriesData> &series : m_series)
+        m_job.dropExcess(*series);
     m_job.noteProgress(m_file, m_frames);
     if (!finished)
         return;

@@ -8,6 +8,7 @@
 #include <QPointer>
 #include <QUrl>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -72,6 +73,7 @@ bool SeriesReader::makeRequest(SReadingRequest &request, QString &error) const
     request.rawBigEndian = m_byteOrder == BigEndian;
     request.rawOffset = qint64(m_offset);
     request.follows = m_follow;
+    request.isHeld = !m_running;
     request.mapFrom = m_mapFrom;
     return error.isEmpty();
 }
@@ -129,8 +131,7 @@ void SeriesReader::start()
         if (!m_isPending.exchange(true))
             QMetaObject::invokeMethod(this, &SeriesReader::showState, Qt::QueuedConnection);
     });
-    if (!m_running)
-        m_job->wakeup().hold(true);
+    keepAtMost();
 }
 
 void SeriesReader::reload()
@@ -190,8 +191,10 @@ void SeriesReader::showSeries(const SReadingState &state)
     m_columnNames.clear();
     m_columnUnits.clear();
     for (int i = 0; i < int(state.series.size()); ++i) {
-        if (i == m_stores.size())
+        if (i == m_stores.size()) {
             m_stores.append(new SeriesStore(this));
+            connect(m_stores.last(), &SeriesStore::maximumCountChanged, this, &SeriesReader::keepAtMost);
+        }
         const SReadSeries &series = state.series.at(i);
         m_stores.at(i)->setComplete(state.ended);
         m_stores.at(i)->setStartTime(series.startTime);
@@ -205,6 +208,16 @@ void SeriesReader::showSeries(const SReadingState &state)
     for (SeriesStore *store : left)
         store->deleteLater();
     emit storesChanged();
+}
+
+/// All columns keep as many values as the one that may keep most: x and the values belong together.
+void SeriesReader::keepAtMost()
+{
+    qint64 most = 0;
+    for (const SeriesStore *store : qAsConst(m_stores))
+        most = std::max(most, qint64(store->maximumCount()));
+    if (m_job)
+        m_job->keepAtMost(most);
 }
 
 void SeriesReader::setStatus(Status status, const QString &error)

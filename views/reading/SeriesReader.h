@@ -173,6 +173,7 @@ private:
     bool makeRequest(SReadingRequest &request, QString &error) const;
     void showState();
     void showSeries(const SReadingState &state);
+    void keepAtMost();
     void showCounts(const SReadingState &state);
     void setStatus(Status status, const QString &error);
 

@@ -3,6 +3,7 @@
 
 #include "common/HelperThreads.h"
 #include "views/reading/TextPump.h"
+#include "views/store/SeriesData.h"
 
 #include <cstring>
 
@@ -169,6 +170,10 @@ TextReading::Next TextReading::readAll()
 /// Tells how far it is. `finished`: everything that is there was read.
 void TextReading::report(TextSink &sink, bool finished)
 {
+    for (int i = 0; i < int(m_layout->columns.size()); ++i) {
+        if (sink.series(i))
+            m_job.dropExcess(*sink.series(i));
+    }
     m_job.noteProgress(m_file, sink.rows());
     m_job.update([&](SReadingState &state) {
         state.badLines = sink.badLines();

@@ -138,6 +138,9 @@ bool SeriesStore::isComplete() const
 void SeriesStore::setComplete(bool complete)
 {
     m_isFilled = complete;
+    m_state->setFilledElsewhere(!complete);
+    if (complete)
+        m_state->setMaximumCount(m_state->maximumCount()); // what came meanwhile may be too much
     showChanges();
 }
 

@@ -84,7 +84,7 @@ void StoreState::setMaximumCount(qint64 count)
 {
     m_maximumCount = std::max(count, qint64(0));
     const std::unique_lock lock(m_appending, std::try_to_lock);
-    if (lock.owns_lock()) // else who appends looks at it
+    if (lock.owns_lock() && !m_isFilledElsewhere) // else who appends looks at it
         dropExcess(*data());
     announce();
 }

@@ -26,6 +26,8 @@ public:
     bool append(SampleType type, const void *values, qint64 count);
     qint64 maximumCount() const { return m_maximumCount; }
     void setMaximumCount(qint64 count);
+    /// Whether another thread fills the series itself. Then that thread lets values go, too.
+    void setFilledElsewhere(bool isFilledElsewhere) { m_isFilledElsewhere = isFilledElsewhere; }
 
     /// Has the store tell its thread that something changed: one queued call while none is pending.
     void announce();
@@ -42,4 +44,5 @@ private:
     std::shared_ptr<SeriesData> m_data;
     std::atomic<qint64> m_maximumCount{0};
     std::atomic<bool> m_isPending{false};
+    std::atomic<bool> m_isFilledElsewhere{false};
 };
