@@ -36,5 +36,6 @@ void addSeriesRows();
 void addPlotterRows();
 void addFilterRows();
 void addReadingRows();
+void addReaderRows();
 void addQueryRows();
 void addStoreRows();

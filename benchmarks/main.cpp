@@ -19,6 +19,7 @@ int main(int argc, char *argv[])
     addPlotterRows();
     addFilterRows();
     addReadingRows();
+    addReaderRows();
     addQueryRows();
     addStoreRows();
     benchmark::Initialize(&argc, argv);
