@@ -31,6 +31,10 @@ signals:
     void borderWidthChanged();
     void baselineChanged();
 
+protected:
+    void drawValues(const SeriesSnapshot &values, const SeriesPlaces &places, const ColumnGrid &grid,
+                    const RowScale &rows, double ratio, SSeriesShape &shape) const override;
+
 private:
     QColor m_borderColor;
     double m_borderWidth = 0.0;

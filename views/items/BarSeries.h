@@ -20,6 +20,11 @@ public:
 signals:
     void baselineChanged();
 
+protected:
+    void drawValues(const SeriesSnapshot &values, const SeriesPlaces &places, const ColumnGrid &grid,
+                    const RowScale &rows, double ratio, SSeriesShape &shape) const override;
+    bool isBars() const override { return true; }
+
 private:
     double m_baseline = 0.0;
 };

@@ -18,22 +18,17 @@ double shortened(double step)
     return std::ldexp(std::floor(std::ldexp(mantissa, stepBits)), exponent - stepBits);
 }
 
-/// How much of a step may be rounding of the view's ends, as a part of it.
-double roundingOf(double from, double to)
-{
-    const double farthest = std::max(std::abs(from), std::abs(to));
-    return std::ldexp(1.0, -stepBits) + 4.0 * std::numeric_limits<double>::epsilon() * farthest / (to - from);
-}
-
 } // namespace
 
-ColumnGrid ColumnGrid::over(double from, double to, int count, double previousStep)
+ColumnGrid ColumnGrid::over(double from, double to, int count, double previousStep, double doubt)
 {
     ColumnGrid grid;
     const double wanted = (to - from) / count;
     if (count <= 0 || !std::isfinite(from) || !(wanted > 0.0) || !std::isfinite(wanted))
         return grid;
-    const bool isSameZoom = std::abs(wanted - previousStep) <= wanted * roundingOf(from, to);
+    const double farthest = std::max(std::abs(from), std::abs(to));
+    const double rounding = doubt + 4.0 * std::numeric_limits<double>::epsilon() * farthest;
+    const bool isSameZoom = std::abs(wanted - previousStep) <= std::ldexp(wanted, -stepBits) + 2.0 * rounding / count;
     grid.step = isSameZoom && previousStep > 0.0 ? previousStep : shortened(wanted);
     const double first = std::round(from / grid.step);
     if (!(std::abs(first) < std::ldexp(1.0, 62))) // so far away that neighbours can't be told apart

@@ -15,7 +15,8 @@ struct ColumnGrid
     /// The columns of a view from place `from` to place `to` on `count` device pixels; empty if that is no view. The
     /// left edge is rounded to a whole column. `previousStep` is the step of the frame before, 0 if there is none: it's
     /// kept where the difference is no more than what rounding makes of a pan.
-    static ColumnGrid over(double from, double to, int count, double previousStep);
+    /// `doubt` is how far the ends may be off, because they come from larger numbers.
+    static ColumnGrid over(double from, double to, int count, double previousStep, double doubt = 0.0);
 
     bool isEmpty() const { return count == 0; }
     /// The place of the left edge of a column, counted from the left edge of the view. The same for a column of the

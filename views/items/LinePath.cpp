@@ -8,6 +8,7 @@ namespace {
 
 constexpr int fewInColumn = 8;
 constexpr double farOutside = 4096.0; // pixels beyond the view: lines end there, so that floats can hold them
+constexpr double xGrid = 1024.0;      // steps of a pixel: a pan by whole pixels moves each point by exactly as much
 
 bool isInPiece(const LinePath &path)
 {
@@ -81,7 +82,8 @@ private:
 
     void addPoint(qint64 index, double value)
     {
-        m_path.points.emplace_back(m_grid.pixelOf(m_places.placeOf(index)), m_rows.yOf(value));
+        const double x = std::nearbyint(m_grid.pixelOf(m_places.placeOf(index)) * xGrid) / xGrid;
+        m_path.points.emplace_back(x, m_rows.yOf(value));
     }
 
     LinePath &m_path;

@@ -2,13 +2,17 @@
 #include "views/items/LineSeries.h"
 
 #include "common/Change.h"
+#include "views/items/LineShape.h"
+
+#include <algorithm>
+#include <cmath>
 
 LineSeries::LineSeries(QObject *parent) : PlotSeries(parent) {}
 
 void LineSeries::setWidth(double width)
 {
     const bool smoothBefore = antialiasing();
-    if (!change(m_width, width))
+    if (!isFinite(width, "width") || !change(m_width, width))
         return;
     emit widthChanged();
     if (antialiasing() != smoothBefore)
@@ -39,4 +43,18 @@ void LineSeries::setSmoothing(Smoothing smoothing)
     if (antialiasing() != before)
         emit antialiasingChanged();
     emit redrawNeeded();
+}
+
+void LineSeries::drawValues(const SeriesSnapshot &values, const SeriesPlaces &places, const ColumnGrid &grid,
+                            const RowScale &rows, double ratio, SSeriesShape &shape) const
+{
+    const double width = std::max(m_width * ratio, 1.0);
+    const bool isSmooth = m_smoothing == Smoothing::ByWidth ? width > 1.0 : m_smoothing == Smoothing::On;
+    if (!isSmooth && width <= 1.0) {
+        addThinLine(shape.fill, values, places, grid, rows);
+        return;
+    }
+    shape.pen = {width, isSmooth};
+    shape.pathColor = color();
+    addPath(shape.path, values, places, grid, rows, int(std::min(width, 1e3)));
 }

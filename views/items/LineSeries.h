@@ -27,6 +27,10 @@ signals:
     void widthChanged();
     void antialiasingChanged();
 
+protected:
+    void drawValues(const SeriesSnapshot &values, const SeriesPlaces &places, const ColumnGrid &grid,
+                    const RowScale &rows, double ratio, SSeriesShape &shape) const override;
+
 private:
     enum class Smoothing { ByWidth, Off, On };
 

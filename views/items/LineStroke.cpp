@@ -10,6 +10,12 @@ constexpr size_t mostPoints = 65'000;
 constexpr int sectionSize = 4;   // points of a cut through the line: the seam, the line, the line, the seam
 constexpr double sharpest = 0.5; // the cosine of half the angle by which a bend may turn and still be mitred
 
+/// On a grid that is as fine as that of graphics cards, so that a pan by whole pixels moves all by exactly as much.
+double onGrid(double place)
+{
+    return std::nearbyint(place * 256.0) / 256.0;
+}
+
 /// To the left of a direction, as one looks along it on the screen.
 QPointF normalOf(const QPointF &direction)
 {
@@ -112,7 +118,7 @@ private:
 
     static void addPoint(SStrokePart &part, const QPointF &point, float coverage)
     {
-        part.points.push_back({float(point.x()), float(point.y()), coverage});
+        part.points.push_back({float(onGrid(point.x())), float(onGrid(point.y())), coverage});
     }
 
     static void joinSections(SStrokePart &part, quint16 second)

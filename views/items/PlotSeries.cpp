@@ -3,10 +3,20 @@
 
 #include "common/Change.h"
 
+#include <qqmlinfo.h>
+
 #include <algorithm>
 #include <cmath>
 
-PlotSeries::PlotSeries(QObject *parent) : QObject(parent) {}
+PlotSeries::PlotSeries(QObject *parent) : QObject(parent), m_values(this), m_places(this)
+{
+    connect(&m_values, &SeriesSource::givenChanged, this, &PlotSeries::storeChanged);
+    connect(&m_values, &SeriesSource::valuesChanged, this, &PlotSeries::valuesChanged);
+    connect(&m_values, &SeriesSource::changed, this, &PlotSeries::tellOfData);
+    connect(&m_places, &SeriesSource::givenChanged, this, &PlotSeries::xStoreChanged);
+    connect(&m_places, &SeriesSource::valuesChanged, this, &PlotSeries::xValuesChanged);
+    connect(&m_places, &SeriesSource::changed, this, &PlotSeries::lookAtPlaces);
+}
 
 void PlotSeries::setName(const QString &name)
 {
@@ -53,7 +63,7 @@ void PlotSeries::setOpacity(double opacity)
 
 void PlotSeries::setStart(double start)
 {
-    if (!changeExactly(m_start, start))
+    if (!isFinite(start, "start") || !changeExactly(m_start, start))
         return;
     emit startChanged();
     emit redrawNeeded();
@@ -61,6 +71,12 @@ void PlotSeries::setStart(double start)
 
 void PlotSeries::setStep(double step)
 {
+    if (!isFinite(step, "step"))
+        return;
+    if (step <= 0.0) {
+        qmlWarning(this) << "step: " << step << " isn't above 0";
+        return;
+    }
     if (!changeExactly(m_step, step))
         return;
     emit stepChanged();
@@ -69,7 +85,7 @@ void PlotSeries::setStep(double step)
 
 void PlotSeries::setXOffset(double xOffset)
 {
-    if (!changeExactly(m_xOffset, xOffset))
+    if (!isFinite(xOffset, "xOffset") || !changeExactly(m_xOffset, xOffset))
         return;
     emit xOffsetChanged();
     emit redrawNeeded();
@@ -80,4 +96,11 @@ void PlotSeries::setHoverable(bool hoverable)
     if (!change(m_hoverable, hoverable))
         return;
     emit hoverableChanged();
+}
+
+bool PlotSeries::isFinite(double value, const char *name) const
+{
+    if (!std::isfinite(value))
+        qmlWarning(this) << name << ": " << value << " isn't a finite number";
+    return std::isfinite(value);
 }

@@ -137,7 +137,7 @@ void PlotView::addSeries(PlotSeries *series)
     if (!series || m_series.contains(series))
         return;
     m_series.append(series);
-    new SeriesItem(*this, *series, m_seriesLayer);
+    m_pictures.append(new SeriesItem(*this, *series, m_seriesLayer));
     connect(series, &QObject::destroyed, this, &PlotView::forgetSeries);
     emit seriesListChanged();
 }
@@ -155,7 +155,7 @@ void PlotView::forgetSeries(QObject *series)
     const auto found = std::find(m_series.begin(), m_series.end(), series);
     if (found == m_series.end())
         return;
-    delete m_seriesLayer->childItems().at(int(found - m_series.begin()));
+    delete m_pictures.takeAt(int(found - m_series.begin()));
     m_series.erase(found);
     emit seriesListChanged();
 }

@@ -19,6 +19,7 @@ class PlotReadout;
 class PlotSeries;
 class PlotTheme;
 class PlotZoom;
+class SeriesItem;
 
 // The view holds what belongs together and no more: two axes, the list of series, the plot area. Whoever adds to it:
 //   pictures of series     SeriesItem, one for each series, children of seriesLayer(); made here
@@ -192,6 +193,7 @@ private:
     PlotTheme *m_theme = nullptr;
     FollowMode m_followMode = FollowNone;
     QVector<PlotSeries *> m_series;
+    QVector<SeriesItem *> m_pictures; ///< one for each series, in the same order
     PlotFrame *m_frame;
     PlotMarks *m_marks;
     PlotHands *m_hands;

@@ -31,6 +31,7 @@ void RangeKeeper::watchSeries()
 {
     for (PlotSeries *series : m_view.series()) {
         connect(series, &PlotSeries::redrawNeeded, this, &RangeKeeper::look, Qt::UniqueConnection);
+        connect(series, &PlotSeries::dataChanged, this, &RangeKeeper::look, Qt::UniqueConnection);
         connect(series, &PlotSeries::visibleChanged, this, &RangeKeeper::look, Qt::UniqueConnection);
     }
     look();

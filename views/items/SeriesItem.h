@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "views/items/SeriesShape.h"
+#include "views/store/SeriesSnapshot.h"
+
 #include <QPointer>
 #include <QQuickItem>
 
 class PlotSeries;
 class PlotView;
 
-/// Draws one series of a view, as a child of the view's layer of series. It covers the plot area and draws in device
-/// pixels of it. Made and deleted by the view.
+/// Draws one series of a view, as a child of the view's layer of series. It covers the plot area and draws on whole
+/// device pixels of it. Made and deleted by the view.
 class SeriesItem : public QQuickItem
 {
     Q_OBJECT
@@ -16,9 +19,24 @@ class SeriesItem : public QQuickItem
 public:
     SeriesItem(PlotView &view, PlotSeries &series, QQuickItem *layer);
 
+    /// Draws anew with the next frame.
+    void redraw();
+
+protected:
+    // render thread, GUI thread blocked
+    QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *) override;
+
 private:
     void followLook();
+    void followData();
+    void cover();
+    SSeriesFrame frame() const;
+    QSGNode *showPixels(QSGNode *node);
 
     PlotView &m_view;
+    QQuickItem &m_layer;
     QPointer<PlotSeries> m_series;
+    SSeriesShape m_shape; ///< of the last frame; the render thread writes it while the GUI thread is blocked
+    SeriesSnapshot m_seenValues;
+    SeriesSnapshot m_seenPlaces;
 };

@@ -5,8 +5,6 @@
 #include "views/items/BarSeries.h"
 #include "views/store/SeriesStore.h"
 
-#include <QVariant>
-
 namespace {
 
 constexpr double none = std::numeric_limits<double>::quiet_NaN();
@@ -21,11 +19,6 @@ double baselineOf(const PlotSeries &series)
     return none;
 }
 
-const SeriesStore *storeOf(const PlotSeries &series, const char *name)
-{
-    return series.property(name).value<SeriesStore *>();
-}
-
 } // namespace
 
 SeriesProbe::SeriesProbe(const PlotSeries &series)
@@ -36,11 +29,11 @@ SeriesProbe::SeriesProbe(const PlotSeries &series)
       m_baseline(baselineOf(series)),
       m_startTime(none)
 {
-    if (const SeriesStore *store = storeOf(series, "store")) {
+    if (const SeriesStore *store = series.valueStore()) {
         m_values = store->frameSnapshot();
         m_startTime = store->startTime();
     }
-    if (const SeriesStore *places = storeOf(series, "xStore")) {
+    if (const SeriesStore *places = series.placeStore()) {
         m_places = places->frameSnapshot();
         m_hasOwnPlaces = true;
         if (std::isnan(m_startTime))
