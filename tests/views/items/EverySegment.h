@@ -70,7 +70,8 @@ private:
             addPen(m_xs[i - 1], m_ys[i - 1], m_xs[i], m_ys[i], 0.0, 0.5);
             addPen(m_xs[i - 1], m_ys[i - 1], m_xs[i], m_ys[i], 0.5, 0.0);
         }
-        // The pixel of a first point; and of one that is just on a vertical middle, where triangles don't count both ends.
+        // The pixel of a first point; and of one that is just on a vertical middle, where triangles don't count both
+        // ends.
         const bool isFirst = i == 0 || std::isnan(m_ys[i - 1]);
         const double column = std::floor(m_xs[i]);
         if (isFirst || m_xs[i] == column + 0.5)
