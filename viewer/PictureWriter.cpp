@@ -34,8 +34,7 @@ PictureWriter::PictureWriter(QQuickWindow *window, QQuickItem *chart, const SPic
     // Queued: the render thread emits it.
     connect(window, &QQuickWindow::frameSwapped, this, &PictureWriter::frameShown, Qt::QueuedConnection);
     connect(&m_patience, &QTimer::timeout, this, [this] {
-        finish(
-            QStringLiteral("%1: the picture was still changing after %2 s").arg(m_order.path).arg(patience.count()));
+        finish(QStringLiteral("%1: the picture was still changing after %2 s").arg(m_order.path).arg(patience.count()));
     });
     m_patience.setSingleShot(true);
     m_patience.start(patience);

@@ -2,10 +2,10 @@
 #include "viewer/ViewerScene.h"
 
 #include "viewer/FileChecks.h"
+#include "viewer/LineOfBars.h"
 #include "viewer/OpaqueBars.h"
 #include "viewer/SeriesFile.h"
 #include "viewer/ViewerOptions.h"
-#include "viewer/LineOfBars.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -128,9 +128,9 @@ void tst_viewerfiles::otherLinesAreNamed_data()
     QTest::addColumn<QString>("problem");
     const auto row = [](const char *name, const QByteArray &text, bool hasNumbers, const char *line,
                         const char *advice) {
-        QTest::newRow(name)
-            << text << hasNumbers
-            << QStringLiteral("%1, which isn't a single number%2").arg(QString::fromUtf8(line), QString::fromUtf8(advice));
+        QTest::newRow(name) << text << hasNumbers
+                            << QStringLiteral("%1, which isn't a single number%2")
+                                   .arg(QString::fromUtf8(line), QString::fromUtf8(advice));
     };
     const char *commas =
         ". With points for decimal commas: tr , . <data.txt >numbers.txt; the second of two columns: "

@@ -288,7 +288,8 @@ void tst_vorlixview::aBinaryFileIsRefused()
     const QString file = fileOf(QStringLiteral("numbers.bin"), content);
     const SOutcome outcome = view({file});
     QCOMPARE(outcome.exitCode, 2);
-    QCOMPARE(outcome.errors, QStringLiteral("vorlixview: %1: not a text file; expected one number per line\n").arg(file));
+    QCOMPARE(outcome.errors,
+             QStringLiteral("vorlixview: %1: not a text file; expected one number per line\n").arg(file));
 }
 
 void tst_vorlixview::aMissingDisplayIsSaid()
@@ -746,8 +747,9 @@ void tst_vorlixview::noNumberAtAllIsAFailure_data()
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("words");
     QTest::newRow("empty") << QByteArray() << QStringLiteral("the file is empty");
-    QTest::newRow("a line of text") << QByteArray(
-        "counts\n") << QStringLiteral("line 1 is \"counts\", which isn't a single number; expected one number per line");
+    QTest::newRow("a line of text")
+        << QByteArray("counts\n")
+        << QStringLiteral("line 1 is \"counts\", which isn't a single number; expected one number per line");
     QTest::newRow("decimal commas")
         << QByteArray("1,2\n3,4\n")
         << QStringLiteral(
