@@ -19,6 +19,12 @@ struct SAxisRange
 /// Ends beyond this are brought back to it, so that no span leaves what a double holds.
 constexpr double farthestEnd = 1e300;
 
+/// What an axis shows before it knows of any values.
+inline SAxisRange firstRange(bool log)
+{
+    return log ? SAxisRange{1.0, 10.0} : SAxisRange{0.0, 1.0};
+}
+
 /// Whether a value can be an end of an axis: a number (infinity becomes farthestEnd), above 0 on a log scale.
 bool canBeAnEnd(double value, bool log);
 

@@ -13,14 +13,11 @@ namespace {
 
 constexpr int mostSubTicks = 100;
 
-SAxisRange first(bool log)
-{
-    return log ? SAxisRange{1.0, 10.0} : SAxisRange{0.0, 1.0};
-}
-
 } // namespace
 
-PlotAxis::PlotAxis(bool log, QObject *parent) : QObject(parent), m_range(first(log)), m_home(m_range), m_log(log) {}
+PlotAxis::PlotAxis(bool log, QObject *parent) : QObject(parent), m_range(firstRange(log)), m_home(m_range), m_log(log)
+{
+}
 
 bool PlotAxis::accepts(double end, const char *name)
 {

@@ -126,7 +126,8 @@ void PlotZoom::reset()
     const SAxisRange home = owner.m_keeper.homeX();
     owner.m_view.axisX()->setRange(home.min, home.max);
     const PlotAxis &y = *m_view.axisY();
-    const SAxisRange homeY = y.home(y.range());
+    SAxisRange values;
+    const SAxisRange homeY = y.home(owner.m_keeper.reach(values) ? y.range() : firstRange(y.isLog()));
     m_view.axisY()->setRange(homeY.min, homeY.max);
     m_keeper.fitY();
 }

@@ -73,7 +73,7 @@ bool RangeKeeper::reach(SAxisRange &reach) const
 SAxisRange RangeKeeper::homeX() const
 {
     const PlotAxis &axis = *m_view.axisX();
-    SAxisRange data = axis.range();
+    SAxisRange data = firstRange(axis.isLog());
     if (reach(data) && data.min == data.max)
         data = rangeAround(data.min, data.max, axis.isLog());
     return axis.home(data);

@@ -27,6 +27,7 @@ private slots:
     void theWayBackIsTheWayThere();
     void stepsOfAGestureAreOneStepBack();
     void aResetGoesHome();
+    void aResetGoesHomeWithoutValuesToo();
     void yFollowsWhatIsInView();
     void yGrowsAtOnceAndShrinksAfterARest();
     void yByHandStays();
@@ -162,6 +163,17 @@ void tst_PlotZoom::aResetGoesHome()
     view.zoomReset();
     QCOMPARE(view.axisX()->range(), (SAxisRange{20.0, 30.0}));
     QCOMPARE(view.axisY()->min(), -10.0);
+}
+
+void tst_PlotZoom::aResetGoesHomeWithoutValuesToo()
+{
+    PlotView view;
+    view.zoom()->zoomX(0.5, 0.5);
+    view.zoom()->zoomY(0.5, 0.5);
+    QCOMPARE(view.axisX()->range(), (SAxisRange{0.25, 0.75}));
+    view.zoomReset();
+    QCOMPARE(view.axisX()->range(), (SAxisRange{0.0, 1.0}));
+    QCOMPARE(view.axisY()->range(), (SAxisRange{0.0, 1.0}));
 }
 
 void tst_PlotZoom::yFollowsWhatIsInView()
