@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "chart/ChartArea.h"
 #include "plotters/BarPlotter.h"
-#include "tests/support/LogCatcher.h"
 #include "tests/support/MetaTable.h"
 #include "tests/support/ProbePlotter.h"
+#include "tests/support/QuietTest.h"
 
 #include <QtTest>
 
@@ -17,19 +17,11 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 } // namespace
 
-class tst_ChartArea : public QObject
+class tst_ChartArea : public QuietTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_log = std::make_unique<LogCatcher>(); }
-    void cleanup()
-    {
-        const QStringList messages = m_log->messages();
-        m_log.reset();
-        QCOMPARE(messages, QStringList());
-    }
-
     void itsMetaObjectIsExactlyAsDescribed();
     void aFreshAreaHasTheDefaults();
     void plottersSeeTheZoomRectangleAndTheChartRectangleStays();
@@ -56,9 +48,6 @@ private slots:
     void exportImageWithoutAWindowSaysSoAndHoldsNothing();
     void handlersMayDestroyTheArea_data();
     void handlersMayDestroyTheArea();
-
-private:
-    std::unique_ptr<LogCatcher> m_log;
 };
 
 void tst_ChartArea::itsMetaObjectIsExactlyAsDescribed()

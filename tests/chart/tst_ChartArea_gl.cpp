@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "chart/ChartArea.h"
 #include "plotters/BarPlotter.h"
-#include "tests/support/LogCatcher.h"
 #include "tests/support/ProbePlotter.h"
+#include "tests/support/QuietTest.h"
 #include "tests/support/Scene.h"
 
 #include <QtTest>
@@ -45,19 +45,11 @@ private:
 } // namespace
 
 /// Chart areas in a window, in both render loops.
-class tst_ChartArea_gl : public QObject
+class tst_ChartArea_gl : public QuietTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_log = std::make_unique<LogCatcher>(); }
-    void cleanup()
-    {
-        const QStringList messages = m_log->messages();
-        m_log.reset();
-        QCOMPARE(messages, QStringList());
-    }
-
     void aPlotterIsDrawnInEachOfItsLayers();
     void withinALayerTheZOrderDecides();
     void aZOrderThatIsNotANumberComesLast();
@@ -79,9 +71,6 @@ private slots:
 
     void exportImageWritesNoFileAndHoldsTheLastGrab();
     void grabsMayBeRequestedFasterThanFramesCome();
-
-private:
-    std::unique_ptr<LogCatcher> m_log;
 };
 
 // layers

@@ -3,9 +3,9 @@
 #include "chart/ChartRenderer.h"
 #include "plotters/SProgramShaderDefinition.h"
 #include "plotters/ShaderProgramRegistry.h"
-#include "tests/support/LogCatcher.h"
 #include "tests/support/OffscreenGL.h"
 #include "tests/support/ProbePlotter.h"
+#include "tests/support/QuietTest.h"
 #include "tests/support/Scene.h"
 
 #include <QtTest>
@@ -33,20 +33,12 @@ public:
 
 } // namespace
 
-class tst_ChartRenderer_gl : public QObject
+class tst_ChartRenderer_gl : public QuietTest
 {
     Q_OBJECT
 
 private slots:
     void initTestCase() { ShaderProgramRegistry::instance().registerProgram(&s_program); }
-    void init() { m_log = std::make_unique<LogCatcher>(); }
-    void cleanup()
-    {
-        const QStringList messages = m_log->messages();
-        m_log.reset();
-        QCOMPARE(messages, QStringList());
-    }
-
     void aChartWithoutPlottersIsTransparent();
     void theFramebufferHasNoDepthAndNoSamples();
     void aFrameStartsClearAndWithItsBlendState();
@@ -57,7 +49,6 @@ private slots:
 
 private:
     static CountedProgram s_program;
-    std::unique_ptr<LogCatcher> m_log;
 };
 
 CountedProgram tst_ChartRenderer_gl::s_program;

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "chart/IChartArea.h"
-#include "tests/support/LogCatcher.h"
+#include "tests/support/CountingArea.h"
 #include "tests/support/MetaTable.h"
 #include "tests/support/ProbePlotter.h"
+#include "tests/support/QuietTest.h"
 
 #include <QtTest>
 
@@ -15,36 +16,15 @@ namespace {
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-/// Counts the requests that were accepted: each of them fits the rectangle.
-class CountingArea : public IChartArea
-{
-public:
-    ~CountingArea() override { withdraw(); }
-    void updateChartRect() override
-    {
-        ++fits;
-        IChartArea::updateChartRect();
-    }
-    int fits = 0;
-};
-
 using Plotters = QList<IPlotter *>;
 
 } // namespace
 
-class tst_IChartArea : public QObject
+class tst_IChartArea : public QuietTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_log = std::make_unique<LogCatcher>(); }
-    void cleanup()
-    {
-        const QStringList messages = m_log->messages();
-        m_log.reset();
-        QCOMPARE(messages, QStringList());
-    }
-
     void itsMetaObjectIsExactlyAsDescribed();
     void aFreshAreaHasTheDefaults();
     void settersEmitOnlyOnChange();
@@ -95,9 +75,6 @@ private slots:
     void mapPointReturnsNotANumberAsItIs();
 
     void theRenderLockIsHeldAgainstOtherThreads();
-
-private:
-    std::unique_ptr<LogCatcher> m_log;
 };
 
 // properties

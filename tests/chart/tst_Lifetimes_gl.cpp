@@ -2,8 +2,8 @@
 #include "chart/ChartArea.h"
 #include "filters/Filter1D.h"
 #include "plotters/BarPlotter.h"
-#include "tests/support/LogCatcher.h"
 #include "tests/support/ProbePlotter.h"
+#include "tests/support/QuietTest.h"
 #include "tests/support/Scene.h"
 
 #include <QtTest>
@@ -97,19 +97,11 @@ const QByteArray streaming = R"(
 } // namespace
 
 /// Things that go while they are in use. In both render loops.
-class tst_Lifetimes_gl : public QObject
+class tst_Lifetimes_gl : public QuietTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_log = std::make_unique<LogCatcher>(); }
-    void cleanup()
-    {
-        const QStringList messages = m_log->messages();
-        m_log.reset();
-        QCOMPARE(messages, QStringList());
-    }
-
     void aPlotterThatArrivesAfterTheSynchronisationIsDrawnInTheNextFrame();
     void aPlotterThatGoesAfterTheSynchronisationIsNotDrawn();
     void anAreaThatGoesAfterTheSynchronisationIsNotDrawn();
@@ -126,9 +118,6 @@ private slots:
     void partsOfAStreamingSceneGoInAnyOrder();
     void aStreamingSceneIsTornDown_data();
     void aStreamingSceneIsTornDown();
-
-private:
-    std::unique_ptr<LogCatcher> m_log;
 };
 
 // between the two halves of a frame

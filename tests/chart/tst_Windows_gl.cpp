@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "chart/ChartArea.h"
 #include "plotters/BarPlotter.h"
-#include "tests/support/LogCatcher.h"
 #include "tests/support/ProbePlotter.h"
+#include "tests/support/QuietTest.h"
 #include "tests/support/Scene.h"
 
 #include <QtTest>
@@ -43,19 +43,11 @@ bool showsBars(const QImage &picture, const QColor &color, const QRect &part = {
 } // namespace
 
 /// Several windows, contexts that come and go, items that move. In both render loops.
-class tst_Windows_gl : public QObject
+class tst_Windows_gl : public QuietTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_log = std::make_unique<LogCatcher>(); }
-    void cleanup()
-    {
-        const QStringList messages = m_log->messages();
-        m_log.reset();
-        QCOMPARE(messages, QStringList());
-    }
-
     void twoWindowsDrawAtOnce();
     void aWindowThatFollowsAnotherDraws();
     void aWindowIsHiddenAndShown_data();
@@ -66,9 +58,6 @@ private slots:
     void aPlotterInTheListsOfTwoWindowsEndsInPeace();
     void anItemLeavesItsWindowAndComesBack();
     void anInvisibleItemIsShownInANewContext();
-
-private:
-    std::unique_ptr<LogCatcher> m_log;
 };
 
 void tst_Windows_gl::twoWindowsDrawAtOnce()

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "gl/LinkedProgram.h"
 #include "gl/PerContext.h"
-#include "tests/support/LogCatcher.h"
 #include "tests/support/OffscreenGL.h"
+#include "tests/support/QuietTest.h"
 
 #include <QtTest>
 
@@ -23,19 +23,11 @@ LinkedProgram::Sources sources(const QString &vertex, const QString &fragment)
 
 } // namespace
 
-class tst_LinkedProgram_gl : public QObject
+class tst_LinkedProgram_gl : public QuietTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_log = std::make_unique<LogCatcher>(); }
-    void cleanup()
-    {
-        const QStringList messages = m_log->messages();
-        m_log.reset();
-        QCOMPARE(messages, QStringList());
-    }
-
     void itLinksOnce();
     void aFailureIsReportedOnceHoweverOftenItIsTried_data();
     void aFailureIsReportedOnceHoweverOftenItIsTried();
@@ -43,9 +35,6 @@ private slots:
     void aFailureIsOvercomeWhenTheSourcesAreGood();
     void aGeometryStageIsTriedQuietly();
     void eachContextHasItsOwnAndItGoesWithTheContext();
-
-private:
-    std::unique_ptr<LogCatcher> m_log;
 };
 
 void tst_LinkedProgram_gl::itLinksOnce()

@@ -3,8 +3,9 @@
 #include "plotters/AreaPlotter.h"
 #include "plotters/SAreaGradientProgram.h"
 #include "plotters/SAreaPlotterProgram.h"
-#include "tests/support/LogCatcher.h"
+#include "tests/support/CountingArea.h"
 #include "tests/support/MetaTable.h"
+#include "tests/support/QuietTest.h"
 
 #include <QPointer>
 #include <QRandomGenerator>
@@ -18,18 +19,6 @@ namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-
-class CountingArea : public IChartArea
-{
-public:
-    ~CountingArea() override { withdraw(); }
-    void requestUpdate() override
-    {
-        ++requests;
-        IChartArea::requestUpdate();
-    }
-    int requests = 0;
-};
 
 /// Opens the arrays to the test.
 class OpenAreaPlotter : public AreaPlotter
@@ -79,18 +68,11 @@ QString lines(std::initializer_list<const char *> texts)
 
 } // namespace
 
-class tst_AreaPlotter : public QObject
+class tst_AreaPlotter : public QuietTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_log = std::make_unique<LogCatcher>(); }
-    void cleanup()
-    {
-        QCOMPARE(m_log->messages(), QStringList());
-        m_log.reset();
-    }
-
     void itsMetaObjectIsExactlyAsDescribed();
     void aFreshPlotterHasTheDefaults();
     void settersEmitOncePerChange();
@@ -113,9 +95,6 @@ private slots:
     void theFlatProgramIsAsDescribed();
     void theGradientProgramIsAsDescribed();
     void theSourcesAreTakenFromTheAccessors();
-
-private:
-    std::unique_ptr<LogCatcher> m_log;
 };
 
 void tst_AreaPlotter::itsMetaObjectIsExactlyAsDescribed()

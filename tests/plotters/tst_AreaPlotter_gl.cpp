@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "chart/IChartArea.h"
 #include "plotters/AreaPlotter.h"
-#include "tests/support/LogCatcher.h"
+#include "tests/support/QuietTest.h"
 #include "tests/support/Scene.h"
 
 #include <QtTest>
@@ -92,18 +92,11 @@ double polyline(const QVector<double> &data, double first, double step, double x
 
 } // namespace
 
-class tst_AreaPlotter_gl : public QObject
+class tst_AreaPlotter_gl : public QuietTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_log = std::make_unique<LogCatcher>(); }
-    void cleanup()
-    {
-        QCOMPARE(m_log->messages(), QStringList());
-        m_log.reset();
-    }
-
     void theFillLiesBetweenZeroAndTheLine();
     void theFillFollowsTheOffsetAndTheView();
     void theStripEndsWithTheLastVisibleSlot();
@@ -123,9 +116,6 @@ private slots:
     void aSeriesOfHeightZeroIsNotDrawn();
     void anInvisiblePlotterIsNotDrawn();
     void withoutAChartAreaNothingIsDrawn();
-
-private:
-    std::unique_ptr<LogCatcher> m_log;
 };
 
 void tst_AreaPlotter_gl::theFillLiesBetweenZeroAndTheLine()

@@ -3,8 +3,9 @@
 #include "gl/DecoratorShaders.h"
 #include "plotters/BarDecorator.h"
 #include "plotters/IPlotter1D.h"
-#include "tests/support/LogCatcher.h"
+#include "tests/support/CountingArea.h"
 #include "tests/support/MetaTable.h"
+#include "tests/support/QuietTest.h"
 
 #include <QElapsedTimer>
 #include <QPointer>
@@ -19,22 +20,17 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 using Plotters = QList<IPlotter *>;
 
-class CountingArea : public IChartArea
+/// Of 100 x 100 pixels that show (0, 0) to (10, 20).
+class SquareArea : public CountingArea
 {
 public:
-    CountingArea()
+    SquareArea()
     {
         setAdaptAreaToPlotters(false);
         setChartRect(QRectF(0.0, 0.0, 10.0, 20.0));
         setSize(QSizeF(100.0, 100.0));
     }
-    ~CountingArea() override { withdraw(); }
-    void requestUpdate() override
-    {
-        ++requests;
-        IChartArea::requestUpdate();
-    }
-    int requests = 0;
+    ~SquareArea() override { withdraw(); }
 };
 
 /// Remembers where it was asked; answers with `answer` when that is valid.
@@ -64,7 +60,7 @@ private:
 /// Ten bars of width 1 and values 1 to 10 in an item of 100 x 100 pixels that shows (0, 0) to (10, 20).
 struct SHovered
 {
-    CountingArea area;
+    SquareArea area;
     IPlotter1D bars;
     BarDecorator decorator;
 
@@ -86,7 +82,7 @@ struct SHovered
 /// Two plotters, one above the other, that answer with the same bar at different heights.
 struct STwoHovered
 {
-    CountingArea area;
+    SquareArea area;
     AskedPlotter low, high;
     BarDecorator decorator;
 
@@ -119,18 +115,11 @@ QString lines(const QStringList &texts)
 
 } // namespace
 
-class tst_BarDecorator : public QObject
+class tst_BarDecorator : public QuietTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_log = std::make_unique<LogCatcher>(); }
-    void cleanup()
-    {
-        QCOMPARE(m_log->messages(), QStringList());
-        m_log.reset();
-    }
-
     void itsMetaObjectIsExactlyAsDescribed();
     void aFreshDecoratorHasTheDefaults();
     void theDialectFollowsTheContext_data();
@@ -161,9 +150,6 @@ private slots:
     void highlightsBeginAnewWhenSwitchedOnAgain();
     void framesAreAskedForWhileSomethingFadesAndNotLonger();
     void framesAreAskedForUntilOneIsAccepted();
-
-private:
-    std::unique_ptr<LogCatcher> m_log;
 };
 
 void tst_BarDecorator::itsMetaObjectIsExactlyAsDescribed()
@@ -261,7 +247,7 @@ void tst_BarDecorator::theShadersAreAsDescribed()
 
 void tst_BarDecorator::theMouseIsMappedToTheVisibleRectangle()
 {
-    CountingArea area;
+    SquareArea area;
     area.setSize(QSizeF(400.0, 200.0));
     area.setChartRect(QRectF(100.0, 10.0, 40.0, 20.0));
     QVector<QPair<IPlotter *, QPointF>> questions;
@@ -377,7 +363,7 @@ void tst_BarDecorator::aMouseAtNoNumberHitsNothing()
 
 void tst_BarDecorator::aFuzzilyEqualMouseIsNoMove()
 {
-    CountingArea area;
+    SquareArea area;
     QVector<QPair<IPlotter *, QPointF>> questions;
     AskedPlotter plotter(&questions);
     BarDecorator decorator;
@@ -393,7 +379,7 @@ void tst_BarDecorator::aFuzzilyEqualMouseIsNoMove()
 
 void tst_BarDecorator::plottersAreAskedInTheirOrderAndOnlyVisibleOnes()
 {
-    CountingArea area;
+    SquareArea area;
     QVector<QPair<IPlotter *, QPointF>> questions;
     AskedPlotter high(&questions);
     AskedPlotter low(&questions);
@@ -423,7 +409,7 @@ void tst_BarDecorator::plottersAreAskedInTheirOrderAndOnlyVisibleOnes()
 
 void tst_BarDecorator::anAnswerMayNameNoPlotter()
 {
-    CountingArea area;
+    SquareArea area;
     AskedPlotter plotter;
     plotter.setName(QStringLiteral("nameless"));
     plotter.hit(QRectF(1.0, 0.0, 1.0, 1.0));
@@ -526,7 +512,7 @@ void tst_BarDecorator::aDestroyedPlotterIsForgotten()
 void tst_BarDecorator::handlersMayDestroyTheDecorator()
 {
     const auto run = [this](auto signal, auto act) {
-        CountingArea area;
+        SquareArea area;
         AskedPlotter plotter;
         AskedPlotter other;
         plotter.hit(QRectF(1.0, 0.0, 1.0, 1.0));

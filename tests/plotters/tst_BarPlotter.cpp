@@ -2,8 +2,9 @@
 #include "chart/IChartArea.h"
 #include "gl/BarShaders.h"
 #include "plotters/BarPlotter.h"
-#include "tests/support/LogCatcher.h"
+#include "tests/support/CountingArea.h"
 #include "tests/support/MetaTable.h"
+#include "tests/support/QuietTest.h"
 
 #include <QtTest>
 
@@ -14,14 +15,6 @@ namespace {
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-class CountingArea : public IChartArea
-{
-public:
-    ~CountingArea() override { withdraw(); }
-    void requestUpdate() override { ++requests; }
-    int requests = 0;
-};
-
 /// The lines as one text; the last one ends as `ending` says.
 QString lines(const QStringList &texts, const char *ending = "\n")
 {
@@ -30,19 +23,11 @@ QString lines(const QStringList &texts, const char *ending = "\n")
 
 } // namespace
 
-class tst_BarPlotter : public QObject
+class tst_BarPlotter : public QuietTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_log = std::make_unique<LogCatcher>(); }
-    void cleanup()
-    {
-        const QStringList messages = m_log->messages();
-        m_log.reset();
-        QCOMPARE(messages, QStringList());
-    }
-
     void itDeclaresNothingOfItsOwn();
     void itTakesDataWithoutAChartArea();
     void itTakesDataWhileTheRenderLockIsHeld();
@@ -52,9 +37,6 @@ private slots:
     void noBarOutsideOnTheRightEdgeOrAtNotANumber();
     void everyModeHasItsSources();
     void everyModeHasItsAttributes();
-
-private:
-    std::unique_ptr<LogCatcher> m_log;
 };
 
 void tst_BarPlotter::itDeclaresNothingOfItsOwn()

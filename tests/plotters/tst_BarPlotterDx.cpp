@@ -2,8 +2,8 @@
 #include "chart/IChartArea.h"
 #include "plotters/BarPlotterDx.h"
 #include "plotters/SHResBarProgram.h"
-#include "tests/support/LogCatcher.h"
 #include "tests/support/MetaTable.h"
+#include "tests/support/QuietTest.h"
 
 #include <QRandomGenerator>
 #include <QtTest>
@@ -74,18 +74,11 @@ const QVector<double> oneAndTwo{1.0, 5.0, 2.0, 3.0}; // widths 1 and 2, values 5
 
 } // namespace
 
-class tst_BarPlotterDx : public QObject
+class tst_BarPlotterDx : public QuietTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_log = std::make_unique<LogCatcher>(); }
-    void cleanup()
-    {
-        QCOMPARE(m_log->messages(), QStringList());
-        m_log.reset();
-    }
-
     void itAddsNothingToTheMetaObject();
     void itDeclaresVerticesAndIndices();
     void theProgramIsAsDescribed();
@@ -115,9 +108,6 @@ private slots:
     void hoveringOnTheRightEdgeOrAtNoPlaceIsAMiss();
     void hoveringOverNoNumberHits();
     void theAreaAtAPointIsAUniformSlot();
-
-private:
-    std::unique_ptr<LogCatcher> m_log;
 };
 
 void tst_BarPlotterDx::itAddsNothingToTheMetaObject()

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "chart/IChartArea.h"
 #include "plotters/IPlotter.h"
-#include "tests/support/LogCatcher.h"
+#include "tests/support/CountingArea.h"
 #include "tests/support/MetaTable.h"
+#include "tests/support/QuietTest.h"
 #include "tests/support/Scene.h"
 #include "tests/support/VirtualSlot.h"
 
@@ -18,17 +19,12 @@ namespace {
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-class CountingArea : public IChartArea
+/// Takes every request.
+class EagerArea : public CountingArea
 {
 public:
-    CountingArea() { setUpdateIntervalMs(0); }
-    ~CountingArea() override { withdraw(); }
-    void requestUpdate() override
-    {
-        ++requests;
-        IChartArea::requestUpdate();
-    }
-    int requests = 0;
+    EagerArea() { setUpdateIntervalMs(0); }
+    ~EagerArea() override { withdraw(); }
 };
 
 /// Opens what the base keeps to its subclasses.
@@ -64,19 +60,12 @@ using Signal = void (IPlotter::*)();
 
 Q_DECLARE_METATYPE(Signal)
 
-class tst_IPlotter : public QObject
+class tst_IPlotter : public QuietTest
 {
     Q_OBJECT
 
 private slots:
     void initTestCase() { registerModule(); } // makes IChartArea* a value that the property can hand over
-    void init() { m_log = std::make_unique<LogCatcher>(); }
-    void cleanup()
-    {
-        const QStringList messages = m_log->messages();
-        m_log.reset();
-        QCOMPARE(messages, QStringList());
-    }
 
     void itsMetaObjectIsExactlyAsDescribed();
     void itsVirtualOperationsStandInTheirOrder();
@@ -109,9 +98,6 @@ private slots:
 
     void theBaseAnswersQueriesWithNothing();
     void theBaseSaysThatNothingIsDeclared();
-
-private:
-    std::unique_ptr<LogCatcher> m_log;
 };
 
 void tst_IPlotter::itsMetaObjectIsExactlyAsDescribed()
@@ -207,7 +193,7 @@ void tst_IPlotter::aFreshPlotterHasTheDefaults()
 void tst_IPlotter::everyPropertyCanBeReadByItsName()
 {
     IPlotter plotter;
-    CountingArea area;
+    EagerArea area;
     plotter.setChartArea(&area);
     for (int i = IPlotter::staticMetaObject.propertyOffset(); i < IPlotter::staticMetaObject.propertyCount(); ++i)
         QVERIFY2(IPlotter::staticMetaObject.property(i).read(&plotter).isValid(),
@@ -244,7 +230,7 @@ void tst_IPlotter::settersEmitOnceAndRequestWhereThePictureChanges()
     QFETCH(QVariant, value);
     QFETCH(QByteArray, signal);
     QFETCH(int, requests);
-    CountingArea area;
+    EagerArea area;
     IPlotter plotter;
     plotter.setChartArea(&area);
     area.requests = 0;
@@ -346,7 +332,7 @@ void tst_IPlotter::aHandlerMayDestroyThePlotter_data()
 void tst_IPlotter::aHandlerMayDestroyThePlotter()
 {
     QFETCH(Signal, signal);
-    CountingArea area, other;
+    EagerArea area, other;
     auto *plotter = new OpenPlotter;
     const QPointer<IPlotter> alive(plotter);
     plotter->setChartArea(&area);
@@ -374,7 +360,7 @@ void tst_IPlotter::aHandlerMayDestroyThePlotter()
 
 void tst_IPlotter::anEqualSeriesIsNoChange()
 {
-    CountingArea area;
+    EagerArea area;
     IPlotter plotter;
     plotter.setChartArea(&area);
     plotter.setData({1.0, -0.0, infinity});
@@ -394,7 +380,7 @@ void tst_IPlotter::anEqualSeriesIsNoChange()
 
 void tst_IPlotter::aSeriesWithANaNAlwaysChanges()
 {
-    CountingArea area;
+    EagerArea area;
     IPlotter plotter;
     plotter.setChartArea(&area);
     QSignalSpy changed(&plotter, &IPlotter::dataChanged);
@@ -405,7 +391,7 @@ void tst_IPlotter::aSeriesWithANaNAlwaysChanges()
 
 void tst_IPlotter::aSeriesSharingItsStorageIsNoChangeEvenWithANaN()
 {
-    CountingArea area;
+    EagerArea area;
     IPlotter plotter;
     plotter.setChartArea(&area);
     const QVector<double> series{1.0, notANumber};
@@ -427,7 +413,7 @@ void tst_IPlotter::withoutAChartAreaDataIsDropped()
 
 void tst_IPlotter::beforeTheFirstSynchronisationTheHooksRest()
 {
-    CountingArea area;
+    EagerArea area;
     OpenPlotter plotter;
     plotter.setChartArea(&area);
     plotter.setData({1.0});
@@ -437,7 +423,7 @@ void tst_IPlotter::beforeTheFirstSynchronisationTheHooksRest()
 
 void tst_IPlotter::afterInitialisationDataRebuildsAndMarksWhatChanged()
 {
-    CountingArea area;
+    EagerArea area;
     OpenPlotter plotter;
     plotter.setChartArea(&area);
     plotter.initialize();
@@ -462,7 +448,7 @@ void tst_IPlotter::afterInitialisationDataRebuildsAndMarksWhatChanged()
 
 void tst_IPlotter::dataIsReplacedUnderTheRenderLockAndAnnouncedOutsideIt()
 {
-    CountingArea area;
+    EagerArea area;
     OpenPlotter plotter;
     plotter.setChartArea(&area);
     bool announced = false;
@@ -489,7 +475,7 @@ void tst_IPlotter::dataIsReplacedUnderTheRenderLockAndAnnouncedOutsideIt()
 
 void tst_IPlotter::settingThePlottersOwnDataThroughAReferenceIsHarmless()
 {
-    CountingArea area;
+    EagerArea area;
     auto source = std::make_unique<OpenPlotter>();
     OpenPlotter plotter;
     source->setChartArea(&area);
@@ -505,7 +491,7 @@ void tst_IPlotter::settingThePlottersOwnDataThroughAReferenceIsHarmless()
 
 void tst_IPlotter::settingTheSameAreaDoesNothing()
 {
-    CountingArea area;
+    EagerArea area;
     IPlotter plotter;
     plotter.setChartArea(&area);
     area.requests = 0;
@@ -517,7 +503,7 @@ void tst_IPlotter::settingTheSameAreaDoesNothing()
 
 void tst_IPlotter::movingLeavesTheFirstAreaAndJoinsTheSecond()
 {
-    CountingArea first, second;
+    EagerArea first, second;
     IPlotter plotter;
     plotter.setChartArea(&first);
     QSignalSpy changed(&plotter, &IPlotter::chartAreaChanged);
@@ -534,7 +520,7 @@ void tst_IPlotter::movingLeavesTheFirstAreaAndJoinsTheSecond()
 
 void tst_IPlotter::nullLeavesTheAreaAndIsAChange()
 {
-    CountingArea area;
+    EagerArea area;
     IPlotter plotter;
     plotter.setChartArea(&area);
     QSignalSpy changed(&plotter, &IPlotter::chartAreaChanged);
@@ -546,7 +532,7 @@ void tst_IPlotter::nullLeavesTheAreaAndIsAChange()
 
 void tst_IPlotter::aHandlerThatMovesThePlotterElsewhereWins()
 {
-    CountingArea first, second, third;
+    EagerArea first, second, third;
     IPlotter plotter;
     plotter.setChartArea(&first);
     bool moved = false;
@@ -565,7 +551,7 @@ void tst_IPlotter::aHandlerThatMovesThePlotterElsewhereWins()
 
 void tst_IPlotter::aHandlerMayDestroyTheTargetArea()
 {
-    CountingArea first;
+    EagerArea first;
     auto *second = new CountingArea;
     IPlotter plotter;
     plotter.setChartArea(&first);
@@ -583,7 +569,7 @@ void tst_IPlotter::aHandlerMayDestroyTheTargetArea()
 
 void tst_IPlotter::theBaseAnswersQueriesWithNothing()
 {
-    CountingArea area;
+    EagerArea area;
     IPlotter plotter;
     plotter.setChartArea(&area);
     plotter.setPlotterArea({0.0, 0.0, 2.0, 2.0});

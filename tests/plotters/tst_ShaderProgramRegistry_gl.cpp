@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "plotters/SProgramShaderDefinition.h"
 #include "plotters/ShaderProgramRegistry.h"
-#include "tests/support/LogCatcher.h"
 #include "tests/support/OffscreenGL.h"
+#include "tests/support/QuietTest.h"
 #include "tests/support/VirtualSlot.h"
 
 #include <QtTest>
@@ -39,19 +39,11 @@ private:
 
 } // namespace
 
-class tst_ShaderProgramRegistry_gl : public QObject
+class tst_ShaderProgramRegistry_gl : public QuietTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_log = std::make_unique<LogCatcher>(); }
-    void cleanup()
-    {
-        const QStringList messages = m_log->messages();
-        m_log.reset();
-        QCOMPARE(messages, QStringList());
-    }
-
     void definitionsAnswerTheirLaterQueries();
     void theFirstOfTwoDefinitionsWithOneNameStays();
     void nothingIsCompiledBeforeItIsAskedFor();
@@ -62,9 +54,6 @@ private slots:
     void everyContextHasItsOwnPrograms();
     void programsGoWithTheirContext();
     void withoutAContextThereIsNothing();
-
-private:
-    std::unique_ptr<LogCatcher> m_log;
 };
 
 void tst_ShaderProgramRegistry_gl::definitionsAnswerTheirLaterQueries()
