@@ -172,9 +172,10 @@ void SeriesReader::showState()
 void SeriesReader::showCounts(const SReadingState &state)
 {
     const QPointer<SeriesReader> alive(this);
-    const bool areBadLinesOther =
-        change(m_badLines, qreal(state.badLines)) | change(m_firstBadLine, qreal(state.firstBadLine));
-    const bool isProgressOther = change(m_progress, state.progress) | change(m_bytesPerSecond, state.bytesPerSecond);
+    const bool isCountOther = change(m_badLines, qreal(state.badLines));
+    const bool areBadLinesOther = change(m_firstBadLine, qreal(state.firstBadLine)) || isCountOther;
+    const bool isShareOther = change(m_progress, state.progress);
+    const bool isProgressOther = change(m_bytesPerSecond, state.bytesPerSecond) || isShareOther;
     if (change(m_detected, state.detected))
         emit detectedChanged();
     if (alive && areBadLinesOther)
@@ -222,7 +223,8 @@ void SeriesReader::keepAtMost()
 
 void SeriesReader::setStatus(Status status, const QString &error)
 {
-    if (change(m_status, status) | change(m_errorString, error))
+    const bool isStatusOther = change(m_status, status);
+    if (change(m_errorString, error) || isStatusOther)
         emit statusChanged();
 }
 
