@@ -22,7 +22,7 @@ bool change(T &stored, const T &value)
     return true;
 }
 
-/// The same for places on an axis, where the twelfth digit counts: only bit-identical values are no change.
+/// The same for places on an axis, where the twelfth digit counts: only bit-identical values count as equal.
 inline bool changeExactly(double &stored, double value)
 {
     if (std::memcmp(&stored, &value, sizeof value) == 0)

@@ -361,7 +361,7 @@ void tst_vorlixview::onWaylandThePictureIsTheSame()
                       QStringLiteral("--width=1600"), QStringLiteral("--height=1000"), QStringLiteral("--idle-time=0"),
                       QStringLiteral("--socket=") + socket});
     if (!compositor.waitForStarted())
-        QSKIP("there is no weston to be the display");
+        QSKIP("weston isn't installed");
     QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(path(socket)), 30000);
     environment.remove(QStringLiteral("DISPLAY"));
     environment.insert(QStringLiteral("WAYLAND_DISPLAY"), socket);

@@ -359,7 +359,7 @@ void tst_LiveSources::standardInputIsRead()
         QTRY_COMPARE(shownStores(reader), QByteArray("1 2"));
         QElapsedTimer timer;
         timer.start();
-        reader.cancel(); // nobody has closed it
+        reader.cancel(); // the writing end is still open
         QTRY_COMPARE(reader.status(), SeriesReader::Ready);
         QVERIFY(reader.detected().contains(QLatin1String("stopped")));
         reader.reload(); // goes on with what comes
