@@ -5,7 +5,7 @@
 
 #include <type_traits>
 
-// What the QML engine makes of one of these types. It is the most derived class, and the only one that can take the object
+// What the QML engine makes of such a type. It is the most derived class, and the only one that can take the object
 // out of everybody's reach, the render thread's too, before the first destructor changes what virtual calls mean.
 // Otherwise as Qt's own: the engine allocates more than the object, so the memory is given back without a size.
 #define VORLIX_WITHDRAWING_ELEMENT(T) \
