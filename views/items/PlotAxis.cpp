@@ -13,6 +13,12 @@ namespace {
 
 constexpr int mostSubTicks = 100;
 
+/// The end of a range that has the other one at `end`, `length` long on its scale.
+double endAfter(double end, double length, bool log)
+{
+    return log ? end * std::pow(10.0, length) : end + length;
+}
+
 } // namespace
 
 PlotAxis::PlotAxis(bool log, QObject *parent) : QObject(parent), m_range(firstRange(log)), m_home(m_range), m_log(log)
@@ -36,7 +42,7 @@ void PlotAxis::setMin(double min)
     const double length = m_range.length(m_log);
     SAxisRange range{min, m_range.max};
     if (range.min >= range.max)
-        range.max = m_log ? min * std::pow(10.0, length) : min + length;
+        range.max = endAfter(min, length, m_log);
     const bool other = !m_minIsSet;
     m_minIsSet = true;
     range = showable(range, m_log, m_range);
@@ -53,7 +59,7 @@ void PlotAxis::setMax(double max)
     const double length = m_range.length(m_log);
     SAxisRange range{m_range.min, max};
     if (range.min >= range.max)
-        range.min = m_log ? max / std::pow(10.0, length) : max - length;
+        range.min = endAfter(max, -length, m_log);
     const bool other = !m_maxIsSet;
     m_maxIsSet = true;
     range = showable(range, m_log, m_range);
@@ -100,7 +106,12 @@ void PlotAxis::takeRange(const SAxisRange &range)
 
 SAxisRange PlotAxis::home(const SAxisRange &data) const
 {
-    const SAxisRange wanted{m_minIsSet ? m_home.min : data.min, m_maxIsSet ? m_home.max : data.max};
+    SAxisRange wanted{m_minIsSet ? m_home.min : data.min, m_maxIsSet ? m_home.max : data.max};
+    const double length = m_range.length(m_log);
+    if (wanted.min >= wanted.max && m_minIsSet && !m_maxIsSet) // all values lie before what was set
+        wanted.max = endAfter(wanted.min, length, m_log);
+    else if (wanted.min >= wanted.max && m_maxIsSet && !m_minIsSet)
+        wanted.min = endAfter(wanted.max, -length, m_log);
     return allowed(wanted);
 }
 

@@ -43,6 +43,7 @@ private slots:
     void linkedViewsMayGoInAnyOrder();
     void theScaleIsSwitched();
     void valuesAtPlacesOfTheirOwn();
+    void endsThatAreSetBeyondTheValuesStay();
     void badNumbersChangeNothing();
     void randomHandsKeepOrder();
 };
@@ -395,6 +396,22 @@ void tst_PlotZoom::valuesAtPlacesOfTheirOwn()
     view.zoomTo(30.0, 50.0);
     view.zoom()->keeper().fitY();
     QVERIFY(view.axisY()->min() > 2.0 && view.axisY()->max() < 4.0);
+}
+
+void tst_PlotZoom::endsThatAreSetBeyondTheValuesStay()
+{
+    PlotView view;
+    StoredSeries<> series(view, {3.0, 4.0});
+    view.axisX()->setMin(5.0);
+    QCOMPARE(view.axisX()->min(), 5.0);
+    view.axisX()->setMax(6.0);
+    QCOMPARE(view.axisX()->range(), (SAxisRange{5.0, 6.0}));
+    PlotView other;
+    other.addSeries(&series.series);
+    other.axisX()->setMax(-5.0);
+    QCOMPARE(other.axisX()->max(), -5.0);
+    other.axisX()->setMin(-6.0);
+    QCOMPARE(other.axisX()->range(), (SAxisRange{-6.0, -5.0}));
 }
 
 void tst_PlotZoom::badNumbersChangeNothing()
