@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "views/items/AxisLook.h"
-#include "views/items/LabelPool.h"
+#include "views/items/FrameLook.h"
 
 #include <QFontMetricsF>
 #include <QQuickItem>
@@ -24,6 +23,8 @@ public:
     /// Room that is kept free under the labels, for an overview.
     void setRoomBelow(double room);
     double roomBelow() const { return m_roomBelow; }
+    /// Lays out now what would be laid out before the next frame.
+    void layOutNow();
     /// The texts of the labels and titles that are shown, for tests and for who describes the view.
     QStringList texts() const;
 
@@ -32,26 +33,13 @@ protected:
     QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *) override;
 
 private:
-    struct SLines
-    {
-        QVector<QRectF> minorGrid;
-        QVector<QRectF> grid;
-        QVector<QRectF> axes;
-    };
-
     void watchAxes();
     void layOutRoom(const QFontMetricsF &metrics);
     double widthOfLabels(const QFontMetricsF &metrics);
-    void lookAtX(const QFontMetricsF &metrics);
-    void lookAtY();
-    void addTitles(const QFontMetricsF &metrics);
-    QRectF upright(double x, double top, double bottom) const;
-    QRectF level(double y, double left, double right) const;
 
     PlotView &m_view;
     LabelPool m_labels;
-    QVector<SLabel> m_texts;
-    SLines m_lines;
+    SFrameLook m_look;
     QFont m_font;
     double m_labelWidth = 0.0; ///< of the y axis
     double m_roomBelow = 0.0;

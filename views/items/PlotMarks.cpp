@@ -106,7 +106,7 @@ void PlotMarks::look()
     for (PlotRegion *region : qAsConst(m_regions))
         region->look(m_view);
     emit panelsChanged();
-    if (!shownCursors().isEmpty() || !m_regions.isEmpty() || !m_lines.isEmpty())
+    if (!shownCursors().isEmpty() || !m_regions.isEmpty() || !m_look.lines.isEmpty())
         polish();
 }
 
@@ -226,30 +226,30 @@ void PlotMarks::drag(const QPointF &position)
         region->setTo(to);
 }
 
-void PlotMarks::updatePolish()
+SMarksLook PlotMarks::lookOn(const SPlotGround &ground) const
 {
-    setSize(m_view.size());
-    const QRectF area = m_view.plotArea();
-    const AxisMapping mapping = m_view.mappingX();
-    const double pixel = 1.0 / m_view.pixelRatio();
-    m_lines.clear();
-    m_fills.clear();
-    QVector<SLabel> letters;
+    const QRectF &area = ground.plotArea;
+    const AxisMapping mapping = m_view.axisX()->mapping(area.left(), area.right());
+    SMarksLook look;
+    look.color = m_view.theme()->accentColor();
+    look.fillColor = look.color;
+    look.fillColor.setAlphaF(fillOpacity);
     const auto addLine = [&](double x) {
         const double pixels = mapping.toPixels(x);
-        if (pixels < area.left() || pixels > area.right())
-            return false;
-        m_lines.append({std::floor(pixels / pixel) * pixel, area.top(), pixel, area.height()});
-        return true;
+        const bool isInside = pixels >= area.left() && pixels <= area.right();
+        if (isInside)
+            look.lines.append(
+                {std::floor(pixels * ground.ratio) / ground.ratio, area.top(), ground.line, area.height()});
+        return isInside;
     };
     const QVector<PlotCursor *> shown = shownCursors();
     const double height = QFontMetricsF(m_view.theme()->font()).height();
     for (int i = 0; i < shown.size(); ++i) {
         if (addLine(shown[i]->x()))
-            letters.append(
+            look.letters.append(
                 {letter(i), {mapping.toPixels(shown[i]->x()) + 4.0, area.bottom() - height * 0.7}, SLabel::Left});
     }
-    for (const PlotRegion *region : qAsConst(m_regions)) {
+    for (const PlotRegion *region : m_regions) {
         if (!region->isVisible() || !(region->from() < region->to()))
             continue;
         addLine(region->from());
@@ -257,9 +257,17 @@ void PlotMarks::updatePolish()
         const double left = std::max(mapping.toPixels(region->from()), area.left());
         const double right = std::min(mapping.toPixels(region->to()), area.right());
         if (left < right)
-            m_fills.append({left, area.top(), right - left, area.height()});
+            look.fills.append({left, area.top(), right - left, area.height()});
     }
-    m_labels.show(letters, m_view.theme()->font(), m_view.theme()->accentColor(), m_view.pixelRatio());
+    return look;
+}
+
+void PlotMarks::updatePolish()
+{
+    setSize(m_view.size());
+    const double ratio = m_view.pixelRatio();
+    m_look = lookOn({m_view.plotArea(), ratio, 1.0 / ratio});
+    m_labels.show(m_look.letters, m_view.theme()->font(), m_look.color, ratio);
     update();
 }
 
@@ -270,10 +278,7 @@ QSGNode *PlotMarks::updatePaintNode(QSGNode *node, UpdatePaintNodeData *)
         fills = new RectsNode;
         fills->appendChildNode(new RectsNode);
     }
-    const QColor accent = m_view.theme()->accentColor();
-    QColor faint = accent;
-    faint.setAlphaF(fillOpacity);
-    fills->show(m_fills, faint);
-    static_cast<RectsNode *>(fills->firstChild())->show(m_lines, accent);
+    fills->show(m_look.fills, m_look.fillColor);
+    static_cast<RectsNode *>(fills->firstChild())->show(m_look.lines, m_look.color);
     return fills;
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "views/items/LabelPool.h"
+#include "views/items/FrameLook.h"
 
 #include <QPointer>
 #include <QQuickItem>
@@ -11,6 +11,16 @@
 class PlotCursor;
 class PlotRegion;
 class PlotView;
+
+/// Where cursors and regions stand, in item pixels of the view.
+struct SMarksLook
+{
+    QVector<QRectF> lines;
+    QVector<QRectF> fills;
+    QVector<SLabel> letters; ///< of the cursors
+    QColor color;            ///< of lines and letters
+    QColor fillColor;
+};
 
 /// The cursors and regions of a view: those declared in it and the two that the C key brings. It draws them over the
 /// series, keeps what they tell up to date, and moves the one that a hand took. A child of the view. GUI thread.
@@ -32,6 +42,9 @@ public:
     void walk(int direction);
     /// What the cursor that was moved last tells, in one line; empty if there is none.
     QString spoken() const;
+
+    /// What is to be drawn of them as things are now.
+    SMarksLook lookOn(const SPlotGround &ground) const;
 
     // Hands
 
@@ -77,6 +90,5 @@ private:
     QPointer<PlotCursor> m_walker;
     STaken m_taken;
     LabelPool m_labels;
-    QVector<QRectF> m_lines;
-    QVector<QRectF> m_fills;
+    SMarksLook m_look;
 };
