@@ -2,11 +2,11 @@
 #include "views/reading/SeriesReader.h"
 
 #include "common/Change.h"
+#include "common/LocalPath.h"
 #include "views/reading/ReadingJob.h"
 
 #include <QMetaObject>
 #include <QPointer>
-#include <QUrl>
 
 #include <algorithm>
 #include <cmath>
@@ -17,14 +17,11 @@ namespace {
 /// The path that a source means; `error` says if it means none.
 QString pathOf(const QString &source, QString &error)
 {
-    if (source.startsWith(QLatin1String("qrc:")))
-        return QLatin1Char(':') + QUrl(source).path();
-    if (source.startsWith(QLatin1String("file:")))
-        return QUrl(source).toLocalFile();
-    if (source.contains(QLatin1String("://")))
+    const QString path = localPath(source);
+    if (path.isEmpty() && !source.isEmpty())
         error = QStringLiteral("“%1” is not a file here. Fetch it first, or read standard input behind: curl URL")
                     .arg(source);
-    return source;
+    return path;
 }
 
 /// A number, or a name. A number that was written as text is a number.
