@@ -33,12 +33,9 @@ protected:
         }
         auto *frame = static_cast<RectsNode *>(dim->firstChild());
         const PlotView *const view = m_strip.view();
-        const QRectF window = m_strip.window();
-        QColor ground = view ? view->theme()->backgroundColor() : QColor(Qt::transparent);
-        ground.setAlphaF(0.65 * ground.alphaF());
-        dim->show({{0.0, 0.0, window.left(), height()}, {window.right(), 0.0, width() - window.right(), height()}},
-                  ground);
-        frame->show(view ? frameOf(window, 1.0) : QVector<QRectF>(), view ? view->theme()->accentColor() : ground);
+        dim->show(m_strip.dimmed(), m_strip.dimColor());
+        frame->show(view ? frameOf(m_strip.window(), 1.0) : QVector<QRectF>(),
+                    view ? view->theme()->accentColor() : QColor(Qt::transparent));
         return dim;
     }
 
@@ -122,6 +119,19 @@ QRectF OverviewStrip::window() const
     const double to = qBound(0.0, mapping.toPixels(m_view->axisX()->max()), width());
     const double left = std::min(from, std::max(0.0, width() - leastWindow));
     return {left, 0.0, std::max(to - left, leastWindow), height()};
+}
+
+QVector<QRectF> OverviewStrip::dimmed() const
+{
+    const QRectF shown = window();
+    return {{0.0, 0.0, shown.left(), height()}, {shown.right(), 0.0, width() - shown.right(), height()}};
+}
+
+QColor OverviewStrip::dimColor() const
+{
+    QColor ground = m_view ? m_view->theme()->backgroundColor() : QColor(Qt::transparent);
+    ground.setAlphaF(0.65 * ground.alphaF());
+    return ground;
 }
 
 void OverviewStrip::geometryChanged(const QRectF &now, const QRectF &before)

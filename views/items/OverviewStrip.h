@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QColor>
 #include <QPointer>
 #include <QQuickItem>
+#include <QVector>
 
 class PlotView;
 
@@ -23,6 +25,11 @@ public:
     void setView(PlotView *view);
     /// Where the part that's shown lies, in item pixels; never too narrow to take hold of.
     QRectF window() const;
+    /// What lies left and right of it, and the color that it's dimmed with.
+    QVector<QRectF> dimmed() const;
+    QColor dimColor() const;
+    /// Shows all, without a frame.
+    const PlotView &smallView() const { return *m_small; }
 
 signals:
     void viewChanged();

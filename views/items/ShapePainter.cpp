@@ -21,13 +21,18 @@ void paintPath(QPainter &painter, const LinePath &path, const SPen &pen, const Q
 
 } // namespace
 
+void paintShape(QPainter &painter, const SSeriesShape &shape)
+{
+    for (const SPixelRect &rect : shape.fill.rects())
+        painter.fillRect(rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, shape.fillColor);
+    paintPath(painter, shape.path, shape.pen, shape.pathColor);
+}
+
 QImage paintedShape(const SSeriesShape &shape, int columns, int rows)
 {
     QImage image(columns, rows, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
-    for (const SPixelRect &rect : shape.fill.rects())
-        painter.fillRect(rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, shape.fillColor);
-    paintPath(painter, shape.path, shape.pen, shape.pathColor);
+    paintShape(painter, shape);
     return image;
 }
