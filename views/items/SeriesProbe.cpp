@@ -48,6 +48,27 @@ double SeriesProbe::xOf(qint64 index) const
     return isEven() ? m_start + double(index) * m_step : m_places.valueAt(index) + m_offset;
 }
 
+void SeriesProbe::copyXs(qint64 from, qint64 to, double *target) const
+{
+    if (!isEven())
+        m_places.copyValues(from, to, target);
+    for (qint64 i = from; i < to; ++i, ++target)
+        *target = isEven() ? m_start + double(i) * m_step : *target + m_offset;
+}
+
+SampleType SeriesProbe::xType() const
+{
+    return isEven() || m_offset != 0.0 ? SampleType::Float64 : m_places.type();
+}
+
+bool SeriesProbe::hasPlacesOf(const SeriesProbe &other) const
+{
+    if (isEven() != other.isEven())
+        return false;
+    return isEven() ? m_start == other.m_start && m_step == other.m_step
+                    : m_places == other.m_places && m_offset == other.m_offset;
+}
+
 qint64 SeriesProbe::firstFrom(double x) const
 {
     const qint64 begin = m_values.begin();

@@ -22,6 +22,12 @@ public:
 
     /// Where a value stands, ascending in the index.
     double xOf(qint64 index) const;
+    /// The same of the values [from, to); NaN where there is no number.
+    void copyXs(qint64 from, qint64 to, double *target) const;
+    /// The type in which each x is held exactly.
+    SampleType xType() const;
+    /// Whether values with the same index stand at the same place.
+    bool hasPlacesOf(const SeriesProbe &other) const;
     /// The first value at x or right of it, from begin() to end() of the values.
     qint64 firstFrom(double x) const;
     /// From the first value to the last, or to the end of the last bar; above 0 only, where the axis is a log scale.
