@@ -2,6 +2,7 @@
 #include "views/items/PlotView.h"
 
 #include "common/Change.h"
+#include "views/items/FileJobs.h"
 #include "views/items/PlotEars.h"
 #include "views/items/PlotFrame.h"
 #include "views/items/PlotHands.h"
@@ -39,6 +40,8 @@ PlotView::PlotView(QQuickItem *parent)
     m_ears = std::make_unique<PlotEars>(*this);
     connect(m_hands, &PlotHands::pointed, m_readout.get(), &PlotReadout::point);
     connect(m_hands, &PlotHands::left, m_readout.get(), &PlotReadout::leave);
+    m_files = std::make_unique<FileJobs>();
+    connect(m_files.get(), &FileJobs::finished, this, &PlotView::tellSaved);
     setActiveFocusOnTab(true);
     m_frame->stackBefore(m_seriesLayer);
     m_seriesLayer->setClip(true);

@@ -10,6 +10,7 @@
 
 #include <memory>
 
+class FileJobs;
 class OverviewStrip;
 class PlotEars;
 class PlotFrame;
@@ -108,6 +109,20 @@ public:
     Q_INVOKABLE QPointF mapToValue(const QPointF &position) const;
     Q_INVOKABLE QPointF mapToPosition(const QPointF &value) const;
 
+    // Files, named by a path or a URL. Each call is answered once by saved(), from the event loop, be it written or
+    // not. Nothing is written by halves: what was in the file stays until all is there. A view that's destroyed before
+    // gives values up and finishes a picture.
+
+    /// Writes what is shown as a PNG: `scale` pixels for an item pixel, whatever the ratio of the window, and the
+    /// larger, the sharper. With the background, legend, cursors, regions and overview; without the read-out, the focus
+    /// and items that are declared in the view. At most 32767 pixels to a side.
+    Q_INVOKABLE void saveImage(const QString &file, double scale = 1.0);
+    /// Writes the values of the visible series that stand in the shown part of x as CSV, "-" to standard output: a
+    /// head, then x and the values, in the digits that give exactly the same value of the store's type back. Gaps are
+    /// empty cells. Series with the same places share a column of x, others have one of their own. It's written in the
+    /// background and takes no memory for the values; the store keeps those that leave it until then.
+    Q_INVOKABLE void saveValues(const QString &file);
+
     /// Adds a series on top of the others. It stays its maker's; a series that is null or in the view already changes
     /// nothing. A series can be in several views.
     Q_INVOKABLE void addSeries(PlotSeries *series);
@@ -153,6 +168,9 @@ signals:
     void readoutVisibleChanged();
     void linkedToChanged();
     void seriesListChanged();
+    /// What became of a file that saveImage() or saveValues() was called with: `error` is empty if it's written, else
+    /// it says in words why not. While nothing is connected, an error is a warning.
+    void saved(const QString &file, const QString &error);
 
     /// Something that isn't a series was declared inside the view, or is added to its list from C++.
     void elementAdded(QObject *element);
@@ -183,6 +201,8 @@ private:
     void layOut();
     void makeOverlay();
     void layOutOverview();
+    static QString pathFor(const QString &file, QString &error);
+    void tellSaved(const QString &file, const QString &error);
 
     QString m_title;
     PlotAxis *const m_ownAxisX;
@@ -209,4 +229,5 @@ private:
     std::unique_ptr<PlotZoom> m_zoom;
     std::unique_ptr<PlotReadout> m_readout;
     std::unique_ptr<PlotEars> m_ears;
+    std::unique_ptr<FileJobs> m_files;
 };

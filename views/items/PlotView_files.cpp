@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+#include "views/items/PlotView.h"
+
+#include "common/LocalPath.h"
+#include "views/items/FileJobs.h"
+#include "views/items/OutputFile.h"
+#include "views/items/PlotPicture.h"
+#include "views/items/ValueTable.h"
+
+#include <QBuffer>
+#include <QImageWriter>
+#include <QMetaMethod>
+
+#include <qqmlinfo.h>
+
+#include <utility>
+
+namespace {
+
+QString writePicture(const QImage &picture, const QString &path)
+{
+    QBuffer encoded;
+    QImageWriter writer(&encoded, "png");
+    if (!writer.write(picture))
+        return QStringLiteral("%1: %2").arg(path, writer.errorString());
+    OutputFile file(path);
+    const bool isWritten = file.open() && file.write(encoded.data().constData(), encoded.size()) && file.close();
+    return isWritten ? QString() : file.error();
+}
+
+QString writeTable(ValueTable &table, const QString &path, const std::atomic<bool> &isGivenUp)
+{
+    OutputFile file(path);
+    if (!file.open())
+        return file.error();
+    for (QByteArray text = table.head(); !text.isEmpty(); text = table.nextRows()) {
+        if (isGivenUp)
+            return QStringLiteral("%1: given up before it was written").arg(path);
+        if (!file.write(text.constData(), text.size()))
+            return file.error();
+    }
+    return file.close() ? QString() : file.error();
+}
+
+} // namespace
+
+void PlotView::saveImage(const QString &file, double scale)
+{
+    QString error;
+    const QString path = pathFor(file, error);
+    const QImage picture = error.isEmpty() ? pictureOf(*this, scale, error) : QImage();
+    m_files->start(file, [picture, path, error](const std::atomic<bool> &) {
+        return error.isEmpty() ? writePicture(picture, path) : error;
+    });
+}
+
+void PlotView::saveValues(const QString &file)
+{
+    QString error;
+    const QString path = pathFor(file, error);
+    ValueTable table(*this);
+    if (error.isEmpty() && table.isEmpty())
+        error = QStringLiteral("there are no values in view");
+    m_files->start(file, [table = std::move(table), path, error](const std::atomic<bool> &isGivenUp) mutable {
+        return error.isEmpty() ? writeTable(table, path, isGivenUp) : error;
+    });
+}
+
+void PlotView::tellSaved(const QString &file, const QString &error)
+{
+    if (!error.isEmpty() && !isSignalConnected(QMetaMethod::fromSignal(&PlotView::saved)))
+        qmlWarning(this) << error; // or it would go unheard
+    emit saved(file, error);
+}
+
+QString PlotView::pathFor(const QString &file, QString &error)
+{
+    const QString path = localPath(file);
+    if (path.isEmpty())
+        error = file.isEmpty() ? QStringLiteral("a file to write to was expected")
+                               : QStringLiteral("“%1” is not a file here").arg(file);
+    return path;
+}
