@@ -15,7 +15,7 @@ int slotAt(const QRectF &extent, int count, double x)
 
 int firstSlot(const QRectF &extent, int count, const QRectF &area)
 {
-    if (count == 0 || area.right() <= extent.left())
+    if (count == 0 || area.right() <= std::min(extent.left(), extent.right()))
         return 0;
     const QRectF shown = extent.intersected(area);
     return std::max(toIndex(std::floor((shown.left() - extent.left()) / (extent.width() / count))), 0);

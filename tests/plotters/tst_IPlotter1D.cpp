@@ -170,11 +170,13 @@ void tst_IPlotter1D::anAreaToTheLeftStartsAtZeroWhereverThePlotterStands()
 void tst_IPlotter1D::anExtentOfNegativeWidthIsOverlappedWhereItLies()
 {
     const Slots backwards({0.0, 0.0, -4.0, 100.0}, {1.0, 2.0, 3.0, 4.0}); // from 0 down to -4
+    // Slots are 1 wide and counted to the left: what both share reaches from slot 3.5 to slot 1.5, so no slot is left.
     for (const QRectF &area : {QRectF(-3.5, 0.0, 2.0, 100.0), QRectF(-1.5, 0.0, -2.0, 100.0)}) {
-        QCOMPARE(backwards.plotter.__start_index(area), 0); // it ends to the left of left()
+        QCOMPARE(backwards.plotter.__start_index(area), 3);
         QCOMPARE(backwards.plotter.__end_index(area), 2);
-        QCOMPARE(backwards.plotter.max_in(area), 2.0);
+        QCOMPARE(backwards.plotter.max_in(area), 0.0);
     }
+    QCOMPARE(backwards.plotter.__start_index({-7.0, 0.0, 2.0, 100.0}), 0); // to the left of both edges
     QCOMPARE(backwards.plotter.__end_index({0.0, 0.0, 2.0, 100.0}), 4);
     QCOMPARE(backwards.plotter.max_in({0.0, 0.0, 2.0, 100.0}), 0.0);
 }
