@@ -63,6 +63,22 @@ inline Lanes greater(Lanes candidate, Lanes maximum)
 #endif
 }
 
+/// The candidate if it is less, else the minimum: a NaN never replaces one.
+inline double lesser(double candidate, double minimum)
+{
+    return candidate < minimum ? candidate : minimum;
+}
+
+/// The same per lane.
+inline Lanes lesser(Lanes candidate, Lanes minimum)
+{
+#if VORLIX_HAS_VECTORS
+    return candidate < minimum ? candidate : minimum;
+#else
+    return lanesOf<double, lanes>([&](int i) { return lesser(candidate[i], minimum[i]); });
+#endif
+}
+
 /// Rounded to single precision.
 inline FloatLanes roundedLanes(Lanes values)
 {
