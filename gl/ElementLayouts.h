@@ -23,6 +23,12 @@ inline SElementLayout segmentLayout()
     return {2, 2, GL_LINES, {}, {{"vertex", 0, 2}}};
 }
 
+/// Columns of pixels that a line marks.
+inline SElementLayout columnLayout()
+{
+    return spanLayout();
+}
+
 /// Bars of individual widths.
 inline SElementLayout hresBarLayout()
 {

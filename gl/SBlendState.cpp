@@ -33,9 +33,3 @@ bool SBlendState::keepsAlpha() const
     const bool addsNothing = sourceAlpha == GL_ZERO || (sourceAlpha == GL_CONSTANT_ALPHA && constantAlpha == 0.0f);
     return enabled && addsNothing && pixelAlpha == GL_ONE && alphaEquation == GL_FUNC_ADD;
 }
-
-bool SBlendState::fillsAlpha() const
-{
-    return enabled && sourceAlpha == GL_CONSTANT_ALPHA && constantAlpha == 1.0f && pixelAlpha == GL_ONE
-        && alphaEquation == GL_FUNC_ADD;
-}

@@ -22,6 +22,4 @@ struct SBlendState
     bool replacesColor() const;
     /// Whether the opacity of the pixel stays, whatever is drawn.
     bool keepsAlpha() const;
-    /// Whether the pixel is of full opacity, whatever is drawn.
-    bool fillsAlpha() const;
 };

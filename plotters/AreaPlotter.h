@@ -9,6 +9,9 @@
 
 #include <QMatrix4x4>
 
+struct SLinePixels;
+struct SLinePlace;
+
 /// The area between 0 and the line through the points (i, value i), with an optional border line and vertical gradient.
 ///
 /// Points share plotterArea's width equally: point i lies at the left edge of slot i, moved right by xOffset. Once the
@@ -79,6 +82,9 @@ private:
     void placeLong(const SIndexRange &points);
     void drawFill(const SIndexRange &points, QOpenGLShaderProgram &program, QOpenGLFunctions &gl);
     void drawBorder(const SIndexRange &points, QOpenGLShaderProgram &program, QOpenGLFunctions &gl);
+    void drawColumns(const SIndexRange &points, const SLinePlace &place, const SLinePixels &pixels,
+                     QOpenGLShaderProgram &program, QOpenGLFunctions &gl);
+    void drawSegments(const SIndexRange &points, QOpenGLShaderProgram &program, QOpenGLFunctions &gl);
     QMatrix4x4 matrix() const;
     SEdgeRow pointRow() const;
     QMatrix4x4 placedMatrix() const;
@@ -91,10 +97,11 @@ private:
     bool m_borderEnable = true;
     bool m_enableGradient = false;
     QColor m_gradientColor{7, 203, 242, 255};
-    bool m_finite = false;                    ///< every value of the series is, in single precision
-    SAreaFrame m_shown;                       ///< written by sync_buffers(), read by the drawing hooks
-    ElementStream m_fillStream{spanLayout()}; ///< render thread, like what follows
-    ElementStream m_borderStream{segmentLayout()};
-    SPlacedEdges m_placed; ///< the points of a long series in the view
-    QRectF m_shownView;    ///< render thread
+    bool m_finite = false;                          ///< every value of the series is, in single precision
+    SAreaFrame m_shown;                             ///< written by sync_buffers(), read by the drawing hooks
+    ElementStream m_fillStream{spanLayout()};       ///< render thread, like what follows
+    ElementStream m_segmentStream{segmentLayout()}; ///< of the border
+    ElementStream m_columnStream{columnLayout()};   ///< of a border with many points to a pixel
+    SPlacedEdges m_placed;                          ///< the points of a long series in the view
+    QRectF m_shownView;                             ///< render thread
 };

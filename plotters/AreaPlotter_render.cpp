@@ -4,8 +4,7 @@
 #include "geometry/Slots.h"
 #include "geometry/Vertices.h"
 #include "geometry/VisibleElements.h"
-#include "geometry/VisibleLine.h"
-#include "gl/LineTarget.h"
+#include "gl/LinePixels.h"
 #include "gl/PixelRow.h"
 
 #include <QOpenGLContext>
@@ -28,7 +27,8 @@ void AreaPlotter::sync_buffers()
 {
     if (!isLong() || !wasSynchronizedHere() || !m_buffers.value(0).isCreated()) {
         m_fillStream.restart();
-        m_borderStream.restart();
+        m_segmentStream.restart();
+        m_columnStream.restart();
     }
     IPlotter::sync_buffers();
     m_shown = {int(isLong() ? m_data.size() : m_borderVertices.size()),
@@ -113,32 +113,44 @@ void AreaPlotter::drawFill(const SIndexRange &points, QOpenGLShaderProgram &prog
     m_fillStream.draw({m_shown.series, seen, {m_placed.origin, m_placed.unit}}, write, program, gl);
 }
 
-/// As single lines: every segment marks what it marks in a strip.
 void AreaPlotter::drawBorder(const SIndexRange &points, QOpenGLShaderProgram &program, QOpenGLFunctions &gl)
 {
     const QMatrix4x4 matrix = placedMatrix();
-    const SEdgeRow row = m_placed.row();
-    const SLinePlace place{row.start, row.step, m_placed.reach(points), matrix(1, 2) + matrix(1, 3), matrix(1, 1)};
-    const SLineTarget target = currentLineTarget(gl, m_shown.borderColor.alphaF());
-    const double *values = m_shown.series.constData();
+    const SLinePlace place{m_placed.row(), double(matrix(1, 2) + matrix(1, 3)), double(matrix(1, 1))};
+    const SLinePixels pixels = currentLinePixels(gl);
+    if (m_shown.finite && isDenseLine(points, place, pixels))
+        drawColumns(points, place, pixels, program, gl);
+    else
+        drawSegments(points, program, gl);
+}
+
+/// Each column of pixels once, so that a half transparent border is as transparent everywhere.
+void AreaPlotter::drawColumns(const SIndexRange &points, const SLinePlace &place, const SLinePixels &pixels,
+                              QOpenGLShaderProgram &program, QOpenGLFunctions &gl)
+{
+    QVector<SRows> rows;
     const auto choose = [&](const ElementStream::Take &take) {
-        visitMarkingSegments(values, points, place, target, [&take](const SIndexRange &run) {
-            take({run.first, run.end - 1}); // of points, to segments
-        });
+        rows = denseLineRows(m_shown.series.constData(), points, place, pixels);
+        take({0, int(rows.size())});
     };
-    const auto write = [&](const SIndexRange &some, float *ends) { writeSegments(values, some, m_placed, ends); };
-    const QVector<double> decides{m_placed.origin,
-                                  m_placed.unit,
-                                  row.start,
-                                  row.step,
-                                  double(place.yStart),
-                                  double(place.yStep),
-                                  double(target.width),
-                                  double(target.height),
-                                  double(target.subPixelBits),
-                                  target.lineWidth,
-                                  double(target.repeatable)};
-    m_borderStream.draw({m_shown.series, {points}, decides}, choose, write, program, gl);
+    const auto write = [&](const SIndexRange &columns, float *corners) {
+        writeColumns(rows, columns, pixels, corners);
+    };
+    const QVector<double> decides{
+        place.x.start,           place.x.step, place.yStart, place.yStep, double(pixels.width), double(pixels.height),
+        double(pixels.lineWidth)};
+    program.setUniformValue("matrix", QMatrix4x4());
+    m_columnStream.draw({m_shown.series, {points}, decides}, choose, write, program, gl);
+}
+
+/// As single lines: every segment marks what it marks in a strip.
+void AreaPlotter::drawSegments(const SIndexRange &points, QOpenGLShaderProgram &program, QOpenGLFunctions &gl)
+{
+    const SIndexRange segments{points.first, std::max(points.end - 1, points.first)};
+    const auto write = [this](const SIndexRange &some, float *ends) {
+        writeSegments(m_shown.series.constData(), some, m_placed, ends);
+    };
+    m_segmentStream.draw({m_shown.series, {segments}, {m_placed.origin, m_placed.unit}}, write, program, gl);
 }
 
 void AreaPlotter::appendLayers(QVector<SRenderLayerDefinition> &layers) const
