@@ -12,6 +12,7 @@
 #include "views/items/PlotView.h"
 #include "views/items/ValueAxis.h"
 #include "views/reading/SeriesReader.h"
+#include "views/store/MovingAverage.h"
 #include "views/store/SeriesStore.h"
 
 #include <QDebug>
@@ -54,6 +55,7 @@ void ViewsPlugin::registerTypes(const char *)
     registerBase<PlotSeries>("PlotSeries");
     registerType<SeriesStore>("SeriesStore");
     registerType<SeriesReader>("SeriesReader");
+    registerType<MovingAverage>("MovingAverage");
     registerType<OverviewStrip>("OverviewStrip");
     registerType<PlotCursor>("PlotCursor");
     registerType<PlotRegion>("PlotRegion");

@@ -36,7 +36,7 @@ void tst_ViewsModule::makesItsTypes_data()
 {
     QTest::addColumn<QByteArray>("name");
     for (const char *name : {"PlotView", "BarSeries", "LineSeries", "AreaSeries", "ValueAxis", "LogValueAxis",
-                             "PlotTheme", "SeriesStore", "SeriesReader"})
+                             "PlotTheme", "SeriesStore", "SeriesReader", "MovingAverage"})
         QTest::newRow(name) << QByteArray(name);
 }
 

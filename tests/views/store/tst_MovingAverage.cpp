@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: MIT
+#include "views/store/MovingAverage.h"
+
+#include <QSignalSpy>
+#include <QtTest>
+
+#include <cmath>
+#include <random>
+
+namespace {
+
+/// The mean of the values from i - (depth - 1) / 2 on that are there and finite.
+double plainMean(const QVector<double> &values, int i, int depth)
+{
+    long double sum = 0.0L;
+    int count = 0;
+    const int from = i - (depth - 1) / 2;
+    for (int k = std::max(from, 0); k < std::min(from + depth, int(values.size())); ++k) {
+        if (std::isfinite(values[k])) {
+            sum += values[k];
+            ++count;
+        }
+    }
+    return count > 0 ? double(sum / count) : std::nan("");
+}
+
+QVector<double> stored(SeriesStore &store)
+{
+    const SeriesSnapshot snapshot = store.snapshot();
+    QVector<double> values(int(snapshot.count()));
+    snapshot.copyValues(0, snapshot.end(), values.data());
+    return values;
+}
+
+} // namespace
+
+class tst_MovingAverage : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void isTheMeanOfWhatIsAround_data();
+    void isTheMeanOfWhatIsAround();
+    void waitsForWhatComes();
+    void startsAnewWithOtherValues();
+    void outlivesItsSource();
+    void longSeriesDontHoldUpTheThread();
+};
+
+void tst_MovingAverage::isTheMeanOfWhatIsAround_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<int>("depth");
+    for (const int count : {0, 1, 2, 100, 70000}) {
+        for (const int depth : {2, 3, 4, 100, 1000})
+            QTest::addRow("%d over %d", count, depth) << count << depth;
+    }
+}
+
+void tst_MovingAverage::isTheMeanOfWhatIsAround()
+{
+    QFETCH(int, count);
+    QFETCH(int, depth);
+    std::mt19937 random(1);
+    QVector<double> values(count);
+    for (double &value : values) {
+        value = 1e6 + std::uniform_real_distribution<>(-1.0, 1.0)(random);
+        if (random() % 16 == 0)
+            value = random() % 2 == 0 ? std::nan("") : HUGE_VAL;
+        else if (random() % 1000 == 0)
+            value *= 1e9;
+    }
+    SeriesStore source;
+    source.append(values.constData(), values.size());
+    MovingAverage average;
+    average.setDepth(depth);
+    average.setSource(&source);
+    QTRY_VERIFY(!average.isBusy());
+    QVERIFY(average.store()->isComplete());
+    const QVector<double> averages = stored(*average.store());
+    QCOMPARE(averages.size(), count);
+    for (int i = 0; i < count; ++i) {
+        const double expected = plainMean(values, i, depth);
+        QVERIFY2(std::isnan(expected) ? std::isnan(averages[i])
+                                      : std::abs(averages[i] - expected) <= 1e-15 * std::abs(expected) + 1e-10,
+                 qPrintable(QStringLiteral("%1: %2 for %3").arg(i).arg(averages[i], 0, 'g', 17).arg(expected)));
+    }
+}
+
+void tst_MovingAverage::waitsForWhatComes()
+{
+    SeriesStore source;
+    source.setComplete(false);
+    MovingAverage average;
+    average.setDepth(4);
+    average.setSource(&source);
+    source.append(QVariantList{4, 8, 0, 4});
+    QTRY_COMPARE(average.store()->count(), 2.0); // the third one needs a value that isn't there yet
+    QVERIFY(!average.store()->isComplete());
+    QCOMPARE(stored(*average.store()), (QVector<double>{4.0, 4.0}));
+    source.append(8);
+    QTRY_COMPARE(average.store()->count(), 3.0);
+    source.setComplete(true);
+    QTRY_VERIFY(average.store()->isComplete());
+    QCOMPARE(stored(*average.store()), (QVector<double>{4.0, 4.0, 5.0, 4.0, 6.0}));
+}
+
+void tst_MovingAverage::startsAnewWithOtherValues()
+{
+    SeriesStore source;
+    source.append(QVariantList{1, 3, 5});
+    MovingAverage average;
+    average.setDepth(3);
+    average.setSource(&source);
+    QTRY_COMPARE(average.store()->count(), 3.0);
+    source.clear();
+    source.append(QVariantList{10, 20});
+    QTRY_COMPARE(average.store()->count(), 2.0);
+    QCOMPARE(stored(*average.store()), (QVector<double>{15.0, 15.0}));
+    average.setDepth(0);
+    QCOMPARE(average.depth(), 1);
+    QCOMPARE(average.store()->count(), 0.0); // nothing to average
+}
+
+void tst_MovingAverage::outlivesItsSource()
+{
+    MovingAverage average;
+    average.setDepth(3);
+    {
+        SeriesStore source;
+        source.append(QVariantList{1, 3, 5});
+        average.setSource(&source);
+        QTRY_COMPARE(average.store()->count(), 3.0);
+    }
+    QCOMPARE(average.source(), nullptr);
+    QCOMPARE(average.store()->count(), 0.0);
+    QVERIFY(!average.isBusy());
+}
+
+/// Some turns of the event loop are needed, and other events come in between.
+void tst_MovingAverage::longSeriesDontHoldUpTheThread()
+{
+    const QVector<double> values(4'000'000, 2.0);
+    SeriesStore source;
+    source.append(values.constData(), values.size());
+    MovingAverage average;
+    average.setDepth(1000);
+    average.setSource(&source);
+    int turns = 0;
+    while (average.isBusy()) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
+        ++turns;
+    }
+    QVERIFY2(turns >= 2, qPrintable(QString::number(turns)));
+    QCOMPARE(average.store()->count(), 4e6);
+    QCOMPARE(average.store()->minimum(), 2.0);
+    QCOMPARE(average.store()->maximum(), 2.0);
+}
+
+QTEST_GUILESS_MAIN(tst_MovingAverage)
+#include "tst_MovingAverage.moc"
