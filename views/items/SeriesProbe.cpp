@@ -104,7 +104,8 @@ SExtremes SeriesProbe::extremesIn(const SAxisRange &part, bool log) const
     if (isEmpty())
         return extremes;
     qint64 from = firstFrom(part.min);
-    if (m_isBars && from > m_values.begin())
+    const bool isWithinBar = from == m_values.end() || xOf(from) > part.min;
+    if (m_isBars && from > m_values.begin() && isWithinBar)
         --from; // the bar that began before
     qint64 to = std::max(from, firstFrom(part.max));
     if (to < m_values.end() && xOf(to) == part.max && !m_isBars)

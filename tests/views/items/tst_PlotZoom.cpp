@@ -29,6 +29,7 @@ private slots:
     void aResetGoesHome();
     void aResetGoesHomeWithoutValuesToo();
     void yFollowsWhatIsInView();
+    void barsThatOnlyTouchTheViewDontCount();
     void yGrowsAtOnceAndShrinksAfterARest();
     void yByHandStays();
     void hiddenSeriesDoNotCount();
@@ -189,6 +190,20 @@ void tst_PlotZoom::yFollowsWhatIsInView()
     view.zoom()->keeper().fitY();
     QVERIFY(view.axisY()->min() > -10.0);
     QVERIFY(view.axisY()->max() > 60.0);
+}
+
+void tst_PlotZoom::barsThatOnlyTouchTheViewDontCount()
+{
+    PlotView view;
+    view.axisX()->setMin(1.0);
+    view.axisX()->setMax(4.0);
+    StoredSeries<BarSeries> bars(view, {90.0, 1.0, 2.0, 1.0, 80.0});
+    QVERIFY(view.axisY()->max() < 3.0);
+    PlotView other;
+    other.axisX()->setMin(0.9);
+    other.axisX()->setMax(4.0);
+    StoredSeries<BarSeries> same(other, {90.0, 1.0, 2.0, 1.0, 80.0});
+    QVERIFY(other.axisY()->max() >= 90.0);
 }
 
 void tst_PlotZoom::yGrowsAtOnceAndShrinksAfterARest()
