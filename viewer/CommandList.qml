@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+
+// Everything that can be done, with its keys; found by typing a part of it. It's the menu, the search and the list of
+// keys in one.
+Rectangle {
+    id: list
+
+    property Commands commands
+    property QtObject theme
+    readonly property var found: commands.all.filter(command => (command.words + " " + command.keys.join(" ")).toLowerCase().includes(field.text.toLowerCase()))
+
+    signal closed()
+
+    function runCurrent() {
+        const command = found[rows.currentIndex];
+        closed();
+        if (command)
+            commands.run(command);
+    }
+
+    Accessible.name: "All commands"
+    Accessible.role: Accessible.PopupMenu
+    Component.onCompleted: field.forceActiveFocus()
+    border.color: theme.gridColor
+    color: theme.panelColor
+    radius: 6
+
+    TapHandler {
+        // what lies under it gets none
+    }
+
+    TextInput {
+        id: field
+
+        Accessible.name: "Search for a command"
+        Accessible.role: Accessible.EditableText
+        Keys.onDownPressed: (event) => rows.incrementCurrentIndex()
+        Keys.onEscapePressed: (event) => list.closed()
+        Keys.onReturnPressed: (event) => list.runCurrent()
+        Keys.onEnterPressed: (event) => list.runCurrent()
+        Keys.onUpPressed: (event) => rows.decrementCurrentIndex()
+        anchors.left: parent.left
+        anchors.margins: 12
+        anchors.right: parent.right
+        anchors.top: parent.top
+        color: list.theme.panelTextColor
+        font: list.theme.font
+        objectName: "search"
+        onTextChanged: rows.currentIndex = 0
+
+        Text {
+            color: list.theme.panelTextColor
+            font: list.theme.font
+            opacity: 0.6
+            text: "Type to search; Enter does it, Esc closes"
+            visible: field.text === ""
+        }
+    }
+
+    ListView {
+        id: rows
+
+        anchors.bottom: parent.bottom
+        anchors.left: parent.left
+        anchors.margins: 6
+        anchors.right: parent.right
+        anchors.top: field.bottom
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+        model: list.found.length
+
+        delegate: Rectangle {
+            readonly property var command: list.found[index] || {
+                "words": "",
+                "keys": []
+            }
+
+            Accessible.description: keys.text
+            Accessible.name: words.text
+            Accessible.role: Accessible.MenuItem
+            color: ListView.isCurrentItem ? list.theme.gridColor : "transparent"
+            height: words.implicitHeight + 8
+            radius: 4
+            width: rows.width
+
+            Text {
+                id: words
+
+                anchors.verticalCenter: parent.verticalCenter
+                color: list.theme.panelTextColor
+                font: list.theme.font
+                text: command.words
+                x: 8
+            }
+
+            Text {
+                id: keys
+
+                anchors.right: parent.right
+                anchors.rightMargin: 8
+                anchors.verticalCenter: parent.verticalCenter
+                color: list.theme.panelTextColor
+                font: list.theme.font
+                opacity: 0.75
+                text: command.keys.join("  ")
+            }
+
+            TapHandler {
+                onTapped: {
+                    rows.currentIndex = index;
+                    list.runCurrent();
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+import QtQml 2.15
+import QtQuick 2.15
+
+// Everything that can be done, with its keys. What has no function is the plot's own: its key is played to it.
+Item {
+    id: commands
+
+    /// The window.
+    property QtObject scene
+    property QtObject plot
+    property QtObject dialogs
+    property bool active: true
+    readonly property var all: [
+        command("Open…", ["Ctrl+O"], () => dialogs.chooseFiles()),
+        command("Close the file on top", ["Ctrl+W"], () => scene.closeTop()),
+        command("Close all files", ["Ctrl+Shift+W"], () => scene.closeAll()),
+        command("Open again what was closed", ["Ctrl+Z"], () => scene.reopen()),
+        command("Read all files again", ["R", "F5"], () => scene.reload()),
+        command("Picture…", ["Ctrl+S"], () => dialogs.choosePicture()),
+        command("Lines", ["I"], () => scene.toggleLook("line"), () => scene.look === "line"),
+        command("Areas", ["A"], () => scene.toggleLook("area"), () => scene.look === "area"),
+        command("Logarithmic", ["L"], undefined, () => plot.axisY.logScale),
+        command("Dark", ["D"], () => scene.toggleDark(), () => plot.theme.dark),
+        command("Overview", ["O"], () => scene.toggleOverview(), () => plot.overviewVisible),
+        command("Full screen", ["F11"], () => scene.toggleFullScreen()),
+        command("Zoom in", ["+", "Ctrl+Right"]),
+        command("Zoom out", ["-", "Ctrl+Left"]),
+        command("Zoom in on the values", ["Ctrl+Up"]),
+        command("Zoom out of the values", ["Ctrl+Down"]),
+        command("Show all", ["0"]),
+        command("Show what was shown before", ["Backspace"]),
+        command("Pan to the left", ["Left"]),
+        command("Pan to the right", ["Right"]),
+        command("Pan up", ["Up"]),
+        command("Pan down", ["Down"]),
+        command("Pan to the left by a page", ["PgUp"], () => plot.panBy(-0.9 * plot.plotArea.width)),
+        command("Pan to the right by a page", ["PgDown"], () => plot.panBy(0.9 * plot.plotArea.width)),
+        command("Go to the first value", ["Home"]),
+        command("Go to the last value, and follow", ["End"]),
+        command("Follow, or pause following", ["F"]),
+        command("One cursor, two, or none", ["C"]),
+        command("Move the cursor to the left", ["Shift+Left"]),
+        command("Move the cursor to the right", ["Shift+Right"]),
+        command("Menu", ["Ctrl+K", "?", "F1"], () => scene.showCommands()),
+        command("Quit", ["Ctrl+Q"], () => scene.close())
+    ]
+
+    function command(words, keys, run, isOn) {
+        return {
+            "words": words,
+            "keys": keys,
+            "run": run,
+            "isOn": isOn
+        };
+    }
+
+    function named(words) {
+        return all.find(command => command.words === words);
+    }
+
+    function run(command) {
+        if (command.run)
+            command.run();
+        else
+            desktop.press(plot, command.keys[0]);
+    }
+
+    Repeater {
+        model: commands.all.length
+
+        Item {
+            Shortcut {
+                readonly property var command: commands.all[index]
+
+                enabled: commands.active && command.run !== undefined
+                sequences: command.keys
+                onActivated: commands.run(command)
+            }
+        }
+    }
+}

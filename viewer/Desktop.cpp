@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+#include "viewer/Desktop.h"
+
+#include "viewer/PictureFile.h"
+
+#include <QClipboard>
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QKeySequence>
+#include <QSettings>
+#include <QTextStream>
+
+namespace {
+
+constexpr int longestLine = 400; // letters
+
+} // namespace
+
+Desktop::Desktop(bool keepsSettings, QObject *parent) : QObject(parent)
+{
+    if (keepsSettings)
+        m_settings = new QSettings(this);
+}
+
+QString Desktop::whyUnreadable(const QString &path)
+{
+    const QFileInfo info(path);
+    if (path == QLatin1String("-"))
+        return {};
+    if (!info.exists())
+        return QStringLiteral("no such file");
+    if (info.isDir())
+        return QStringLiteral("a directory, not a file of numbers");
+    return info.isReadable() ? QString() : QStringLiteral("permission denied");
+}
+
+QStringList Desktop::pathsOf(const QList<QUrl> &urls)
+{
+    QStringList paths;
+    for (const QUrl &url : urls)
+        paths.append(url.isLocalFile() ? url.toLocalFile() : url.toString());
+    return paths;
+}
+
+QStringList Desktop::firstLines(const QString &path, int count)
+{
+    QFile file(path);
+    QStringList lines;
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+        return lines;
+    QTextStream text(file.read(qint64(count) * longestLine));
+    while (!text.atEnd() && lines.size() < count)
+        lines.append(text.readLine().left(longestLine));
+    return lines;
+}
+
+QString Desktop::writePicture(const QImage &image, const QString &path)
+{
+    const QByteArray suffix = QFileInfo(path).suffix().toLatin1();
+    return ::writePicture(image, path, suffix.isEmpty() ? "png" : suffix);
+}
+
+void Desktop::copy(const QString &text)
+{
+    QGuiApplication::clipboard()->setText(text);
+}
+
+void Desktop::press(QObject *item, const QString &key)
+{
+    const int code = QKeySequence(key)[0];
+    const auto modifiers = Qt::KeyboardModifiers(code & int(Qt::KeyboardModifierMask));
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QKeyEvent event(type, code & ~int(Qt::KeyboardModifierMask), modifiers);
+        QCoreApplication::sendEvent(item, &event);
+    }
+}
+
+QVariant Desktop::remembered(const QString &name, const QVariant &otherwise) const
+{
+    return m_settings ? m_settings->value(name, otherwise) : otherwise;
+}
+
+void Desktop::remember(const QString &name, const QVariant &value)
+{
+    if (m_settings)
+        m_settings->setValue(name, value);
+}
