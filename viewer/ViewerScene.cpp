@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "viewer/ViewerScene.h"
 
-#include "viewer/FileChecks.h"
-#include "viewer/LineOfBars.h"
-#include "viewer/OpaqueBars.h"
-#include "viewer/SeriesFile.h"
+#include "viewer/Desktop.h"
 #include "viewer/ViewerOptions.h"
 
 #include <QCoreApplication>
@@ -12,11 +9,10 @@
 #include <QQmlApplicationEngine>
 #include <QQmlContext>
 #include <QQuickWindow>
-#include <QVariantMap>
-
-#include <qqml.h>
 
 namespace {
+
+constexpr QSize usualSize(1280, 720);
 
 void addImportPaths(QQmlApplicationEngine &engine)
 {
@@ -33,24 +29,15 @@ void addImportPaths(QQmlApplicationEngine &engine)
 QQuickWindow *loadViewerScene(QQmlApplicationEngine &engine, const SViewerOptions &options)
 {
     addImportPaths(engine);
-    qmlRegisterType<SeriesFile>("VorlixView", 1, 0, "SeriesFile");
-    qmlRegisterType<LineOfBars>("VorlixView", 1, 0, "LineOfBars");
-    engine.rootContext()->setContextProperty(QStringLiteral("fileChecks"), new FileChecks(&engine));
-    engine.setInitialProperties({{QStringLiteral("files"), options.files},
-                                 {QStringLiteral("binWidth"), options.binWidth},
-                                 {QStringLiteral("unit"), options.unit},
-                                 {QStringLiteral("smoothDepth"), options.smoothDepth},
-                                 {QStringLiteral("asArea"), options.area},
-                                 {QStringLiteral("logarithmic"), options.logarithmic},
-                                 {QStringLiteral("dark"), options.darkGround},
-                                 {QStringLiteral("asPicture"), !options.picture.isEmpty()},
-                                 {QStringLiteral("width"), options.size.width()},
-                                 {QStringLiteral("height"), options.size.height()}});
-    engine.load(QUrl(QStringLiteral("qrc:/vorlixview/main.qml")));
-    if (engine.rootObjects().isEmpty())
-        return nullptr;
-    auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
-    if (window)
-        keepBarsOpaque(window);
-    return window;
+    auto *const desktop = new Desktop(options.keepsSettings, &engine);
+    engine.rootContext()->setContextProperty(QStringLiteral("desktop"), desktop);
+    const QSize size =
+        options.size.isEmpty() ? desktop->remembered(QStringLiteral("size"), usualSize).toSize() : options.size;
+    QVariantMap scene = options.scene;
+    scene.insert(QStringLiteral("bare"), !options.showsWindow());
+    scene.insert(QStringLiteral("width"), size.width());
+    scene.insert(QStringLiteral("height"), size.height());
+    engine.setInitialProperties(scene);
+    engine.load(QUrl(QStringLiteral("qrc:/vorlixview/Viewer.qml")));
+    return engine.rootObjects().isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
 }

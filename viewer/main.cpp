@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "viewer/Errand.h"
 #include "viewer/OpenGLCheck.h"
-#include "viewer/PictureWriter.h"
 #include "viewer/ViewerOptions.h"
 #include "viewer/ViewerScene.h"
 
@@ -8,7 +8,6 @@
 #include <QIcon>
 #include <QJSValue>
 #include <QQmlApplicationEngine>
-#include <QQuickItem>
 #include <QQuickWindow>
 #include <QTextStream>
 
@@ -36,14 +35,11 @@ bool displayIsMissing()
         && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 }
 
-/// Makes the window write its picture and end the event loop.
-void exitWithPicture(QQuickWindow *window, const SPictureOrder &order)
+/// Makes the window write what is wanted and end the event loop.
+void exitWithErrand(QQuickWindow *window, const SViewerOptions &options)
 {
-    // A window manager would have its say about the size.
-    window->setFlags(window->flags() | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
-    auto *chart = window->property("chart").value<QQuickItem *>();
-    auto *writer = new PictureWriter(window, chart, order, window);
-    QObject::connect(writer, &PictureWriter::finished, window, [window](const QString &error) {
+    auto *errand = new Errand(window, options, window);
+    QObject::connect(errand, &Errand::finished, window, [window](const QString &error) {
         const QStringList problems = window->property("problems").value<QJSValue>().toVariant().toStringList();
         for (const QString &words : problems + (error.isEmpty() ? QStringList() : QStringList{error}))
             print(stderr, QStringLiteral("%1: %2\n").arg(QCoreApplication::applicationName(), words));
@@ -51,17 +47,9 @@ void exitWithPicture(QQuickWindow *window, const SPictureOrder &order)
     });
 }
 
-/// A file that is being read is read to its end, whoever waits for that. Nobody does: the window is gone, and nothing
-/// of it is wanted any more. No destructor runs beside a reader.
-[[noreturn]] void leaveTheReaders(int code)
-{
-    std::fflush(nullptr);
-    std::_Exit(code);
-}
-
 int run(int argc, char **argv, const SViewerOptions &options)
 {
-    if (!options.picture.isEmpty())
+    if (!options.showsWindow())
         QCoreApplication::setAttribute(Qt::AA_DisableHighDpiScaling); // the same letters on every screen
     QGuiApplication application(argc, argv);
     const QString lack = whyNoOpenGL();
@@ -76,13 +64,10 @@ int run(int argc, char **argv, const SViewerOptions &options)
     QQuickWindow *window = loadViewerScene(engine, options);
     if (!window)
         return EXIT_FAILURE;
-    if (!options.picture.isEmpty())
-        exitWithPicture(window, {options.picture, options.size});
+    if (!options.showsWindow())
+        exitWithErrand(window, options);
     window->show();
-    const int code = QGuiApplication::exec();
-    if (window->property("reading").toBool())
-        leaveTheReaders(code);
-    return code;
+    return QGuiApplication::exec();
 }
 
 } // namespace
