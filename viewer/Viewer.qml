@@ -1,0 +1,306 @@
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Window 2.15
+import VorlixPlugin.Views 1.0
+
+// Files of numbers in one plot, and what is needed around it.
+Window {
+    id: window
+
+    /// What the command line asks for.
+    property var paths: []
+    /// Properties of the files' readers that replace guesses.
+    property var hints: ({})
+    property real start: 0
+    /// 0: what the file says, else 1.
+    property real step: 0
+    property string unit
+    property int smoothDepth: 1
+    /// "bars", "line" or "area"; empty for what suits each file.
+    property string look
+    property bool logarithmic: false
+    /// "dark" or "light"; empty for what the desktop has.
+    property string colors
+    /// The part of x to show at first, as [from, to]; empty for all.
+    property var range: []
+    /// Nothing but the plot, for a picture.
+    property bool bare: false
+    property var files: []
+    property var closed: []
+    readonly property alias plot: view
+    readonly property alias notice: footer
+    readonly property bool reading: files.some(file => file.busy)
+    readonly property bool hasNumbers: files.some(file => file.hasNumbers)
+    readonly property var problems: files.map(file => file.problem).filter(Boolean)
+    /// What is shown, in words: as long as it is the same, so is the picture.
+    readonly property string shown: [view.axisX.min, view.axisX.max, view.axisY.min, view.axisY.max, view.plotArea, view.seriesList.length].join()
+    readonly property bool follows: files.some(file => file.reader.follow || file.path === "-")
+    /// What is going on, for who stands far away.
+    readonly property var state: {
+        if (!follows || files.length === 0)
+            return {
+        };
+
+        if (files.every(file => file.store !== null && file.store.complete))
+            return {
+            "words": "ENDED",
+            "color": "#5f6b76"
+        };
+
+        return view.following ? {
+            "words": "FOLLOWING",
+            "color": "#2e7d32"
+        } : {
+            "words": "PAUSED",
+            "color": "#b26a00"
+        };
+    }
+
+    /// Shows files over those that are there. What can't be shown is said.
+    function open(paths, hints) {
+        const refused = [];
+        const opened = [];
+        for (const path of paths) {
+            const reason = desktop.whyUnreadable(path);
+            if (reason)
+                refused.push(path + ": " + reason);
+            else
+                opened.push(fileComponent.createObject(content, {
+                "path": path,
+                "hints": hints || ({})
+            }));
+        }
+        footer.said = refused.join("\n");
+        files = files.concat(opened);
+        arrange();
+    }
+
+    /// Lets the plot draw the files in their order.
+    function arrange() {
+        const drawn = files.map(file => file.series);
+        while (view.seriesList.length > 0)
+            view.removeSeries(view.seriesList[0]);
+        for (const series of drawn)
+            view.addSeries(series);
+    }
+
+    function close_(wanted) {
+        closed = closed.concat([wanted.map(file => [file.path, file.hints])]);
+        files = files.filter(file => !wanted.includes(file));
+        footer.said = "";
+        arrange();
+        for (const file of wanted)
+            file.destroy();
+        if (files.length === 0)
+            view.zoomReset();
+    }
+
+    function closeTop() {
+        close_(files.slice(-1));
+    }
+
+    function closeAll() {
+        close_(files);
+    }
+
+    function reopen() {
+        const last = closed.slice(-1)[0] || [];
+        closed = closed.slice(0, -1);
+        for (const [path, hints] of last)
+            open([path], hints);
+    }
+
+    function reload() {
+        for (const file of files)
+            file.reader.reload();
+    }
+
+    /// Gives up what takes long.
+    function cancel() {
+        for (const file of files) {
+            if (file.busy)
+                file.reader.cancel();
+        }
+        footer.said = "";
+    }
+
+    function toggleLook(wanted) {
+        look = look === wanted ? "" : wanted;
+    }
+
+    function toggleDark() {
+        colors = view.theme.dark ? "light" : "dark";
+    }
+
+    function toggleOverview() {
+        view.overviewVisible = !view.overviewVisible;
+    }
+
+    function toggleFullScreen() {
+        visibility = visibility === Window.FullScreen ? Window.AutomaticVisibility : Window.FullScreen;
+    }
+
+    function showCommands() {
+        panel.sourceComponent = commandList;
+    }
+
+    function focusPlot() {
+        panel.sourceComponent = null;
+        view.forceActiveFocus();
+    }
+
+    function savePicture(path) {
+        footer.said = "";
+        view.grabToImage((result) => {
+            footer.said = desktop.writePicture(result.image, path);
+        }, Qt.size(2 * view.width, 2 * view.height));
+    }
+
+    color: view.theme.backgroundColor
+    title: files.length === 0 ? "vorlixview" : files.map(file => file.name).join(", ") + " – vorlixview"
+    Component.onCompleted: {
+        view.axisY.logScale = logarithmic;
+        if (range.length === 2) {
+            view.axisX.min = range[0];
+            view.axisX.max = range[1];
+        }
+        open(paths, hints);
+    }
+
+    Component {
+        id: fileComponent
+
+        FileSeries {
+            isOver: window.files.indexOf(this) > 0
+            scene: window
+            onExchanged: window.arrange()
+        }
+    }
+
+    Item {
+        id: content
+
+        Keys.onEscapePressed: (event) => window.cancel()
+        anchors.fill: parent
+
+        Loader {
+            id: bar
+
+            active: !window.bare
+            anchors.left: parent.left
+            anchors.right: parent.right
+
+            sourceComponent: ViewerBar {
+                commands: actions
+                scene: window
+                theme: view.theme
+            }
+        }
+
+        PlotView {
+            id: view
+
+            anchors.bottom: footer.top
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.top: bar.bottom
+            axisX.unit: window.unit || (window.files.length > 0 ? window.files[0].xUnit : "")
+            axisY.unit: window.files.length > 0 ? window.files[0].unit : ""
+            focus: true
+            legendVisible: window.files.length > 1
+            followMode: window.follows ? PlotView.FollowEnd : PlotView.FollowNone
+            readoutVisible: !window.bare
+
+            theme: PlotTheme {
+                colorScheme: window.colors === "dark" ? PlotTheme.Dark : window.colors === "light" || window.bare ? PlotTheme.Light : PlotTheme.Automatic
+            }
+        }
+
+        Text {
+            anchors.centerIn: view
+            color: view.theme.labelTextColor
+            font.pixelSize: 18
+            text: "Drop files of numbers here, or press Ctrl+O"
+            textFormat: Text.PlainText
+            visible: window.files.length === 0
+        }
+
+        ViewerNotice {
+            id: footer
+
+            anchors.bottom: parent.bottom
+            files: window.bare ? [] : window.files
+            theme: view.theme
+            width: parent.width
+            onDismissed: said = ""
+        }
+
+        DropArea {
+            anchors.fill: parent
+            onDropped: (drop) => {
+                if (!drop.hasUrls)
+                    return ;
+
+                drop.accept(Qt.CopyAction); // whatever was proposed: the files stay where they are
+                window.open(desktop.pathsOf(drop.urls));
+            }
+        }
+
+        Loader {
+            id: panel
+
+            anchors.centerIn: parent
+            height: Math.min(parent.height - 40, 560)
+            width: Math.min(parent.width - 40, 520)
+        }
+    }
+
+    Component {
+        id: commandList
+
+        CommandList {
+            commands: actions
+            theme: view.theme
+            onClosed: window.focusPlot()
+        }
+    }
+
+    Commands {
+        id: actions
+
+        active: !window.bare
+        dialogs: dialogLoader
+        plot: view
+        scene: window
+    }
+
+    // Made at the first use.
+    Loader {
+        id: dialogLoader
+
+        function chooseFiles() {
+            active = true;
+            item.chooseFiles();
+        }
+
+        function choosePicture() {
+            active = true;
+            item.choosePicture();
+        }
+
+        active: false
+        source: "ViewerDialogs.qml"
+    }
+
+    Connections {
+        function onFilesChosen(paths) {
+            window.open(paths);
+        }
+
+        function onPictureChosen(path) {
+            window.savePicture(path);
+        }
+
+        target: dialogLoader.item
+    }
+}
