@@ -2,57 +2,44 @@
 import QtQuick 2.15
 import QtQuick.Dialogs 1.3
 
-// The dialogs for files, made at their first use.
+// The dialogs for files. To be loaded when one is wanted: they take long.
 Item {
-    id: root
+    id: dialogs
 
     signal filesChosen(var paths)
     signal pictureChosen(string path)
 
     function chooseFiles() {
-        openLoader.active = true;
-        openLoader.item.open();
+        openDialog.open();
     }
 
     function choosePicture() {
-        saveLoader.active = true;
-        saveLoader.item.open();
+        pictureDialog.open();
     }
 
-    function pathOf(url) {
-        return fileChecks.pathsOf([url])[0];
+    /// With an ending if it has none.
+    function pathOf(url, ending) {
+        const path = desktop.pathsOf([url])[0];
+        return /\.[a-z]+$/i.test(path) ? path : path + ending;
     }
 
-    Loader {
-        id: openLoader
+    FileDialog {
+        id: openDialog
 
-        active: false
-
-        sourceComponent: FileDialog {
-            nameFilters: ["All files (*)", "Text (*.txt *.csv *.dat *.asc)"]
-            selectMultiple: true
-            title: "Open files of numbers"
-            onAccepted: root.filesChosen(fileChecks.pathsOf(fileUrls.length > 0 ? fileUrls : [fileUrl]))
-        }
-
+        nameFilters: ["All files (*)", "Numbers (*.txt *.csv *.tsv *.dat *.asc *.spe *.npy *.wav *.raw *.bin)"]
+        selectMultiple: true
+        title: "Open files of numbers"
+        onAccepted: dialogs.filesChosen(desktop.pathsOf(fileUrls.length > 0 ? fileUrls : [fileUrl]))
     }
 
-    Loader {
-        id: saveLoader
+    FileDialog {
+        id: pictureDialog
 
-        active: false
-
-        sourceComponent: FileDialog {
-            defaultSuffix: "png"
-            nameFilters: ["Pictures (*.png)"]
-            selectExisting: false
-            title: "Save a picture of the plot"
-            onAccepted: {
-                const path = root.pathOf(fileUrl);
-                root.pictureChosen(/\.[a-z]+$/i.test(path) ? path : path + ".png");
-            }
-        }
-
+        defaultSuffix: "png"
+        nameFilters: ["Pictures (*.png)"]
+        selectExisting: false
+        title: "Save a picture of the plot"
+        onAccepted: dialogs.pictureChosen(dialogs.pathOf(fileUrl, ".png"))
     }
 
 }

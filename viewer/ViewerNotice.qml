@@ -1,63 +1,86 @@
 // SPDX-License-Identifier: MIT
 import QtQuick 2.15
-import QtQuick.Controls 2.15
+import VorlixPlugin.Views 1.0
 
-// What stands in the middle of the plot: how far the files have been read, what is wrong with them, how to open some.
+// What is to be said about each file, one line each: how far it has been read, what was guessed, what is wrong. A click
+// opens the panel where guesses are changed.
 Column {
-    id: root
+    id: notice
 
-    property var views: []
-    property var problems: []
-    property bool hasMessage: false
-    property bool asPicture: false
-    readonly property var busyViews: views.filter((view) => {
-        return view.busy;
-    })
-    /// Of the files that are being read, how much has been; -1 while none is.
-    readonly property real progress: {
-        const known = busyViews.filter((view) => {
-            return view.progress >= 0;
-        });
-        return known.length === 0 ? -1 : known.reduce((sum, view) => {
-            return sum + view.progress;
-        }, 0) / known.length;
+    property var files: []
+    property QtObject theme
+    /// What went wrong last; a click takes it away.
+    property string said
+    readonly property color alarm: "#b3261e"
+
+    signal fileClicked(QtObject file)
+    signal dismissed()
+
+    function speed(bytes) {
+        return bytes >= 1e6 ? (bytes / 1e6).toFixed(0) + " MB/s" : (bytes / 1e3).toFixed(0) + " kB/s";
     }
 
-    function describeWork(view) {
-        const what = view.name + " (" + fileChecks.sizeOf(view.file) + ")";
-        if (view.isUnwanted)
-            return "Closing " + what + " …";
+    function describe(file) {
+        const reader = file.reader;
+        if (file.problem !== "")
+            return file.problem;
 
-        if (view.progress < 0)
-            return "Working on " + what + " …";
+        const share = reader.progress > 0 ? Math.floor(100 * reader.progress) + " %, " : "";
+        if (file.busy)
+            return "Reading " + file.name + ": " + share + speed(reader.bytesPerSecond) + ", Esc cancels";
 
-        return "Reading " + what + ": " + Math.floor(100 * view.progress) + " %";
+        return file.name + ": " + reader.detected;
     }
 
-    spacing: 12
-    visible: busyViews.length > 0 || label.text !== ""
+    Repeater {
+        model: notice.files
 
-    ProgressBar {
-        anchors.horizontalCenter: parent.horizontalCenter
-        indeterminate: root.progress < 0
-        value: Math.max(root.progress, 0)
-        visible: root.busyViews.length > 0 && !root.asPicture
-        width: Math.min(320, root.width / 2)
-    }
-
-    Label {
-        id: label
-
-        horizontalAlignment: Text.AlignHCenter
-        text: {
-            if (root.views.length === 0 && !root.hasMessage)
-                return "Drop files of numbers here, or press Ctrl+O";
-
-            return root.busyViews.map(root.describeWork).concat(root.problems).join("\n");
+        Line {
+            isAlarm: modelData.problem !== ""
+            objectName: "notice"
+            text: notice.describe(modelData)
+            onClicked: notice.fileClicked(modelData)
         }
-        textFormat: Text.PlainText
-        width: root.width
-        wrapMode: Text.Wrap
     }
 
+    Line {
+        isAlarm: true
+        objectName: "said"
+        text: notice.said
+        onClicked: notice.dismissed()
+    }
+
+    component Line: Rectangle {
+        id: line
+
+        property alias text: label.text
+        property bool isAlarm: false
+
+        signal clicked()
+
+        Accessible.name: text
+        Accessible.onPressAction: clicked()
+        Accessible.role: Accessible.AlertMessage
+        color: isAlarm ? notice.alarm : notice.theme.panelColor
+        height: visible ? label.implicitHeight + 6 : 0
+        visible: text !== ""
+        width: notice.width
+
+        Text {
+            id: label
+
+            anchors.verticalCenter: parent.verticalCenter
+            color: line.isAlarm ? "#ffffff" : notice.theme.panelTextColor
+            font: notice.theme.font
+            renderType: Text.NativeRendering
+            textFormat: Text.PlainText
+            width: line.width - 16
+            wrapMode: Text.Wrap
+            x: 8
+        }
+
+        TapHandler {
+            onTapped: line.clicked()
+        }
+    }
 }
