@@ -378,3 +378,326 @@ void tst_vorlixview::barsStandWhereTheFileHasThem()
     const QRect box = barBox(image);
     QVERIFY(box.width() > scene.size.width() * 0.7 && box.height() > scene.size.height() * 0.6);
     const double barWidth = double(box.width()) / values.size();
+    for (int i = 0; i < values.size(); ++i) {
+        const double expected = box.height() * values[i] / 9.0;
+        // The first and the last pixel whose centres lie in the bar, but for a pixel that rounding may take.
+        const int first = int(std::ceil(box.left() + i * barWidth - 0.5 + 0.6));
+        const int last = int(std::floor(box.left() + (i + 1) * barWidth - 0.5 - 0.6));
+        for (const int x : {first, (first + last) / 2, last}) {
+            const int height = columnHeight(image, x, box);
+            QVERIFY2(
+                std::abs(height - expected) <= 1.5,
+                qPrintable(QStringLiteral("bar %1, column %2: %3 for %4").arg(i).arg(x).arg(height).arg(expected)));
+        }
+    }
+}
+
+void tst_vorlixview::atEveryRatioThePictureHasTheSizeAskedFor_data()
+{
+    QTest::addColumn<SScene>("scene");
+    QTest::newRow("1.25") << SScene{QSize(640, 480), QStringLiteral("threaded"), 1.25};
+    QTest::newRow("1.5") << SScene{QSize(1001, 703), QStringLiteral("basic"), 1.5};
+    QTest::newRow("2") << SScene{QSize(640, 480), QStringLiteral("threaded"), 2.0};
+}
+
+/// The layout grows with the ratio, its margins and letters too.
+void tst_vorlixview::atEveryRatioThePictureHasTheSizeAskedFor()
+{
+    QFETCH(SScene, scene);
+    const QVector<double> values{4, 9, 2.5, 7};
+    const QString file = fileOf(QStringLiteral("series.txt"), "4\n9\n2.5\n7\n");
+    const QImage image = picture({file}, scene);
+    QCOMPARE(image.size(), scene.size);
+    QCOMPARE(image.devicePixelRatio(), 1.0);
+    const QRect box = barBox(image);
+    QVERIFY(box.width() > scene.size.width() * 0.6);
+    QVERIFY2(box.left() > 25 * scene.ratio, qPrintable(QString::number(box.left()))); // room for larger letters
+    for (int i = 0; i < values.size(); ++i) {
+        const int x = box.left() + int((i + 0.5) * box.width() / values.size());
+        QVERIFY(std::abs(columnHeight(image, x, box) - box.height() * values[i] / 9.0) <= 2.0);
+    }
+}
+
+void tst_vorlixview::peaksOfASpectrumStandWhereTheFileHasThem()
+{
+    QProcess generator;
+    generator.start(QStringLiteral(PYTHON), {QStringLiteral(SAMPLE_SPECTRUM)});
+    QVERIFY(generator.waitForFinished(60000));
+    const QByteArray text = generator.readAllStandardOutput();
+    const QList<QByteArray> lines = text.trimmed().split('\n');
+    QCOMPARE(lines.size(), 16384);
+    QVector<double> counts;
+    for (const QByteArray &line : lines)
+        counts.append(line.toInt());
+    const double highest = *std::max_element(counts.cbegin(), counts.cend());
+
+    const QImage image = picture({fileOf(QStringLiteral("spectrum.txt"), text)}, {QSize(1280, 720)});
+    QCOMPARE(image.size(), QSize(1280, 720));
+    // The plot area, between the axis of y and the ground at the right.
+    const QRect box = barBox(image);
+    const QRect ground = plotBox(image);
+    const int left = ground.left();
+    const int width = ground.width() - 1;
+    int columnsWithPeaks = 0;
+    for (int column = 0; column < width; ++column) {
+        const int height = columnHeight(image, left + column, box);
+        // Each column shows the highest of its values, give or take one at its edges.
+        const auto place = [&](double shift) {
+            return qBound(0, int((column + shift) * counts.size() / width), int(counts.size()) - 1);
+        };
+        const double most = *std::max_element(counts.cbegin() + place(-0.6), counts.cbegin() + place(1.6) + 1);
+        const double least = *std::max_element(counts.cbegin() + place(0.3), counts.cbegin() + place(0.7) + 1);
+        const double scale = box.height() / highest;
+        QVERIFY2(height <= most * scale + 1.5 && height >= least * scale - 1.5,
+                 qPrintable(QStringLiteral("column %1").arg(column)));
+        columnsWithPeaks += height > box.height() / 5.0;
+    }
+    QVERIFY(columnsWithPeaks >= 5);
+}
+
+void tst_vorlixview::aSinglePeakIsSeen_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<int>("channel");
+    QTest::newRow("bars, the first") << QString() << 0;
+    QTest::newRow("bars, the last") << QString() << 9999;
+    QTest::newRow("area") << QStringLiteral("--area") << 7321;
+    QTest::newRow("line") << QStringLiteral("--line") << 4999;
+}
+
+/// One count in ten thousand channels, fourteen times as many as the picture has columns.
+void tst_vorlixview::aSinglePeakIsSeen()
+{
+    QFETCH(QString, option);
+    QFETCH(int, channel);
+    QByteArray text;
+    for (int i = 0; i < 10000; ++i)
+        text += i == channel ? "700\n" : "0\n";
+    QStringList arguments{fileOf(QStringLiteral("peak.txt"), text)};
+    if (!option.isEmpty())
+        arguments.append(option);
+    const QImage image = picture(arguments, {QSize(800, 400)});
+    QCOMPARE(image.size(), QSize(800, 400));
+    const QRect ground = plotBox(image);
+    const int middle = ground.center().y();
+    QVector<int> columns;
+    for (int x = ground.left(); x <= ground.right(); ++x) {
+        // Blue: the lines of axes and of the grid are gray.
+        if (image.pixelColor(x, middle).blue() - image.pixelColor(x, middle).red() > 60)
+            columns.append(x);
+    }
+    QVERIFY2(!columns.isEmpty() && columns.size() <= 3, qPrintable(QString::number(columns.size())));
+    const double expected = ground.left() + (channel + 0.5) / 10000 * ground.width();
+    QVERIFY2(std::abs(columns.first() - expected) <= 2.5, qPrintable(QString::number(columns.first())));
+}
+
+void tst_vorlixview::negativeValuesAreALine()
+{
+    const QString file = fileOf(QStringLiteral("series.txt"), "-4\n8\n-2\n6\n6\n");
+    const QImage image = picture({file}, {QSize(572, 400)});
+    QCOMPARE(image.size(), QSize(572, 400));
+    QVERIFY(!barBox(image).isEmpty());
+    int pixels = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            pixels += image.pixelColor(x, y) == barColor;
+    }
+    QVERIFY2(pixels < 572 * 400 / 50, qPrintable(QString::number(pixels))); // bars would cover a third
+}
+
+/// An average over four values of one peak of 8 among zeros: four bars of 2.
+void tst_vorlixview::smoothingSpreadsAPeak()
+{
+    QByteArray text;
+    for (int i = 0; i < 20; ++i)
+        text += i == 10 ? "8\n" : "0\n";
+    const QImage image =
+        picture({QStringLiteral("--smooth"), QStringLiteral("4"), fileOf(QStringLiteral("series.txt"), text)},
+                {QSize(472, 400)});
+    const QRect box = barBox(image);
+    const QRect ground = plotBox(image);
+    const double bin = ground.width() / 20.0;
+    QVERIFY(std::abs(box.left() - (ground.left() + 8 * bin)) <= 2.0);
+    QVERIFY(std::abs(box.right() + 1 - (ground.left() + 12 * bin)) <= 2.0);
+    QCOMPARE(columnHeight(image, box.left() + 2, box), box.height());
+    QCOMPARE(columnHeight(image, box.right() - 2, box), box.height());
+}
+
+void tst_vorlixview::aLogarithmicScaleShowsPowersOfTen()
+{
+    const QString file = fileOf(QStringLiteral("series.txt"), "1\n10\n100\n1000\n0\n");
+    const QImage image = picture({QStringLiteral("--log"), file}, {QSize(572, 400)});
+    const QRect box = barBox(image);
+    const QRect ground = plotBox(image);
+    QVector<int> heights;
+    for (int bin = 0; bin < 5; ++bin)
+        heights.append(columnHeight(image, int(ground.left() + (bin + 0.5) * ground.width() / 5.0), box));
+    QCOMPARE(heights[4], 0);
+    QVERIFY(heights[0] > 3); // half of it is the base line
+    const int decade = heights[1] - heights[0];
+    QVERIFY(decade > 40);
+    QVERIFY(std::abs(heights[2] - heights[1] - decade) <= 1 && std::abs(heights[3] - heights[2] - decade) <= 1);
+}
+
+void tst_vorlixview::theSecondFileLiesOverTheFirst()
+{
+    const QStringList files{fileOf(QStringLiteral("a.txt"), "10\n0\n"), fileOf(QStringLiteral("b.txt"), "5\n5\n")};
+    const QImage image = picture(files, {QSize(400, 300)});
+    QCOMPARE(image.size(), QSize(400, 300));
+    const QRect box = barBox(image);
+    const int low = 210;
+    const int high = box.top() + 20;
+    const auto mixed = [](const QColor &over, const QColor &under) {
+        const auto channel = [](int o, int u) { return int(std::lround(0.6 * o + 0.4 * u)); };
+        return QColor(channel(over.red(), under.red()), channel(over.green(), under.green()),
+                      channel(over.blue(), under.blue()));
+    };
+    QVERIFY(isNear(image.pixelColor(100, high), barColor));
+    QVERIFY(isNear(image.pixelColor(100, low), mixed(secondColor, barColor)));
+    QVERIFY(isNear(image.pixelColor(300, low), mixed(secondColor, lightGround)));
+}
+
+void tst_vorlixview::theBinWidthChangesTheLabelsAndNoBar()
+{
+    const SScene scene{QSize(400, 300)};
+    const QString file = fileOf(QStringLiteral("series.txt"), "3\n1\n2\n");
+    const QImage one = picture({file}, scene);
+    const QImage tiny = picture({QStringLiteral("--bin-width"), QStringLiteral("9.375e-12"), file}, scene);
+    QCOMPARE(one.size(), scene.size);
+    const QRect box = barBox(one);
+    QCOMPARE(barBox(tiny), box);
+    const QRect labels(0, box.bottom() + 4, 400, 299 - box.bottom() - 4);
+    QVERIFY(tiny.copy(labels) != one.copy(labels));
+}
+
+void tst_vorlixview::aRangeIsAllThatIsSeen()
+{
+    const QString file = fileOf(QStringLiteral("series.txt"), "9\n1\n2\n1\n9\n");
+    const QImage part = picture({QStringLiteral("--range"), QStringLiteral("1:4"), file}, {QSize(400, 300)});
+    const QRect box = barBox(part);
+    QVERIFY(box.height() > 150); // as high as its own values need
+    QCOMPARE(columnHeight(part, box.center().x(), box), box.height());
+    for (const int x : {box.left() + 3, box.right() - 3})
+        QVERIFY(std::abs(columnHeight(part, x, box) - box.height() / 2) <= 1);
+}
+
+void tst_vorlixview::darkColorsAreDark()
+{
+    const QString file = fileOf(QStringLiteral("series.txt"), "1\n2\n");
+    const QImage dark = picture({QStringLiteral("--dark"), file}, {QSize(400, 300)});
+    QVERIFY(dark.pixelColor(2, 2).lightness() < 60);
+    const QImage light = picture({file}, {QSize(400, 300)});
+    QVERIFY(light.pixelColor(2, 2).lightness() > 240);
+}
+
+void tst_vorlixview::columnsSamplesAndPipesAreRead_data()
+{
+    QTest::addColumn<QString>("options");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<bool>("asInput");
+    QTest::newRow("a column by its number") << "--column 2" << QByteArray("1;3\n2;1\n3;2\n") << false;
+    QTest::newRow("a column by its name, decimal commas")
+        << "--column U" << QByteArray("t;U\n1;4,5\n2;1,5\n3;3,0\n") << false;
+    QTest::newRow("samples") << "--sample-type uint8" << QByteArray("\3\1\2") << false;
+    QTest::newRow("standard input") << "-" << QByteArray("3\n1\n2\n") << true;
+    QTest::newRow("skipped lines") << "--skip-lines 2" << QByteArray("7\n7\n3\n1\n2\n") << false;
+    QTest::newRow("followed") << "--follow" << QByteArray("3\n1\n2\n") << false;
+}
+
+/// They all hold 3, 1, 2, or that by the half again.
+void tst_vorlixview::columnsSamplesAndPipesAreRead()
+{
+    QFETCH(QString, options);
+    QFETCH(QByteArray, content);
+    QFETCH(bool, asInput);
+    QStringList arguments = options.split(QLatin1Char(' '));
+    if (!asInput)
+        arguments.append(fileOf(QStringLiteral("series"), content));
+    const QImage image = picture(arguments, {QSize(400, 300)}, {}, asInput ? content : QByteArray());
+    const QRect box = barBox(image);
+    QVERIFY(box.width() > 300);
+    for (int i = 0; i < 3; ++i) {
+        const int height = columnHeight(image, box.left() + int((i + 0.5) * box.width() / 3.0), box);
+        QVERIFY(std::abs(height - box.height() * QVector<double>{3, 1, 2}[i] / 3.0) <= 1.5);
+    }
+}
+
+void tst_vorlixview::bothRenderLoopsGiveTheSamePicture()
+{
+    const QString file = fileOf(QStringLiteral("series.txt"), "3\n1\n4\n1\n5\n9\n2\n6\n");
+    const QImage first = picture({file}, {QSize(500, 300), QStringLiteral("threaded")});
+    QVERIFY(!first.isNull());
+    QCOMPARE(picture({file}, {QSize(500, 300), QStringLiteral("basic")}), first);
+}
+
+void tst_vorlixview::noNumberAtAllIsAFailure_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("part");
+    QTest::newRow("empty") << QByteArray() << QStringLiteral("is empty");
+    QTest::newRow("a line of text") << QByteArray("counts\n") << QStringLiteral("the first one reads “counts”");
+    QTest::newRow("bytes") << QByteArray("1\n2\0003\n", 6) << QStringLiteral("is not a text");
+}
+
+/// Said once, there is no picture that would pass for one, and the former one stays.
+void tst_vorlixview::noNumberAtAllIsAFailure()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, part);
+    const QString picture = fileOf(QStringLiteral("picture.png"), "the former one");
+    const QString file = fileOf(QStringLiteral("series.txt"), content);
+    const SOutcome outcome = view({QStringLiteral("--png"), picture, file}, environment());
+    QCOMPARE(outcome.exitCode, 1);
+    const QStringList lines = outcome.errors.split(QLatin1Char('\n'));
+    QCOMPARE(lines.size(), 3);
+    QVERIFY2(lines[0].startsWith(QStringLiteral("vorlixview: “%1” ").arg(file)) && lines[0].contains(part),
+             qPrintable(lines[0]));
+    QCOMPARE(lines[1], QStringLiteral("vorlixview: %1: not written: there are no numbers to show").arg(picture));
+    QFile former(picture);
+    QVERIFY(former.open(QIODevice::ReadOnly));
+    QCOMPARE(former.readAll(), QByteArray("the former one"));
+}
+
+void tst_vorlixview::whatIsNotUnderstoodIsSaidBesideThePicture()
+{
+    const QString file = fileOf(QStringLiteral("series.txt"), "1\n2\n3\nfoo\n5\n");
+    const QImage image =
+        picture({file}, {QSize(400, 300)},
+                QStringLiteral("vorlixview: series.txt: 1 column; 1 line not understood in full, shown "
+                               "as gaps, the first one line 4\n"));
+    QVERIFY(!barBox(image).isEmpty());
+}
+
+void tst_vorlixview::oneBadFileOfTwoIsSaid()
+{
+    const QString good = fileOf(QStringLiteral("good.txt"), "1\n2\n");
+    const QString bad = fileOf(QStringLiteral("bad.txt"), "");
+    const QImage image =
+        picture({good, bad}, {QSize(400, 300)}, QStringLiteral("vorlixview: “%1” is empty\n").arg(bad));
+    QVERIFY(!barBox(image).isEmpty());
+}
+
+void tst_vorlixview::valuesBeyondMeasureGiveAPicture()
+{
+    const QStringList files{
+        fileOf(QStringLiteral("a.txt"), "1\ninf\n-inf\n3\n"), fileOf(QStringLiteral("b.txt"), "1\nnan\n3\n"),
+        fileOf(QStringLiteral("c.txt"), "1e308\n1.7e308\n-1.7e308\n"), fileOf(QStringLiteral("d.txt"), "1e-320\n")};
+    for (const QString &file : files)
+        QCOMPARE(picture({file}, {QSize(400, 300)}).size(), QSize(400, 300));
+    QCOMPARE(picture(files, {QSize(400, 300), QStringLiteral("basic")}).size(), QSize(400, 300));
+}
+
+void tst_vorlixview::aWindowStaysOpen()
+{
+    QProcess process;
+    process.setProcessEnvironment(environment());
+    process.start(QStringLiteral(VIEWER), {fileOf(QStringLiteral("series.txt"), "1\n2\n3\n")});
+    QVERIFY(process.waitForStarted());
+    QVERIFY(!process.waitForFinished(1000));
+    process.terminate();
+    QVERIFY(process.waitForFinished(20000));
+    QCOMPARE(QString::fromUtf8(process.readAllStandardError()), QString());
+}
+
+QTEST_GUILESS_MAIN(tst_vorlixview)
+#include "tst_vorlixview.moc"
