@@ -1,0 +1,410 @@
+// SPDX-License-Identifier: MIT
+// What people do with the viewer: open, drop and close files, press keys, click, read what it says.
+#include "viewer/ViewerOptions.h"
+#include "viewer/ViewerScene.h"
+
+#include <QClipboard>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QGuiApplication>
+#include <QImage>
+#include <QJSValue>
+#include <QMimeData>
+#include <QQmlApplicationEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QScopedPointer>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+#include <ctime>
+
+namespace {
+
+/// Milliseconds that this thread has worked for: a busy machine adds none to them.
+double worked()
+{
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
+}
+
+/// The visible item below another one with a property that reads so; null for none.
+QQuickItem *itemReading(QQuickItem *item, const QString &text)
+{
+    if (!item->isVisible())
+        return nullptr;
+    if (item->property("text").toString() == text)
+        return item;
+    for (QQuickItem *child : item->childItems()) {
+        if (QQuickItem *found = itemReading(child, text))
+            return found;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+class tst_viewerscene : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanup();
+
+    void filesAreShownWithWhatWasGuessed();
+    void readingShowsProgressAndNoFrozenWindow();
+    void escapeEndsReading();
+    void closingDoesNotWaitForTheReader();
+    void whatWasClosedIsOpenedAgain();
+    void droppedFilesAreShownAndOthersNamed();
+    void keysZoomPanAndSwitch();
+    void theBarDoesWhatItsKeysDo();
+    void commandsAreFoundByTyping();
+    void negativeValuesBecomeALine();
+    void whatCannotBeReadIsSaid();
+    void aFollowedFileSaysSo();
+    void aPictureIsSaved();
+
+private:
+    void show(const SViewerOptions &options);
+    void showFiles(const QStringList &files, const QVariantMap &scene = {});
+    void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
+    {
+        QTest::keyClick(m_window, Qt::Key(key), modifiers);
+    }
+    bool is(const char *property) const { return m_window->property(property).toBool(); }
+    QVector<QObject *> files() const;
+    QObject *axis(const char *name) const { return m_plot->property(name).value<QObject *>(); }
+    double from() const { return axis("axisX")->property("min").toDouble(); }
+    double to() const { return axis("axisX")->property("max").toDouble(); }
+    QStringList notices() const;
+    void openFiles(const QStringList &files) const
+    {
+        QVERIFY(QMetaObject::invokeMethod(m_window, "open", Q_ARG(QVariant, files), Q_ARG(QVariant, QVariantMap())));
+    }
+    QQuickItem *reading(const QString &text) const { return itemReading(m_window->contentItem(), text); }
+    void click(QQuickItem *item) const
+    {
+        QVERIFY(item);
+        QTest::mouseClick(m_window, Qt::LeftButton, {},
+                          item->mapToScene({item->width() / 2, item->height() / 2}).toPoint());
+    }
+    QString fileOf(const QString &name, const QByteArray &content) const;
+
+    QTemporaryDir m_folder;
+    QString m_short; ///< twenty values, of which the tenth is the highest
+    QString m_long;  ///< ten million
+    QScopedPointer<QQmlApplicationEngine> m_engine;
+    QQuickWindow *m_window = nullptr;
+    QQuickItem *m_plot = nullptr;
+};
+
+void tst_viewerscene::initTestCase()
+{
+    QByteArray text;
+    for (int i = 0; i < 20; ++i)
+        text += i == 9 ? "80\n" : "40\n";
+    m_short = fileOf(QStringLiteral("short.txt"), text);
+    m_long = fileOf(QStringLiteral("long.txt"), QByteArray("123\n456\n").repeated(5'000'000));
+}
+
+void tst_viewerscene::cleanup()
+{
+    m_engine.reset();
+}
+
+QString tst_viewerscene::fileOf(const QString &name, const QByteArray &content) const
+{
+    QFile file(m_folder.filePath(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("no test file");
+    return file.fileName();
+}
+
+void tst_viewerscene::show(const SViewerOptions &options)
+{
+    m_engine.reset(new QQmlApplicationEngine);
+    m_window = loadViewerScene(*m_engine, options);
+    QVERIFY(m_window);
+    m_window->show();
+    m_window->requestActivate();
+    QVERIFY(QTest::qWaitForWindowActive(m_window));
+    m_plot = m_window->property("plot").value<QQuickItem *>();
+    QVERIFY(m_plot);
+    QTRY_VERIFY(!is("reading"));
+}
+
+void tst_viewerscene::showFiles(const QStringList &files, const QVariantMap &scene)
+{
+    SViewerOptions options;
+    options.keepsSettings = false;
+    options.size = QSize(900, 600);
+    options.scene = scene;
+    options.scene.insert(QStringLiteral("paths"), files);
+    show(options);
+}
+
+QVector<QObject *> tst_viewerscene::files() const
+{
+    QVector<QObject *> files;
+    const QJSValue list = m_window->property("files").value<QJSValue>();
+    for (int i = 0; i < list.property(QStringLiteral("length")).toInt(); ++i)
+        files.append(list.property(quint32(i)).toQObject());
+    return files;
+}
+
+/// What the lines under the plot say.
+QStringList tst_viewerscene::notices() const
+{
+    QStringList notices;
+    for (const QQuickItem *item : m_window->property("notice").value<QQuickItem *>()->childItems()) {
+        if (item->isVisible() && item->property("text").isValid())
+            notices.append(item->property("text").toString());
+    }
+    return notices;
+}
+
+void tst_viewerscene::filesAreShownWithWhatWasGuessed()
+{
+    showFiles({m_short, fileOf(QStringLiteral("table.csv"), "t;U [V]\n1;2,5\n2;3,5\n")});
+    QCOMPARE(files().size(), 2);
+    QTRY_COMPARE(notices().size(), 2);
+    QCOMPARE(notices()[0], QStringLiteral("short.txt: 1 column"));
+    QVERIFY2(notices()[1].startsWith(QStringLiteral("table.csv: 2 columns between semicolons; decimal comma")),
+             qPrintable(notices()[1]));
+    QCOMPARE(m_window->title(), QStringLiteral("short.txt, table.csv – vorlixview"));
+    QCOMPARE(to(), 20.0);
+}
+
+void tst_viewerscene::readingShowsProgressAndNoFrozenWindow()
+{
+    showFiles({});
+    QVERIFY(reading(QStringLiteral("Drop files of numbers here, or press Ctrl+O")));
+    openFiles({m_long});
+    QVERIFY(is("reading"));
+    QVector<double> progress;
+    double longest = 0.0;
+    QElapsedTimer timer;
+    timer.start();
+    while (is("reading")) {
+        const double before = worked();
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+        longest = std::max(longest, worked() - before);
+        const double now = files()[0]->property("reader").value<QObject *>()->property("progress").toDouble();
+        if (progress.isEmpty() || now != progress.last())
+            progress.append(now);
+        QVERIFY(timer.elapsed() < 60000);
+    }
+    qInfo("%d steps of progress; the longest turn of the event loop worked for %.1f ms", int(progress.size()), longest);
+    QVERIFY(progress.size() >= 3);
+    QVERIFY(std::is_sorted(progress.cbegin(), progress.cend()));
+    QVERIFY(longest < 100.0);
+    QTRY_COMPARE(to(), 1e7);
+}
+
+void tst_viewerscene::escapeEndsReading()
+{
+    showFiles({});
+    openFiles({m_long});
+    QTRY_VERIFY(files()[0]->property("hasNumbers").toBool());
+    press(Qt::Key_Escape);
+    QTRY_VERIFY(!is("reading"));
+    if (to() < 1e7) // it may have come to the end just before
+        QTRY_VERIFY(notices().value(0).contains(QStringLiteral("stopped before the end")));
+}
+
+void tst_viewerscene::closingDoesNotWaitForTheReader()
+{
+    showFiles({m_short});
+    openFiles({m_long});
+    QVERIFY(is("reading"));
+    QCOMPARE(files().size(), 2);
+    press(Qt::Key_W, Qt::ControlModifier | Qt::ShiftModifier);
+    QVERIFY(!is("reading"));
+    QCOMPARE(files().size(), 0);
+    QTRY_VERIFY(reading(QStringLiteral("Drop files of numbers here, or press Ctrl+O")));
+    openFiles({m_short}); // others may be opened thereafter
+    QTRY_VERIFY(!is("reading"));
+    QTRY_COMPARE(to(), 20.0);
+}
+
+void tst_viewerscene::whatWasClosedIsOpenedAgain()
+{
+    const QString other = fileOf(QStringLiteral("other.csv"), "1;2\n3;4\n");
+    showFiles({m_short});
+    QVERIFY(QMetaObject::invokeMethod(m_window, "open", Q_ARG(QVariant, QStringList{other}),
+                                      Q_ARG(QVariant, (QVariantMap{{QStringLiteral("column"), 1}}))));
+    QCOMPARE(files().size(), 2);
+    press(Qt::Key_W, Qt::ControlModifier);
+    QCOMPARE(files().size(), 1);
+    QCOMPARE(files()[0]->property("path").toString(), m_short);
+    press(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(files().size(), 2);
+    QCOMPARE(files()[1]->property("path").toString(), other);
+    QCOMPARE(files()[1]->property("reader").value<QObject *>()->property("column").toInt(), 1); // as it was read before
+    press(Qt::Key_Z, Qt::ControlModifier);                                                      // nothing is left
+    QCOMPARE(files().size(), 2);
+}
+
+void tst_viewerscene::droppedFilesAreShownAndOthersNamed()
+{
+    showFiles({m_short});
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(m_short), QUrl::fromLocalFile(m_folder.filePath(QStringLiteral("none.txt"))),
+                  QUrl::fromLocalFile(m_folder.path()), QUrl(QStringLiteral("https://example.org/a.txt")),
+                  QUrl::fromLocalFile(m_short)});
+    const QPoint place(300, 300);
+    QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(m_window, &enter);
+    QVERIFY(enter.isAccepted());
+    QDropEvent drop(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(m_window, &drop);
+    QVERIFY(drop.isAccepted());
+    QCOMPARE(files().size(), 3);
+    QTRY_VERIFY(!is("reading"));
+    QCOMPARE(notices().last(),
+             m_folder.filePath(QStringLiteral("none.txt")) + QStringLiteral(": no such file\n") + m_folder.path()
+                 + QStringLiteral(": a directory, not a file of numbers\n")
+                 + QStringLiteral("https://example.org/a.txt: no such file"));
+    click(reading(notices().last()));
+    QCOMPARE(notices().size(), 3); // a click takes it away
+}
+
+void tst_viewerscene::keysZoomPanAndSwitch()
+{
+    showFiles({m_short});
+    QTRY_COMPARE(to(), 20.0);
+    press(Qt::Key_Plus);
+    QCOMPARE(to() - from(), 10.0);
+    press(Qt::Key_Home);
+    QCOMPARE(from(), 0.0);
+    press(Qt::Key_PageDown);
+    QCOMPARE(from(), 9.0);
+    press(Qt::Key_PageUp);
+    QCOMPARE(from(), 0.0);
+    press(Qt::Key_0);
+    QCOMPARE(to(), 20.0);
+    const auto isOn = [this](int key) {
+        switch (key) {
+        case Qt::Key_A:
+            return m_window->property("look").toString() == QLatin1String("area");
+        case Qt::Key_I:
+            return m_window->property("look").toString() == QLatin1String("line");
+        case Qt::Key_L:
+            return axis("axisY")->property("logScale").toBool();
+        case Qt::Key_O:
+            return m_plot->property("overviewVisible").toBool();
+        default:
+            return m_plot->property("theme").value<QObject *>()->property("dark").toBool();
+        }
+    };
+    for (const int key : {Qt::Key_A, Qt::Key_I, Qt::Key_L, Qt::Key_O, Qt::Key_D}) {
+        QVERIFY(!isOn(key));
+        press(key);
+        QVERIFY(isOn(key));
+        press(key);
+        QVERIFY(!isOn(key));
+    }
+    press(Qt::Key_Q, Qt::ControlModifier);
+    QTRY_VERIFY(!m_window->isVisible());
+}
+
+void tst_viewerscene::theBarDoesWhatItsKeysDo()
+{
+    showFiles({m_short});
+    click(reading(QStringLiteral("Logarithmic")));
+    QTRY_VERIFY(axis("axisY")->property("logScale").toBool());
+    QQuickItem *areas = reading(QStringLiteral("Areas"));
+    click(areas);
+    QTRY_VERIFY(areas->property("checked").toBool());
+    QCOMPARE(files()[0]->property("look").toString(), QStringLiteral("area"));
+    press(Qt::Key_Plus);          // the plot has the keys again
+    QCOMPARE(to() - from(), 9.5); // an area ends at its last point
+}
+
+void tst_viewerscene::commandsAreFoundByTyping()
+{
+    showFiles({m_short});
+    press(Qt::Key_K, Qt::ControlModifier);
+    QTRY_VERIFY(m_window->findChild<QQuickItem *>(QStringLiteral("search")));
+    QVERIFY(reading(QStringLiteral("Read all files again")));
+    for (const char letter : {'o', 'v', 'e', 'r', 'v'})
+        QTest::keyClick(m_window, letter);
+    QTRY_VERIFY(!reading(QStringLiteral("Read all files again")));
+    QVERIFY(!m_plot->property("overviewVisible").toBool()); // no letter was a key
+    press(Qt::Key_Return);
+    QTRY_VERIFY(m_plot->property("overviewVisible").toBool());
+    QTRY_VERIFY(!m_window->findChild<QQuickItem *>(QStringLiteral("search")));
+    press(Qt::Key_F1);
+    QTRY_VERIFY(m_window->findChild<QQuickItem *>(QStringLiteral("search")));
+    for (const char letter : {'z', 'o', 'o', 'm', ' ', 'i', 'n'}) // the plot's own
+        QTest::keyClick(m_window, letter);
+    press(Qt::Key_Return);
+    QTRY_COMPARE(to() - from(), 10.0);
+    press(Qt::Key_Question);
+    QTRY_VERIFY(m_window->findChild<QQuickItem *>(QStringLiteral("search")));
+    press(Qt::Key_Escape);
+    QTRY_VERIFY(!m_window->findChild<QQuickItem *>(QStringLiteral("search")));
+    QTRY_VERIFY(m_plot->hasActiveFocus());
+}
+
+void tst_viewerscene::negativeValuesBecomeALine()
+{
+    showFiles({m_short, fileOf(QStringLiteral("signed.txt"), "1\n-1\n2\n")});
+    QTRY_COMPARE(files()[1]->property("look").toString(), QStringLiteral("line"));
+    QCOMPARE(files()[0]->property("look").toString(), QStringLiteral("bars"));
+    QCOMPARE(files()[1]->property("series").value<QObject *>()->metaObject()->className(), "LineSeries");
+}
+
+void tst_viewerscene::whatCannotBeReadIsSaid()
+{
+    const QString empty = fileOf(QStringLiteral("empty.txt"), "");
+    const QString hole = fileOf(QStringLiteral("hole.txt"), "1\n2\n3\nfoo\n5\n");
+    showFiles({m_short, empty, hole});
+    QTRY_COMPARE(notices().value(1), QStringLiteral("“%1” is empty").arg(empty));
+    QVERIFY(notices().value(2).contains(QStringLiteral("the first one line 4")));
+    QCOMPARE(to(), 20.0);
+}
+
+void tst_viewerscene::aFollowedFileSaysSo()
+{
+    const QString log = fileOf(QStringLiteral("log.txt"), "1\n2\n3\n");
+    showFiles({log}, {{QStringLiteral("hints"), QVariantMap{{QStringLiteral("follow"), true}}}});
+    QTRY_VERIFY(reading(QStringLiteral("FOLLOWING")));
+    QFile file(log);
+    QVERIFY(file.open(QIODevice::Append) && file.write("4\n5\n") == 4 && file.flush());
+    QTRY_COMPARE(to(), 5.0);
+    press(Qt::Key_Plus);
+    press(Qt::Key_Left);
+    QTRY_VERIFY(reading(QStringLiteral("PAUSED")));
+    press(Qt::Key_End);
+    QTRY_VERIFY(reading(QStringLiteral("FOLLOWING")));
+}
+
+void tst_viewerscene::aPictureIsSaved()
+{
+    showFiles({m_short});
+    const auto save = [this](const QString &path) {
+        QVERIFY(QMetaObject::invokeMethod(m_window, "savePicture", Q_ARG(QVariant, path)));
+    };
+    save(QStringLiteral("/dev/full"));
+    QTRY_COMPARE(notices().value(1), QStringLiteral("/dev/full: No space left on device"));
+    const QString picture = m_folder.filePath(QStringLiteral("picture.png"));
+    save(picture);
+    QTRY_VERIFY(QFile::exists(picture));
+    QTRY_COMPARE(notices().size(), 1); // the next one goes well: nothing is said any more
+    QCOMPARE(QImage(picture).width(), 2 * int(m_plot->width()));
+}
+
+int main(int argc, char **argv)
+{
+    QGuiApplication application(argc, argv);
+    QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
+    tst_viewerscene test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_viewerscene.moc"
