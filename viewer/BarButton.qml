@@ -25,7 +25,10 @@ Rectangle {
     Keys.onSpacePressed: (event) => clicked()
     activeFocusOnTab: true
     border.color: activeFocus ? theme.accentColor : "transparent"
-    color: checked ? Qt.rgba(theme.accentColor.r, theme.accentColor.g, theme.accentColor.b, 0.25) : hover.hovered ? theme.gridColor : "transparent"
+    color: {
+        const accent = theme.accentColor;
+        return checked ? Qt.rgba(accent.r, accent.g, accent.b, 0.25) : hover.hovered ? theme.gridColor : "transparent";
+    }
     implicitHeight: label.implicitHeight + 10
     implicitWidth: label.implicitWidth + 16
     radius: 4

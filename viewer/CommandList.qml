@@ -8,9 +8,13 @@ Rectangle {
 
     property Commands commands
     property QtObject theme
-    readonly property var found: commands.all.filter(command => (command.words + " " + command.keys.join(" ")).toLowerCase().includes(field.text.toLowerCase()))
+    readonly property var found: commands.all.filter(isFound)
 
     signal closed()
+
+    function isFound(command) {
+        return (command.words + " " + command.keys.join(" ")).toLowerCase().includes(field.text.toLowerCase());
+    }
 
     function runCurrent() {
         const command = found[rows.currentIndex];

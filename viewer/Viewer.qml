@@ -33,7 +33,8 @@ Window {
     readonly property bool hasNumbers: files.some(file => file.hasNumbers)
     readonly property var problems: files.map(file => file.problem).filter(Boolean)
     /// What is shown, in words: as long as it is the same, so is the picture.
-    readonly property string shown: [view.axisX.min, view.axisX.max, view.axisY.min, view.axisY.max, view.plotArea, view.seriesList.length].join()
+    readonly property string shown: [view.axisX.min, view.axisX.max, view.axisY.min, view.axisY.max, view.plotArea,
+        view.seriesList.length].join()
     readonly property bool follows: files.some(file => file.reader.follow || file.path === "-")
     /// What is going on, for who stands far away.
     readonly property var state: {
@@ -212,7 +213,9 @@ Window {
             readoutVisible: !window.bare
 
             theme: PlotTheme {
-                colorScheme: window.colors === "dark" ? PlotTheme.Dark : window.colors === "light" || window.bare ? PlotTheme.Light : PlotTheme.Automatic
+                readonly property bool isLight: window.colors === "light" || window.bare
+
+                colorScheme: window.colors === "dark" ? PlotTheme.Dark : isLight ? PlotTheme.Light : PlotTheme.Automatic
             }
         }
 
