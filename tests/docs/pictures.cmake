@@ -10,8 +10,8 @@ set_tests_properties(pictures.series PROPERTIES FIXTURES_SETUP series TIMEOUT 30
 # vorlix_add_viewer_picture(NAME FILE COUNT MOUSE gestures COMMAND-LINE...): COUNT is how many series there are.
 function(vorlix_add_viewer_picture name file count mouse)
   vorlix_add_picture(${name} PICTURE ${file} MOUSE "${mouse}"
-    UNTIL "!reading && views.length === ${count} && chart.chartRect.width > 100"
-    COMMAND $<TARGET_FILE:vorlixview> ${ARGN})
+    UNTIL "!reading && files.length === ${count}"
+    COMMAND $<TARGET_FILE:vorlixview> --no-settings --light ${ARGN})
   set_tests_properties(picture.${name}.basic picture.${name}.threaded PROPERTIES FIXTURES_REQUIRED series)
 endfunction()
 
