@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/items/PictureBoxes.h"
 
+#include "views/items/LeftOut.h"
 #include "views/items/PlotMarks.h"
 #include "views/items/PlotSeries.h"
 #include "views/items/PlotTheme.h"
@@ -157,10 +158,21 @@ void paintPanels(QPainter &painter, const PlotView &view)
     }
 }
 
+void paintLeftOut(QPainter &painter, const PlotView &view)
+{
+    view.leftOut().countNow();
+    const QString words = view.leftOut().words();
+    if (words.isEmpty())
+        return;
+    const Box box(panelLook(), *view.theme(), words, {});
+    box.paint(painter, view.plotArea().bottomLeft() + QPointF(away, -box.size().height() - away));
+}
+
 } // namespace
 
 void paintBoxes(QPainter &painter, const PlotView &view)
 {
     paintLegend(painter, view);
     paintPanels(painter, view);
+    paintLeftOut(painter, view);
 }

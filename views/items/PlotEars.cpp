@@ -2,6 +2,7 @@
 #include "views/items/PlotEars.h"
 
 #include "common/Change.h"
+#include "views/items/LeftOut.h"
 #include "views/items/PlotAxis.h"
 #include "views/items/PlotMarks.h"
 #include "views/items/PlotSeries.h"
@@ -31,6 +32,7 @@ PlotEars::PlotEars(PlotView &view) : m_view(view)
     connect(&view, &PlotView::titleChanged, this, &PlotEars::listen);
     connect(&view, &PlotView::followingChanged, this, &PlotEars::listen);
     connect(&view, &PlotView::seriesListChanged, this, &PlotEars::watchSeries);
+    connect(&view, &PlotView::leftOutCountChanged, this, &PlotEars::listen);
     connect(view.marks(), &PlotMarks::panelsChanged, this, &PlotEars::tellCursor);
     tell();
 }
@@ -38,7 +40,7 @@ PlotEars::PlotEars(PlotView &view) : m_view(view)
 void PlotEars::watchSeries()
 {
     for (PlotSeries *series : m_view.series()) {
-        connect(series, &PlotSeries::redrawNeeded, this, &PlotEars::listen, Qt::UniqueConnection);
+        connect(series, &PlotSeries::dataChanged, this, &PlotEars::listen, Qt::UniqueConnection);
         connect(series, &PlotSeries::visibleChanged, this, &PlotEars::listen, Qt::UniqueConnection);
         connect(series, &PlotSeries::nameChanged, this, &PlotEars::listen, Qt::UniqueConnection);
     }
@@ -78,6 +80,8 @@ void PlotEars::tell()
     const QString y = m_view.axisY()->titleText().isEmpty() ? tr("y") : m_view.axisY()->titleText();
     QString sentence = tr("%1: %2. Shown: %3 from %4, %5 from %6.")
                            .arg(title, seriesText(), x, rangeText(*m_view.axisX()), y, rangeText(*m_view.axisY()));
+    if (m_view.leftOutCount() > 0.0)
+        sentence += QLatin1Char(' ') + m_view.leftOut().words() + QLatin1Char('.');
     if (m_view.followMode() != PlotView::FollowNone)
         sentence += QLatin1Char(' ')
             + (m_view.isFollowing() ? tr("It follows the newest values.") : tr("Following is paused."));

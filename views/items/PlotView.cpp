@@ -3,6 +3,7 @@
 
 #include "common/Change.h"
 #include "views/items/FileJobs.h"
+#include "views/items/LeftOut.h"
 #include "views/items/PlotEars.h"
 #include "views/items/PlotFrame.h"
 #include "views/items/PlotHands.h"
@@ -37,6 +38,8 @@ PlotView::PlotView(QQuickItem *parent)
     m_marks = new PlotMarks(*this);
     m_hands = new PlotHands(*this);
     m_readout = std::make_unique<PlotReadout>(*this);
+    m_leftOut = std::make_unique<LeftOut>(*this);
+    connect(m_leftOut.get(), &LeftOut::changed, this, &PlotView::leftOutCountChanged);
     m_ears = std::make_unique<PlotEars>(*this);
     connect(m_hands, &PlotHands::pointed, m_readout.get(), &PlotReadout::point);
     connect(m_hands, &PlotHands::left, m_readout.get(), &PlotReadout::leave);

@@ -11,6 +11,7 @@
 #include <memory>
 
 class FileJobs;
+class LeftOut;
 class OverviewStrip;
 class PlotEars;
 class PlotFrame;
@@ -56,6 +57,10 @@ class PlotView : public QQuickItem
     Q_PROPERTY(bool overviewVisible READ overviewVisible WRITE setOverviewVisible NOTIFY overviewVisibleChanged)
     /// What the series are under the pointer.
     Q_PROPERTY(bool readoutVisible READ readoutVisible WRITE setReadoutVisible NOTIFY readoutVisibleChanged)
+    /// How many values of the visible series have no place on a log scale: those of 0 and below in the shown part of x,
+    /// and on a log scale of x those that stand there. The view says it in words, too. It follows changes after a
+    /// twentieth of a second.
+    Q_PROPERTY(qreal leftOutCount READ leftOutCount NOTIFY leftOutCountChanged)
     /// Another view whose x range this one shares, both ways. A link that would close a circle is said and not made.
     Q_PROPERTY(PlotView *linkedTo READ linkedTo WRITE setLinkedTo NOTIFY linkedToChanged)
     /// What is declared inside the view: series are drawn in that order, the last on top, items become children of the
@@ -90,6 +95,7 @@ public:
     void setOverviewVisible(bool overviewVisible);
     bool readoutVisible() const { return m_readoutVisible; }
     void setReadoutVisible(bool readoutVisible);
+    qreal leftOutCount() const;
     PlotView *linkedTo() const;
     void setLinkedTo(PlotView *view);
     QQmlListProperty<QObject> seriesList();
@@ -140,6 +146,7 @@ public:
     PlotMarks *marks() const { return m_marks; }
     PlotReadout *readout() const { return m_readout.get(); }
     PlotEars *ears() const { return m_ears.get(); }
+    LeftOut &leftOut() const { return *m_leftOut; }
     /// Null while none is shown.
     OverviewStrip *overview() const { return m_overview; }
     /// Whether the focus came by Tab, so that it's to be seen.
@@ -166,6 +173,7 @@ signals:
     void legendVisibleChanged();
     void overviewVisibleChanged();
     void readoutVisibleChanged();
+    void leftOutCountChanged();
     void linkedToChanged();
     void seriesListChanged();
     /// What became of a file that saveImage() or saveValues() was called with: `error` is empty if it's written, else
@@ -228,6 +236,7 @@ private:
     QMarginsF m_margins;
     std::unique_ptr<PlotZoom> m_zoom;
     std::unique_ptr<PlotReadout> m_readout;
+    std::unique_ptr<LeftOut> m_leftOut;
     std::unique_ptr<PlotEars> m_ears;
     std::unique_ptr<FileJobs> m_files;
 };

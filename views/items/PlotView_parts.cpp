@@ -2,6 +2,7 @@
 #include "views/items/PlotView.h"
 
 #include "common/Change.h"
+#include "views/items/LeftOut.h"
 #include "views/items/OverviewStrip.h"
 #include "views/items/PlotEars.h"
 #include "views/items/PlotFrame.h"
@@ -38,6 +39,7 @@ void PlotView::makeOverlay()
                                  {QStringLiteral("parent"), QVariant::fromValue<QQuickItem *>(this)},
                                  {QStringLiteral("readout"), QVariant::fromValue<QObject *>(m_readout.get())},
                                  {QStringLiteral("marks"), QVariant::fromValue<QObject *>(m_marks)},
+                                 {QStringLiteral("leftOut"), QVariant::fromValue<QObject *>(m_leftOut.get())},
                                  {QStringLiteral("ears"), QVariant::fromValue<QObject *>(m_ears.get())}};
     auto *const overlay =
         qobject_cast<QQuickItem *>(component.createWithInitialProperties(properties, qmlContext(this)));
@@ -61,6 +63,11 @@ void PlotView::setReadoutVisible(bool readoutVisible)
     if (!change(m_readoutVisible, readoutVisible))
         return;
     emit readoutVisibleChanged();
+}
+
+qreal PlotView::leftOutCount() const
+{
+    return m_leftOut->count();
 }
 
 void PlotView::setOverviewVisible(bool overviewVisible)

@@ -69,6 +69,14 @@ bool SeriesProbe::hasPlacesOf(const SeriesProbe &other) const
                     : m_places == other.m_places && m_offset == other.m_offset;
 }
 
+bool SeriesProbe::isOfSameSeries(const SeriesProbe &other) const
+{
+    if (!m_values.isOfSameSeries(other.m_values) || isEven() != other.isEven())
+        return false;
+    return isEven() ? m_start == other.m_start && m_step == other.m_step
+                    : m_places.isOfSameSeries(other.m_places) && m_offset == other.m_offset;
+}
+
 qint64 SeriesProbe::firstFrom(double x) const
 {
     const qint64 begin = m_values.begin();
@@ -79,6 +87,15 @@ qint64 SeriesProbe::firstFrom(double x) const
     if (!(index > double(begin)))
         return begin;
     return index >= double(end) ? end : qint64(index);
+}
+
+qint64 SeriesProbe::firstAbove(double x) const
+{
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    if (!isEven())
+        return qBound(m_values.begin(), m_places.lowerBound(std::nextafter(x - m_offset, infinity)), m_values.end());
+    const qint64 index = firstFrom(x);
+    return index < m_values.end() && xOf(index) <= x ? index + 1 : index;
 }
 
 bool SeriesProbe::reach(bool log, SAxisRange &reach) const

@@ -24,12 +24,16 @@ public:
     double xOf(qint64 index) const;
     /// The same of the values [from, to); NaN where there is no number.
     void copyXs(qint64 from, qint64 to, double *target) const;
+    /// Whether both are of the same series at the same places, at whatever moments: values that both have are the same.
+    bool isOfSameSeries(const SeriesProbe &other) const;
     /// The type in which each x is held exactly.
     SampleType xType() const;
     /// Whether values with the same index stand at the same place.
     bool hasPlacesOf(const SeriesProbe &other) const;
     /// The first value at x or right of it, from begin() to end() of the values.
     qint64 firstFrom(double x) const;
+    /// The first value right of x.
+    qint64 firstAbove(double x) const;
     /// From the first value to the last, or to the end of the last bar; above 0 only, where the axis is a log scale.
     /// False if there is nothing.
     bool reach(bool log, SAxisRange &reach) const;

@@ -34,16 +34,6 @@ QString nameOr(const QString &name, const QString &other)
     return name.isEmpty() ? other : name;
 }
 
-/// Where values stand in view: [first, end).
-std::pair<qint64, qint64> shownRange(const SeriesProbe &probe, const SAxisRange &part)
-{
-    const qint64 first = probe.firstFrom(part.min);
-    qint64 end = std::max(first, probe.firstFrom(part.max));
-    if (end < probe.values().end() && probe.xOf(end) <= part.max)
-        ++end;
-    return {first, end};
-}
-
 } // namespace
 
 ValueTable::ValueTable(const PlotView &view)
@@ -61,8 +51,10 @@ void ValueTable::add(const PlotView &view, const SeriesProbe &probe, const QStri
     ++m_columnCount;
     if (probe.isEmpty())
         return;
-    const auto [first, end] = shownRange(probe, view.axisX()->range());
-    if (first == end)
+    const SAxisRange part = view.axisX()->range();
+    const qint64 first = probe.firstFrom(part.min);
+    const qint64 end = probe.firstAbove(part.max);
+    if (first >= end)
         return;
     const QString own =
         nameOr(name, m_columnCount == 1 ? QStringLiteral("y") : QStringLiteral("y%1").arg(m_columnCount));

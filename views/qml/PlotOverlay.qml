@@ -8,6 +8,7 @@ Item {
     property Item view: null
     property QtObject readout: null
     property QtObject marks: null
+    property QtObject leftOut: null
     property QtObject ears: null
     readonly property rect area: view.plotArea
 
@@ -58,6 +59,16 @@ Item {
         font: overlay.view.theme.font
         color: overlay.view.theme.accentColor
         renderType: Text.NativeRendering
+    }
+
+    PlotPanel {
+        objectName: "leftOut"
+        visible: title.length > 0
+        theme: overlay.view.theme
+        title: overlay.leftOut.words
+        opacity: 0.92
+        x: Math.round(overlay.area.x + 8)
+        y: Math.round(overlay.area.y + overlay.area.height - height - 8)
     }
 
     PlotPanel {
