@@ -88,6 +88,7 @@ void PlotMarks::forget(QObject *mark)
 void PlotMarks::watchSeries()
 {
     for (PlotSeries *series : m_view.series()) {
+        connect(series, &PlotSeries::dataChanged, this, &PlotMarks::look, Qt::UniqueConnection);
         connect(series, &PlotSeries::redrawNeeded, this, &PlotMarks::look, Qt::UniqueConnection);
         connect(series, &PlotSeries::visibleChanged, this, &PlotMarks::look, Qt::UniqueConnection);
     }
@@ -105,9 +106,12 @@ void PlotMarks::look()
     }
     for (PlotRegion *region : qAsConst(m_regions))
         region->look(m_view);
+    const bool hasMarks = !shownCursors().isEmpty() || !m_regions.isEmpty();
+    if (!hasMarks && !m_hadMarks) // most plots, for each value that comes
+        return;
+    m_hadMarks = hasMarks;
     emit panelsChanged();
-    if (!shownCursors().isEmpty() || !m_regions.isEmpty() || !m_look.lines.isEmpty())
-        polish();
+    polish();
 }
 
 QVector<PlotCursor *> PlotMarks::shownCursors() const

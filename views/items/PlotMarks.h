@@ -91,4 +91,5 @@ private:
     STaken m_taken;
     LabelPool m_labels;
     SMarksLook m_look;
+    bool m_hadMarks = false; ///< when it looked last
 };

@@ -54,6 +54,13 @@ void PlotRegion::look(const PlotView &view)
             std::find_if(all.begin(), all.end(), [](const PlotSeries *one) { return one->isVisible(); });
         series = visible == all.end() ? nullptr : *visible;
     }
-    m_told = series ? regionStatistics(SeriesProbe(*series), m_from, m_to) : SRegionStatistics();
+    std::optional<RegionPart> part;
+    if (series)
+        part.emplace(SeriesProbe(*series), m_from, m_to);
+    const bool isSame = part && m_part ? part->isSame(*m_part) : !part && !m_part;
+    m_part = part; // even if it's the same: an old one would keep values that have left the store
+    if (isSame)
+        return;
+    m_told = part ? part->statistics() : SRegionStatistics();
     emit statisticsChanged();
 }

@@ -6,6 +6,8 @@
 #include <QObject>
 #include <QPointer>
 
+#include <optional>
+
 class PlotSeries;
 class PlotView;
 
@@ -63,7 +65,7 @@ public:
 
     // Called by the view.
 
-    /// Looks anew at the values of the series.
+    /// Looks at the values of the series, if others stand in the region than before.
     void look(const PlotView &view);
 
 signals:
@@ -80,5 +82,6 @@ private:
     bool m_visible = true;
     QString m_name;
     QPointer<PlotSeries> m_series;
+    std::optional<RegionPart> m_part; ///< what is told of
     SRegionStatistics m_told;
 };

@@ -19,6 +19,23 @@ struct SRegionStatistics
     bool isValid() const { return count > 0.0; }
 };
 
-/// The values that stand at from <= x < to. The centroid of more than 65536 values takes values in groups, 16384 in
-/// all: it is right to a sixteen-thousandth of the width. It's NaN where the values add up to nothing, or to less.
-SRegionStatistics regionStatistics(const SeriesProbe &probe, double from, double to);
+/// The values of a series that stand at from <= x < to.
+class RegionPart
+{
+public:
+    RegionPart(const SeriesProbe &probe, double from, double to);
+
+    /// Whether both are the same values, all of them looked at: a series may have grown elsewhere.
+    bool isSame(const RegionPart &other) const;
+    /// The centroid of more than 65536 values takes values in groups, 16384 in all: it is right to a sixteen-thousandth
+    /// of the width. It's NaN where the values add up to nothing, or to less.
+    SRegionStatistics statistics() const;
+
+private:
+    double centroid() const;
+
+    SeriesProbe m_probe;
+    double m_from;
+    qint64 m_first = 0;
+    qint64 m_end = 0;
+};

@@ -22,7 +22,6 @@ struct StoredSeries
     explicit StoredSeries(PlotView &view, const QVector<double> &values = {})
     {
         series.setProperty("store", QVariant::fromValue(&store));
-        QObject::connect(&store, &SeriesStore::changed, &series, &PlotSeries::redrawNeeded);
         add(values);
         view.addSeries(&series);
     }

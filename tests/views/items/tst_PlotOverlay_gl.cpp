@@ -69,6 +69,10 @@ private slots:
     void theReadoutFollowsTheData();
     void cursorsTellTheirDifference();
     void aRegionTellsItsStatistics();
+    void marksFollowTheData();
+    void withoutMarksNothingIsToldOfData();
+    void aRegionOfOldValuesTellsNothingAnew();
+    void whatALogScaleLeavesOutIsSaid();
     void theStateOfFollowingIsSeen();
     void theOverviewShowsAllAndMoves();
     void theOverviewStretches();
@@ -266,6 +270,79 @@ void tst_PlotOverlay_gl::aRegionTellsItsStatistics()
     QVERIFY(!region.isValid());
     region.setTo(std::numeric_limits<double>::quiet_NaN());
     QCOMPARE(region.to(), 5.0);
+}
+
+void tst_PlotOverlay_gl::marksFollowTheData()
+{
+    PlotCursor cursor;
+    PlotRegion region;
+    cursor.setX(101.0);
+    region.setFrom(95.0);
+    region.setTo(200.0);
+    emit m_view->elementAdded(&cursor);
+    emit m_view->elementAdded(&region);
+    hover({99.0, 30.0});
+    QTRY_VERIFY(m_view->readout()->isActive());
+    QCOMPARE(cursor.values().first().toDouble(), 100.0);
+    QCOMPARE(region.count(), 6.0);
+    m_view->axisX()->setMin(0.0); // no range follows, so nothing else tells of a change
+    m_view->axisX()->setMax(100.0);
+    m_view->axisY()->setMin(0.0);
+    m_view->axisY()->setMax(100.0);
+    const QVariantList rows = m_view->readout()->rows();
+    m_line->add({7.0, 8.0});
+    QCOMPARE(cursor.values().first().toDouble(), 7.0);
+    QCOMPARE(region.count(), 8.0);
+    m_line->store.clear();
+    m_line->add(QVector<double>(101, 3.0));
+    QVERIFY(m_view->readout()->rows() != rows);
+    QCOMPARE(region.maximum(), 3.0);
+    m_line->series.setStart(1000.0);
+    QVERIFY(!region.isValid());
+}
+
+void tst_PlotOverlay_gl::withoutMarksNothingIsToldOfData()
+{
+    QSignalSpy spy(m_view->marks(), &PlotMarks::panelsChanged);
+    m_line->add({7.0, 8.0});
+    QCOMPARE(spy.size(), 0);
+    PlotCursor cursor;
+    emit m_view->elementAdded(&cursor);
+    QCOMPARE(spy.size(), 1);
+    cursor.setVisible(false);
+    QCOMPARE(spy.size(), 2); // the last one has gone
+    m_line->add({7.0, 8.0});
+    QCOMPARE(spy.size(), 2);
+}
+
+void tst_PlotOverlay_gl::aRegionOfOldValuesTellsNothingAnew()
+{
+    PlotRegion region;
+    region.setFrom(10.0);
+    region.setTo(20.0);
+    emit m_view->elementAdded(&region);
+    QCOMPARE(region.count(), 10.0);
+    QSignalSpy spy(&region, &PlotRegion::statisticsChanged);
+    m_line->add({7.0, 8.0});
+    QCOMPARE(spy.size(), 0);
+    m_line->series.setStep(2.0);
+    QCOMPARE(region.count(), 5.0);
+    QCOMPARE(spy.size(), 1);
+    m_line->store.clear();
+    m_line->add(QVector<double>(101, 3.0));
+    QCOMPARE(region.sum(), 15.0);
+}
+
+void tst_PlotOverlay_gl::whatALogScaleLeavesOutIsSaid()
+{
+    QVERIFY(!find(m_view, QStringLiteral("leftOut")));
+    m_view->axisY()->setLog(true);
+    QTRY_VERIFY(find(m_view, QStringLiteral("leftOut")));
+    const QString words = QStringLiteral("1 value of 0 or below has no place on the log scale");
+    QVERIFY(textsIn(find(m_view, QStringLiteral("leftOut"))).contains(words));
+    QTRY_VERIFY(m_view->ears()->sentence().contains(words));
+    m_view->axisY()->setLog(false);
+    QTRY_VERIFY(!find(m_view, QStringLiteral("leftOut")));
 }
 
 void tst_PlotOverlay_gl::theStateOfFollowingIsSeen()
