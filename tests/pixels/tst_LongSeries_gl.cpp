@@ -104,8 +104,8 @@ public:
     static void initMain() { useTestDialect(); }
 
 private slots:
-    void init();
-    void cleanup();
+    void initTestCase();
+    void cleanupTestCase();
     void everyColumnIsWhereTheSeriesHasIt_data();
     void everyColumnIsWhereTheSeriesHasIt();
     void aBorderFollowsItsPoints_data();
@@ -123,18 +123,21 @@ private:
         m_chart->setChartRect({origin, 0.0, double(count), 1.0});
         m_chart->setZoomRect({origin + first, 0.0, elements, 1.0});
         plotter.setChartArea(m_chart);
-        m_scene->settle();
         first = m_chart->zoomRect().left() - origin;
         elements = m_chart->zoomRect().width();
     }
 
-    QImage picture() { return m_scene->grab().convertToFormat(QImage::Format_RGB32); }
+    /// Of what is set now: nothing is pending, because the chart takes requests at any moment.
+    QImage picture() { return m_scene->window().grabWindow().convertToFormat(QImage::Format_RGB32); }
+
+    const QVector<double> &seriesOf(int count, bool uneven);
 
     std::unique_ptr<Scene> m_scene;
     ChartArea *m_chart = nullptr;
+    QVector<double> m_series; ///< of the row before
 };
 
-void tst_LongSeries_gl::init()
+void tst_LongSeries_gl::initTestCase()
 {
     m_scene = std::make_unique<Scene>(QSize(width, height));
     m_chart = &m_scene->add(new ChartArea);
@@ -144,10 +147,26 @@ void tst_LongSeries_gl::init()
     QVERIFY(m_scene->show());
 }
 
-void tst_LongSeries_gl::cleanup()
+void tst_LongSeries_gl::cleanupTestCase()
 {
     m_scene->close();
     m_scene.reset();
+}
+
+/// `count` levels, with widths before them if the bars are uneven.
+const QVector<double> &tst_LongSeries_gl::seriesOf(int count, bool uneven)
+{
+    const bool wasUneven = !m_series.isEmpty() && m_series.at(0) == 0.5;
+    if (m_series.size() == (uneven ? 2 * count : count) && wasUneven == uneven)
+        return m_series;
+    m_series = QVector<double>(uneven ? 2 * count : count);
+    double *value = m_series.data();
+    for (int i = 0; i < count; ++i) {
+        if (uneven)
+            *value++ = i % 2 == 0 ? 0.5 : 1.5;
+        *value++ = levelOf(i);
+    }
+    return m_series;
 }
 
 /// Where in a series, and where it lies: offsets, and how much is shown.
@@ -206,15 +225,8 @@ void tst_LongSeries_gl::everyColumnIsWhereTheSeriesHasIt()
     } else {
         plotter = std::make_unique<BarPlotter>();
     }
-    QVector<double> series;
-    series.reserve(uneven ? 2 * count : count);
-    for (int i = 0; i < count; ++i) {
-        if (uneven)
-            series << (i % 2 == 0 ? 0.5 : 1.5);
-        series << levelOf(i);
-    }
     plotter->setChartArea(m_chart);
-    plotter->setData(series);
+    plotter->setData(seriesOf(count, uneven));
     show(*plotter, count, origin, first, elements);
     const QImage image = picture();
     // Deliberate: an area ends at the last point in view, not at the view's edge.
@@ -260,12 +272,8 @@ void tst_LongSeries_gl::aBorderFollowsItsPoints()
     AreaPlotter plotter;
     plotter.setBorderWidth(1.0);
     plotter.setBorderColor(Qt::white);
-    QVector<double> series;
-    series.reserve(count);
-    for (int i = 0; i < count; ++i)
-        series << levelOf(i);
     plotter.setChartArea(m_chart);
-    plotter.setData(series);
+    plotter.setData(seriesOf(count, false));
     show(plotter, count, origin, first, elements);
     plotter.setColor(Qt::transparent); // the border alone
     const QImage image = picture();
