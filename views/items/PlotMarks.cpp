@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/items/PlotMarks.h"
 
+#include "common/Change.h"
 #include "views/items/PlotAxis.h"
 #include "views/items/PlotCursor.h"
 #include "views/items/PlotRegion.h"
@@ -13,6 +14,7 @@
 #include <QFontMetricsF>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -39,9 +41,12 @@ PlotMarks::PlotMarks(PlotView &view)
     }
     connect(&view, &PlotView::elementAdded, this, &PlotMarks::add);
     connect(&view, &PlotView::seriesListChanged, this, &PlotMarks::watchSeries);
-    connect(&view, &PlotView::rangesChanged, this, &QQuickItem::polish);
+    connect(&view, &PlotView::rangesChanged, this, &PlotMarks::look); // how precisely places are told follows the zoom
+    connect(&view, &PlotView::axisXChanged, this, &PlotMarks::watchAxes);
+    connect(&view, &PlotView::axisYChanged, this, &PlotMarks::watchAxes);
     connect(&view, &PlotView::plotAreaChanged, this, &QQuickItem::polish);
     connect(&view, &PlotView::themeChanged, this, &QQuickItem::polish);
+    watchAxes();
 }
 
 void PlotMarks::add(QObject *element)
@@ -88,16 +93,35 @@ void PlotMarks::forget(QObject *mark)
 void PlotMarks::watchSeries()
 {
     for (PlotSeries *series : m_view.series()) {
-        connect(series, &PlotSeries::dataChanged, this, &PlotMarks::look, Qt::UniqueConnection);
-        connect(series, &PlotSeries::redrawNeeded, this, &PlotMarks::look, Qt::UniqueConnection);
-        connect(series, &PlotSeries::visibleChanged, this, &PlotMarks::look, Qt::UniqueConnection);
+        connect(series, &PlotSeries::redrawNeeded, this, &PlotMarks::tell, Qt::UniqueConnection);
+        connect(series, &PlotSeries::dataChanged, this, &PlotMarks::tell, Qt::UniqueConnection);
+        connect(series, &PlotSeries::visibleChanged, this, &PlotMarks::tell, Qt::UniqueConnection);
+        connect(series, &PlotSeries::nameChanged, this, &PlotMarks::tell, Qt::UniqueConnection);
     }
     look();
+}
+
+void PlotMarks::watchAxes()
+{
+    for (PlotAxis *axis : {m_view.axisX(), m_view.axisY()})
+        connect(axis, &PlotAxis::lookChanged, this, &PlotMarks::tell, Qt::UniqueConnection);
+    tell();
 }
 
 /// What they tell is always up to date; where they stand is drawn with the next frame.
 void PlotMarks::look()
 {
+    tell();
+    if (m_hasMarks || !m_look.lines.isEmpty())
+        polish();
+}
+
+/// Values that come change what marks tell, but not where they stand: a frame is asked for only if there's news.
+void PlotMarks::tell()
+{
+    const bool hadMarks = std::exchange(m_hasMarks, !shownCursors().isEmpty() || !m_regions.isEmpty());
+    if (!m_hasMarks && !hadMarks) // most plots, for each value that comes
+        return;
     for (PlotCursor *cursor : qAsConst(m_cursors)) {
         if (cursor->isVisible())
             cursor->look(m_view);
@@ -106,12 +130,8 @@ void PlotMarks::look()
     }
     for (PlotRegion *region : qAsConst(m_regions))
         region->look(m_view);
-    const bool hasMarks = !shownCursors().isEmpty() || !m_regions.isEmpty();
-    if (!hasMarks && !m_hadMarks) // most plots, for each value that comes
-        return;
-    m_hadMarks = hasMarks;
-    emit panelsChanged();
-    polish();
+    if (change(m_panels, panelsNow()))
+        emit panelsChanged();
 }
 
 QVector<PlotCursor *> PlotMarks::shownCursors() const

@@ -33,7 +33,7 @@ class PlotMarks : public QQuickItem
 public:
     explicit PlotMarks(PlotView &view);
 
-    QVariantList panels() const;
+    QVariantList panels() const { return m_panels; }
     const QVector<PlotCursor *> &cursors() const { return m_cursors; }
     /// Shows one of its own cursors, both, or none.
     void cycleCursors();
@@ -77,9 +77,12 @@ private:
     void addRegion(PlotRegion &region);
     void forget(QObject *mark);
     void watchSeries();
+    void watchAxes();
     void look();
+    void tell();
     PlotCursor *walker();
     QVector<PlotCursor *> shownCursors() const;
+    QVariantList panelsNow() const;
     QVariantMap cursorPanel(const QVector<PlotCursor *> &shown) const;
     QVariantMap regionPanel(const PlotRegion &region) const;
 
@@ -89,7 +92,8 @@ private:
     PlotCursor *m_own[2];
     QPointer<PlotCursor> m_walker;
     STaken m_taken;
+    QVariantList m_panels;
     LabelPool m_labels;
     SMarksLook m_look;
-    bool m_hadMarks = false; ///< when it looked last
+    bool m_hasMarks = false; ///< when it looked last
 };

@@ -29,7 +29,7 @@ QString beside(const QStringList &texts, const QString &difference)
 
 } // namespace
 
-QVariantList PlotMarks::panels() const
+QVariantList PlotMarks::panelsNow() const
 {
     QVariantList panels;
     const QVector<PlotCursor *> shown = shownCursors();

@@ -67,6 +67,8 @@ private slots:
     void theReadoutTellsValues();
     void theReadoutTellsOfColumns();
     void theReadoutFollowsTheData();
+    void cursorsAndRegionsFollowTheData();
+    void marksInViewAskForNoFrameWhenValuesComeOutOfView();
     void cursorsTellTheirDifference();
     void aRegionTellsItsStatistics();
     void marksFollowTheData();
@@ -229,6 +231,55 @@ void tst_PlotOverlay_gl::theReadoutFollowsTheData()
     QVERIFY(m_view->readout()->rows() != rows);
     m_line->series.setVisible(false);
     QCOMPARE(m_view->readout()->rows().size(), 1);
+    m_line->series.setVisible(true);
+    m_view->zoomTo(90.0, 100.0);
+    hover({99.9, 30.0});
+    const QVariantList before = m_view->readout()->rows();
+    m_line->store.clear(); // the values under the pointer go, and the view stays
+    QTRY_VERIFY(m_view->readout()->rows() != before);
+}
+
+void tst_PlotOverlay_gl::cursorsAndRegionsFollowTheData()
+{
+    PlotCursor cursor;
+    PlotRegion region;
+    cursor.setX(200.0);
+    region.setFrom(90.0);
+    region.setTo(200.0);
+    emit m_view->elementAdded(&cursor);
+    emit m_view->elementAdded(&region);
+    QCOMPARE(cursor.values().at(0).toDouble(), 100.0); // the nearest
+    QCOMPARE(region.count(), 11.0);
+    m_line->add(ramp(200, 101.0));
+    QCOMPARE(cursor.values().at(0).toDouble(), 200.0);
+    QCOMPARE(region.count(), 110.0);
+    QTRY_VERIFY(textsIn(m_view).contains(QStringLiteral("110")));
+    m_view->axisX()->setUnit(QStringLiteral("keV"));
+    m_line->series.setName(QStringLiteral("renamed"));
+    const QString text = textsIn(m_view).join('|');
+    QVERIFY2(text.contains(QStringLiteral("200\u00a0keV")) && text.contains(QStringLiteral("renamed|200")),
+             qPrintable(text));
+}
+
+/// As a recorder does it that runs behind the part that's shown.
+void tst_PlotOverlay_gl::marksInViewAskForNoFrameWhenValuesComeOutOfView()
+{
+    PlotCursor cursor;
+    PlotRegion region;
+    cursor.setX(25.0);
+    region.setFrom(22.0);
+    region.setTo(30.0);
+    emit m_view->elementAdded(&cursor);
+    emit m_view->elementAdded(&region);
+    m_view->zoomTo(20.0, 40.0);
+    m_view->zoom()->showY({0.0, 100.0});
+    m_line->add({0.0}); // the first values after those it began with are always looked at
+    QTest::qWait(1200); // what the ears wait for
+    m_scene->settle();
+    const int frames = m_scene->frameCount();
+    m_line->add(ramp(50, 101.0));
+    QTest::qWait(300);
+    QCOMPARE(m_scene->frameCount(), frames);
 }
 
 void tst_PlotOverlay_gl::cursorsTellTheirDifference()
@@ -425,6 +476,8 @@ void tst_PlotOverlay_gl::aScreenReaderFindsTheView()
     QVERIFY2(sentence.contains(QStringLiteral("x from 0 to 100")), qPrintable(sentence));
     m_view->zoomTo(20.0, 40.0);
     QTRY_VERIFY(view->text(QAccessible::Name).contains(QStringLiteral("x from 20 to 40")));
+    m_line->add({500.0});
+    QTRY_VERIFY(view->text(QAccessible::Name).contains(QStringLiteral("line, 102 values from 0 to 500")));
     m_line->series.setVisible(false);
     QTRY_VERIFY(view->text(QAccessible::Name).contains(QStringLiteral("line, hidden")));
 }
