@@ -216,5 +216,5 @@ QColor PlotTheme::panelTextColor() const
 
 QColor PlotTheme::accentColor() const
 {
-    return isDarkGround(plotGround()) ? QColor(0x8cc4ff) : QColor(0x0a5fb4);
+    return textOn(plotGround());
 }

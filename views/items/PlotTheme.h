@@ -70,7 +70,7 @@ public:
     /// The ground of the legend and the read-out, and the text on it.
     QColor panelColor() const;
     QColor panelTextColor() const;
-    /// The focus, the box of a zoom, cursors and regions.
+    /// The focus, the box of a zoom, cursors and regions. It has no hue, so that it's never taken for a series.
     QColor accentColor() const;
     /// The color of the series at this place of the list.
     QColor seriesColor(int index) const;
