@@ -95,7 +95,7 @@ void FrameBuilder::addY()
     const PlotAxis &axis = *m_view.axisY();
     const SLabelSpace space{m_metrics.height(), m_metrics.height()};
     const AxisMapping mapping = axis.mapping(m_area.bottom(), m_area.top());
-    const SAxisLook look = axisLook(axis, mapping, m_metrics.height() * rowsPerLabel, space);
+    const SAxisLook look = axisLook(axis, mapping, labelDistance(m_area.height(), m_metrics.height()), space);
     for (const STickLabel &tick : look.labels) {
         if (axis.gridVisible())
             m_look.grid.append(level(tick.pixels, m_area.left(), m_area.right()));
@@ -132,6 +132,14 @@ void FrameBuilder::addTitles()
 }
 
 } // namespace
+
+double labelDistance(double height, double row)
+{
+    constexpr double wanted = 6.0; // labels
+    constexpr double leastRows = 1.2;
+    constexpr double mostRows = 2.6;
+    return std::clamp(height / wanted, leastRows * row, mostRows * row);
+}
 
 SFrameLook frameLook(const PlotView &view, const SPlotGround &ground)
 {

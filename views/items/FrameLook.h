@@ -30,8 +30,11 @@ constexpr double frameEdge = 8.0; // of the view, free of everything
 constexpr double tickLength = 4.0;
 constexpr double labelGap = 3.0; // from a tick to its label
 constexpr double rowGap = 2.0;
-constexpr double rowsPerLabel = 2.6; // of the y axis
-constexpr int labelDigits = 9;       // what most labels take at most: "-12345.6k"
+constexpr int labelDigits = 9; // what most labels take at most: "-12345.6k"
+
+/// The least distance of two labels of y: less in a low plot, so that it has more than one. It follows from the height,
+/// not from what is shown.
+double labelDistance(double height, double row);
 
 /// What is to be drawn around the series as things are now. GUI thread.
 SFrameLook frameLook(const PlotView &view, const SPlotGround &ground);

@@ -6,6 +6,7 @@
 #include "views/items/PlotAxis.h"
 #include "views/items/PlotTheme.h"
 #include "views/items/PlotView.h"
+#include "views/items/PlotZoom.h"
 #include "views/items/RectsNode.h"
 
 #include <algorithm>
@@ -109,7 +110,8 @@ double PlotFrame::widthOfLabels(const QFontMetricsF &metrics)
     const AxisMapping mapping = axis.mapping(std::max(area.bottom(), 1.0), area.top());
     const SLabelSpace space{metrics.height(), metrics.height()};
     double widest = 4.0 * digit;
-    for (const STickLabel &label : axisLook(axis, mapping, metrics.height() * rowsPerLabel, space).labels)
+    for (const STickLabel &label :
+         axisLook(axis, mapping, labelDistance(area.height(), metrics.height()), space).labels)
         widest = std::max(widest, metrics.horizontalAdvance(label.text));
     if (widest > m_labelWidth || widest < m_labelWidth - 4.0 * digit)
         m_labelWidth = std::ceil(widest);
@@ -138,7 +140,22 @@ void PlotFrame::layOutRoom(const QFontMetricsF &metrics)
         room.setBottom(room.bottom() + row);
     if (!m_view.title().isEmpty())
         room.setTop(room.top() + row * 1.25);
-    m_view.setPlotMargins(room);
+    m_view.setPlotMargins(alignedWithLinked(room));
+}
+
+/// The plots of linked views begin and end at the same places, so that what stands over each other happened at once.
+QMarginsF PlotFrame::alignedWithLinked(QMarginsF room)
+{
+    const bool isLeftOther = change(m_ownLeft, room.left());
+    const bool isRightOther = change(m_ownRight, room.right());
+    for (const PlotView *view : m_view.zoom()->linkedGroup()) {
+        PlotFrame &frame = *view->frame();
+        if (&frame != this && (isLeftOther || isRightOther))
+            frame.polish();
+        room.setLeft(std::max(room.left(), frame.m_ownLeft));
+        room.setRight(std::max(room.right(), frame.m_ownRight));
+    }
+    return room;
 }
 
 QSGNode *PlotFrame::updatePaintNode(QSGNode *node, UpdatePaintNodeData *)

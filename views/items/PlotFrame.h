@@ -35,6 +35,7 @@ protected:
 private:
     void watchAxes();
     void layOutRoom(const QFontMetricsF &metrics);
+    QMarginsF alignedWithLinked(QMarginsF room);
     double widthOfLabels(const QFontMetricsF &metrics);
 
     PlotView &m_view;
@@ -42,6 +43,8 @@ private:
     SFrameLook m_look;
     QFont m_font;
     double m_labelWidth = 0.0; ///< of the y axis
+    double m_ownLeft = 0.0;    ///< the room that it wants beside the plot
+    double m_ownRight = 0.0;
     double m_roomBelow = 0.0;
     bool m_isBare = false;
 };

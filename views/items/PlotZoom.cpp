@@ -3,6 +3,7 @@
 
 #include "common/Change.h"
 #include "views/items/PlotAxis.h"
+#include "views/items/PlotFrame.h"
 #include "views/items/PlotView.h"
 
 #include <QScopedValueRollback>
@@ -21,8 +22,10 @@ PlotZoom::PlotZoom(PlotView &view) : m_view(view), m_keeper(view)
 PlotZoom::~PlotZoom()
 {
     unlink();
-    for (PlotView *follower : qAsConst(m_linkedViews))
+    for (PlotView *follower : qAsConst(m_linkedViews)) {
         follower->zoom()->m_linkedTo = nullptr;
+        follower->zoom()->layOutGroup();
+    }
 }
 
 int PlotZoom::wheelGesture()
@@ -243,8 +246,24 @@ bool PlotZoom::linkTo(PlotView *view)
         connect(view, &PlotView::rangesChanged, this, &PlotZoom::takeSharedRange);
         takeSharedRange();
     }
+    layOutGroup();
     m_keeper.look();
     return true;
+}
+
+QVector<PlotView *> PlotZoom::linkedGroup() const
+{
+    QVector<PlotView *> group{&xOwner().m_view};
+    for (int i = 0; i < group.size(); ++i)
+        group += group.at(i)->zoom()->m_linkedViews;
+    return group;
+}
+
+/// Who shares x shares the places where plots begin and end.
+void PlotZoom::layOutGroup()
+{
+    for (const PlotView *view : linkedGroup())
+        view->frame()->polish();
 }
 
 void PlotZoom::unlink()
@@ -253,6 +272,7 @@ void PlotZoom::unlink()
         return;
     disconnect(m_linkedTo, nullptr, this, nullptr);
     m_linkedTo->zoom()->m_linkedViews.removeAll(&m_view);
+    m_linkedTo->zoom()->layOutGroup();
     m_linkedTo = nullptr;
 }
 

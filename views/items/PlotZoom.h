@@ -63,6 +63,8 @@ public:
     /// The view that x is moved in; null if it is this one.
     PlotView *leader() const;
     QVector<PlotView *> linkedViews() const { return m_linkedViews; }
+    /// All views that share x with this one, itself included.
+    QVector<PlotView *> linkedGroup() const;
 
 signals:
     void followingChanged();
@@ -79,6 +81,7 @@ private:
     SShown shown() const;
     void shareRange();
     void takeSharedRange();
+    void layOutGroup();
     void unlink();
 
     PlotView &m_view;

@@ -45,6 +45,8 @@ private slots:
     void labelsKeepTheirItemsInAPan();
     void theRoomFollowsTitlesAndLabels();
     void theRoomDoesNotShiverInAPan();
+    void linkedPlotsBeginAndEndAtTheSamePlaces();
+    void aLowPlotHasMoreThanOneLabel();
     void switchedOffNothingIsDrawn();
     void aLogAxisHasMinorLines();
     void aTimeAxisSaysItsDay();
@@ -171,6 +173,45 @@ void tst_PlotFrame_gl::theRoomDoesNotShiverInAPan()
         lefts.insert(m_view->plotArea().left());
     }
     QVERIFY2(lefts.size() <= 2, qPrintable(QString::number(lefts.size())));
+}
+
+void tst_PlotFrame_gl::linkedPlotsBeginAndEndAtTheSamePlaces()
+{
+    auto second = std::make_unique<PlotView>();
+    auto third = std::make_unique<PlotView>();
+    for (PlotView *view : {second.get(), third.get()}) {
+        m_scene->add(view);
+        view->setSize(m_view->size());
+    }
+    second->axisY()->setRange(0.0, 1234567.0);
+    second->axisY()->setLabelFormat(QStringLiteral("%.4f"));
+    third->axisX()->setLabelsVisible(false);
+    third->axisY()->setLabelsVisible(false);
+    m_scene->settle();
+    const QRectF own = m_view->plotArea();
+    QVERIFY(second->plotArea().left() > own.left() + 10.0);
+    QVERIFY(third->plotArea().right() > own.right() + 10.0);
+    second->setLinkedTo(m_view);
+    third->setLinkedTo(second.get());
+    const auto ends = [](const PlotView &view) { return qMakePair(view.plotArea().left(), view.plotArea().right()); };
+    QTRY_VERIFY(ends(*m_view) == ends(*second) && ends(*second) == ends(*third));
+    second->axisY()->setTitleText(QStringLiteral("more room"));
+    QTRY_VERIFY(ends(*m_view) == ends(*second) && ends(*second) == ends(*third));
+    QVERIFY(m_view->plotArea().left() > own.left() + 20.0);
+    third->setLinkedTo(nullptr);
+    QTRY_VERIFY(third->plotArea().right() > own.right() + 10.0);
+    second.reset();
+    QTRY_COMPARE(m_view->plotArea(), own);
+}
+
+void tst_PlotFrame_gl::aLowPlotHasMoreThanOneLabel()
+{
+    m_view->setHeight(145.0);
+    m_view->axisX()->setTitleText(QStringLiteral("x"));
+    m_view->axisY()->setRange(-52.0, 47.0);
+    m_scene->settle();
+    QVERIFY(textItem(*m_view, QStringLiteral("0")));
+    QVERIFY2(textItem(*m_view, QStringLiteral("-50")), qPrintable(m_view->frame()->texts().join('|')));
 }
 
 void tst_PlotFrame_gl::switchedOffNothingIsDrawn()
