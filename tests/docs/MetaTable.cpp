@@ -2,13 +2,19 @@
 #include "MetaTable.h"
 
 #include <QColor>
+#include <QFont>
+#include <QGuiApplication>
 #include <QHash>
+#include <QMetaEnum>
 #include <QMetaMethod>
 #include <QMetaProperty>
 #include <QPointF>
+#include <QQmlListReference>
 #include <QQmlProperty>
 #include <QRectF>
 #include <QVariant>
+
+#include <cmath>
 
 namespace {
 
@@ -18,16 +24,22 @@ QString qmlType(QString type)
     static const QHash<QString, QString> names{
         {"double", "real"},
         {"QString", "string"},
+        {"QStringList", "list of string"},
         {"QColor", "color"},
+        {"QFont", "font"},
+        {"QUrl", "url"},
         {"QRectF", "rect"},
         {"QPointF", "point"},
         {"QVariantList", "list"},
+        {"QVariantMap", "object"},
+        {"QQmlListProperty<QObject>", "list of QtObject"},
         {"QVariant", "var"},
         {"QJSValue", "var"},
         {"QVector<double>", "list of real"},
         {"uchar", "int 0 to 255"},
         {"uint", "int, at least 0"},
         {"QList<IPlotter*>", "list of IPlotter"},
+        {"QList<QObject*>", "list of QtObject"},
         {"QVector<IPlotter1D*>", "list of IPlotter1D"},
     };
     if (names.contains(type))
@@ -37,6 +49,10 @@ QString qmlType(QString type)
 
 QString number(double value)
 {
+    if (std::isnan(value))
+        return QStringLiteral("NaN");
+    if (std::isinf(value))
+        return value < 0.0 ? QStringLiteral("-Infinity") : QStringLiteral("Infinity");
     return QString::number(value, 'g', 10);
 }
 
@@ -59,6 +75,9 @@ QString literal(const QVariant &value)
         return QStringLiteral("Qt.rect(%1, %2, %3, %4)")
             .arg(number(r.x()), number(r.y()), number(r.width()), number(r.height()));
     }
+    case QMetaType::QFont:
+        return value.value<QFont>() == QGuiApplication::font() ? QStringLiteral("Qt.application.font")
+                                                               : value.toString();
     case QMetaType::UChar:
         return QString::number(value.value<uchar>());
     case QMetaType::Nullptr:
@@ -66,10 +85,21 @@ QString literal(const QVariant &value)
     default:
         break;
     }
+    if (value.userType() == qMetaTypeId<QQmlListReference>())
+        return value.value<QQmlListReference>().count() == 0 ? QStringLiteral("[]") : QStringLiteral("a list");
     if (value.canConvert<QVariantList>() || QString(value.typeName()).contains(QLatin1String("List<"))
         || QString(value.typeName()).contains(QLatin1String("Vector<")))
         return value.toList().isEmpty() ? QStringLiteral("[]") : QStringLiteral("a list");
     return value.isValid() ? value.toString() : QStringLiteral("undefined");
+}
+
+/// A value of an enumeration, with its type's name if that is another than the property's.
+QString enumerator(const QMetaProperty &property, const QVariant &value)
+{
+    const QMetaEnum type = property.enumerator();
+    const QString key = type.valueToKey(value.toInt());
+    const bool isOwn = property.enclosingMetaObject()->className() == QByteArray(type.scope());
+    return isOwn ? key : QString(type.scope()) + '.' + key;
 }
 
 /// The C++ class behind an object, as QML calls it.
@@ -87,9 +117,12 @@ QString propertyRow(const QMetaProperty &property, QObject &object)
     const QVariant value = QQmlProperty(&object, property.name()).read();
     const auto *target = value.value<QObject *>();
     const bool isAlias = !property.isWritable() && target;
-    const QString type = isAlias ? baseType(*target) : qmlType(property.typeName());
+    const QString type = isAlias ? baseType(*target)
+        : property.isEnumType()  ? QStringLiteral("enumeration")
+                                 : qmlType(property.typeName());
     const QString access = property.isWritable() ? QString() : QStringLiteral(", read-only");
-    return QStringLiteral("| `%1` | %2%3 | `%4`").arg(property.name(), type, access, literal(value));
+    const QString now = property.isEnumType() ? enumerator(property, value) : literal(value);
+    return QStringLiteral("| `%1` | %2%3 | `%4`").arg(property.name(), type, access, now);
 }
 
 QString signature(const QMetaMethod &method)
@@ -150,7 +183,8 @@ QStringList MetaTable::functions(const QMetaObject &meta)
     QStringList rows;
     for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
         const QMetaMethod method = meta.method(i);
-        if (method.methodType() == QMetaMethod::Signal || method.access() != QMetaMethod::Public)
+        const bool isShorthand = method.attributes() & QMetaMethod::Cloned; // with arguments left out
+        if (method.methodType() == QMetaMethod::Signal || method.access() != QMetaMethod::Public || isShorthand)
             continue;
         const QString result = qmlType(method.typeName());
         const bool says = result != QLatin1String("void") && result != QLatin1String("var");
