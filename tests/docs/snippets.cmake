@@ -18,6 +18,8 @@ SNAPSHOT_RESULT=${CMAKE_CURRENT_BINARY_DIR}/${name}.png")
   set(VORLIX_SNIPPETS ${VORLIX_SNIPPETS} PARENT_SCOPE)
 endfunction()
 
+vorlix_add_snippet(append "samples.count === 7 && samples.maximum === 7 && refused.indexOf('Int16') > 0")
+vorlix_add_snippet(bars-legend "plot.seriesList.length === 2 && plot.axisY.max === 14 && plot.axisX.max === 6")
 vorlix_add_snippet(colors "smooth.data.length === 214 && average.data.length === 214")
 vorlix_add_snippet(components "legend.height > 0 && title === '12.35K'")
 vorlix_add_snippet(dark-plot "plot.refLegend.nameColor == '#d7dde4' && plot.yAxis.axisTextColor == '#b4bcc6' \
@@ -25,16 +27,25 @@ vorlix_add_snippet(dark-plot "plot.refLegend.nameColor == '#d7dde4' && plot.yAxi
 vorlix_add_snippet(destroy "maker.made > 10 && chart.plotter.length <= 2")
 vorlix_add_snippet(follow-data "hovered.infoMap.length === 1 && hovered.infoMap[0].rect.height === 15")
 vorlix_add_snippet(export "grabbed && saved === '/tmp/vorlix-plot.png'")
+vorlix_add_snippet(live-line "points.count > 5 && places.count === points.count && plot.following \
+&& Math.abs(plot.axisX.max - places.maximum) < 1e-9 && Math.abs(plot.axisX.max - plot.axisX.min - 10) < 1e-9")
 vorlix_add_snippet(own-data "chart.zoomRect.width === 5 && Math.abs(chart.zoomRect.height - 5.25) < 1e-9")
 vorlix_add_snippet(own-file "reader.data.length === 16 && reader.area.width === 8")
+vorlix_add_snippet(raw-recording "recording.status === SeriesReader.Ready && recording.store.count === 2048 \
+&& plot.axisX.max < 0.05")
 vorlix_add_snippet(ready-plot "plot.refChartArea.zoomRect.width === 16000 && plot.yAxis.labelText(0) === '-1.00' \
 && plot.yAxis.labelText(2) === '1.00' && plot.xAxis.labelText(8000) === '8000.00' \
 && plot.refChartArea.plotter.length === 2 && plot.refLegend.plotterList.length === 1"
   MOUSE "wheel 324 100 1440"
   THEN "Math.abs(plot.refChartArea.zoomRect.width - 16000 * Math.pow(0.8, 12)) < 1 \
 && Math.abs(plot.refNavigator.zoomRect.width - plot.refChartArea.zoomRect.width * plot.refNavigator.width / 75) < 1")
+vorlix_add_snippet(recorder "recorder.count >= 500 && plot.following && plot.axisX.max >= 0.499 \
+&& Math.abs(plot.axisX.max - plot.axisX.min - 60) < 1e-9")
 vorlix_add_snippet(throttle "changes.made === 3 && Math.abs(accepting.zoomRect.height - 31.5) < 1e-6 \
 && Math.abs(settling.zoomRect.height - 31.5) < 1e-6 && Math.abs(dropping.zoomRect.height - 31.5) > 1")
+vorlix_add_snippet(time-axis "plot.axisX.max === 599 * 60 && plot.plotArea.width > 400")
+vorlix_add_snippet(zooming-line "plot.axisX.max === 4.1 && line.valueAt(2) === 2.1"
+  MOUSE "wheel 320 150 120" THEN "Math.abs(plot.axisX.max - plot.axisX.min - 4.1 * 0.8) < 1e-6")
 
 # None may be forgotten.
 file(GLOB snippets RELATIVE ${PROJECT_SOURCE_DIR}/docs/snippets CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/snippets/*.qml)
