@@ -233,7 +233,7 @@ void tst_PlotOverlay_gl::theReadoutFollowsTheData()
     QCOMPARE(m_view->readout()->rows().size(), 1);
     m_line->series.setVisible(true);
     m_view->zoomTo(90.0, 100.0);
-    hover({99.9, 30.0});
+    hover({99.3, 30.0});
     const QVariantList before = m_view->readout()->rows();
     m_line->store.clear(); // the values under the pointer go, and the view stays
     QTRY_VERIFY(m_view->readout()->rows() != before);
