@@ -14,7 +14,8 @@ class HostileValues : public Scenario
     {
         stage.messages.expect("^Filter1D: the tree of nodes has a cycle", 10000);
         stage.messages.expect("^MovingAvarangeU64: no average of", 100000); // a depth of 2^31 - 1
-        // With some of the values a fit never settles. Each chart says so once.
+        // A fit never settles when bars are infinitely wide together, because what their extent shares with a view
+        // isn't a number: it differs from itself. Each chart says so once.
         stage.messages.expect("^IChartArea: chartRect never settles", 10000);
         stage.messages.expect("Timers cannot have negative intervals", 100000);
     }
