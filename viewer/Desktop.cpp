@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "viewer/Desktop.h"
 
-#include "viewer/PictureFile.h"
-
 #include <QClipboard>
 #include <QCoreApplication>
 #include <QFile>
@@ -57,10 +55,11 @@ QStringList Desktop::firstLines(const QString &path, int count)
     return lines;
 }
 
-QString Desktop::writePicture(const QImage &image, const QString &path)
+void Desktop::exit(const QStringList &problems, int code)
 {
-    const QByteArray suffix = QFileInfo(path).suffix().toLatin1();
-    return ::writePicture(image, path, suffix.isEmpty() ? "png" : suffix);
+    for (const QString &words : problems)
+        QTextStream(stderr) << QCoreApplication::applicationName() << ": " << words << '\n';
+    QCoreApplication::exit(code);
 }
 
 void Desktop::copy(const QString &text)

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QImage>
 #include <QList>
 #include <QObject>
 #include <QString>
@@ -27,9 +26,8 @@ public:
     Q_INVOKABLE static QUrl urlOf(const QString &path) { return QUrl::fromLocalFile(path); }
     /// The beginning of a regular file as lines of text; none of others.
     Q_INVOKABLE static QStringList firstLines(const QString &path, int count);
-    /// Writes a picture in the format that the path ends in, else as PNG. An empty string once it is there; else why it
-    /// isn't.
-    Q_INVOKABLE static QString writePicture(const QImage &image, const QString &path);
+    /// Says what went wrong on standard error, a line each, and ends the program.
+    Q_INVOKABLE static void exit(const QStringList &problems, int code);
     Q_INVOKABLE static void copy(const QString &text);
     /// As if somebody pressed and released a key such as "Ctrl+Right" in this item.
     Q_INVOKABLE static void press(QObject *item, const QString &key);

@@ -21,10 +21,14 @@ Window {
     property bool logarithmic: false
     /// "dark" or "light"; empty for what the desktop has.
     property string colors
+    /// Of the window, or the picture.
+    property size pixels: Qt.size(1280, 720)
     /// The part of x to show at first, as [from, to]; empty for all.
     property var range: []
-    /// Nothing but the plot, for a picture.
-    property bool bare: false
+    /// Where a picture or the values are to be written, instead of showing a window: then there is nothing but the plot.
+    property string picture
+    property string values
+    readonly property bool bare: picture !== "" || values !== ""
     property var files: []
     property var closed: []
     readonly property alias plot: view
@@ -32,9 +36,6 @@ Window {
     readonly property bool reading: files.some(file => file.busy)
     readonly property bool hasNumbers: files.some(file => file.hasNumbers)
     readonly property var problems: files.map(file => file.problem).filter(Boolean)
-    /// What is shown, in words: as long as it is the same, so is the picture.
-    readonly property string shown: [view.axisX.min, view.axisX.max, view.axisY.min, view.axisY.max, view.plotArea,
-        view.seriesList.length].join()
     readonly property bool follows: files.some(file => file.reader.follow || file.path === "-")
     /// What is going on, for who stands far away.
     readonly property var state: {
@@ -152,11 +153,11 @@ Window {
 
     function savePicture(path) {
         footer.said = "";
-        view.grabToImage((result) => {
-            footer.said = desktop.writePicture(result.image, path);
-        }, Qt.size(2 * view.width, 2 * view.height));
+        view.saveImage(path, 2);
     }
 
+    height: pixels.height
+    width: pixels.width
     color: view.theme.backgroundColor
     title: files.length === 0 ? "vorlixview" : files.map(file => file.name).join(", ") + " – vorlixview"
     Component.onCompleted: {
@@ -182,7 +183,9 @@ Window {
         id: content
 
         Keys.onEscapePressed: (event) => window.cancel()
-        anchors.fill: parent
+        // Also that of a picture, which a window that counts in larger units may not have.
+        height: window.bare ? window.pixels.height / Screen.devicePixelRatio : window.height
+        width: window.bare ? window.pixels.width / Screen.devicePixelRatio : window.width
 
         Loader {
             id: bar
@@ -211,17 +214,21 @@ Window {
             legendVisible: window.files.length > 1
             followMode: window.follows ? PlotView.FollowEnd : PlotView.FollowNone
             readoutVisible: !window.bare
+            onSaved: (file, error) => footer.said = error
 
             theme: PlotTheme {
                 readonly property bool isLight: window.colors === "light" || window.bare
 
                 colorScheme: window.colors === "dark" ? PlotTheme.Dark : isLight ? PlotTheme.Light : PlotTheme.Automatic
+                font: window.bare ? Qt.font({ "pixelSize": 13 }) : undefined // the same in every picture
             }
         }
 
         Text {
             anchors.centerIn: view
-            color: view.theme.labelTextColor
+            height: pixels.height
+    width: pixels.width
+    color: view.theme.labelTextColor
             font.pixelSize: 18
             text: "Drop files of numbers here, or press Ctrl+O"
             textFormat: Text.PlainText
@@ -275,6 +282,16 @@ Window {
         dialogs: dialogLoader
         plot: view
         scene: window
+    }
+
+    Loader {
+        active: window.bare
+
+        sourceComponent: Errand {
+            plot: view
+            scene: window
+        }
+
     }
 
     // Made at the first use.

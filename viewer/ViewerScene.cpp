@@ -34,9 +34,9 @@ QQuickWindow *loadViewerScene(QQmlApplicationEngine &engine, const SViewerOption
     const QSize size =
         options.size.isEmpty() ? desktop->remembered(QStringLiteral("size"), usualSize).toSize() : options.size;
     QVariantMap scene = options.scene;
-    scene.insert(QStringLiteral("bare"), !options.showsWindow());
-    scene.insert(QStringLiteral("width"), size.width());
-    scene.insert(QStringLiteral("height"), size.height());
+    scene.insert(QStringLiteral("picture"), options.picture);
+    scene.insert(QStringLiteral("values"), options.values);
+    scene.insert(QStringLiteral("pixels"), QSizeF(size));
     engine.setInitialProperties(scene);
     engine.load(QUrl(QStringLiteral("qrc:/vorlixview/Viewer.qml")));
     return engine.rootObjects().isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());

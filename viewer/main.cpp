@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "viewer/Errand.h"
 #include "viewer/OpenGLCheck.h"
 #include "viewer/ViewerOptions.h"
 #include "viewer/ViewerScene.h"
 
 #include <QGuiApplication>
 #include <QIcon>
-#include <QJSValue>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
+#include <QSGRendererInterface>
 #include <QTextStream>
 
 #include <cstdio>
@@ -35,24 +34,21 @@ bool displayIsMissing()
         && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 }
 
-/// Makes the window write what is wanted and end the event loop.
-void exitWithErrand(QQuickWindow *window, const SViewerOptions &options)
+/// A picture is painted without OpenGL and needs no display; without one, it's the same wherever it's made.
+void prepareForErrand()
 {
-    auto *errand = new Errand(window, options, window);
-    QObject::connect(errand, &Errand::finished, window, [window](const QString &error) {
-        const QStringList problems = window->property("problems").value<QJSValue>().toVariant().toStringList();
-        for (const QString &words : problems + (error.isEmpty() ? QStringList() : QStringList{error}))
-            print(stderr, QStringLiteral("%1: %2\n").arg(QCoreApplication::applicationName(), words));
-        QCoreApplication::exit(error.isEmpty() ? EXIT_SUCCESS : EXIT_FAILURE);
-    });
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QSG_RENDER_LOOP", "basic"); // the other one may wait for itself at the end if there's no OpenGL
+    QCoreApplication::setAttribute(Qt::AA_DisableHighDpiScaling);
+    QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);
 }
 
 int run(int argc, char **argv, const SViewerOptions &options)
 {
     if (!options.showsWindow())
-        QCoreApplication::setAttribute(Qt::AA_DisableHighDpiScaling); // the same letters on every screen
+        prepareForErrand();
     QGuiApplication application(argc, argv);
-    const QString lack = whyNoOpenGL();
+    const QString lack = options.showsWindow() ? whyNoOpenGL() : QString();
     if (!lack.isEmpty()) {
         print(stderr, QStringLiteral("vorlixview: %1\n").arg(lack));
         return EXIT_FAILURE;
@@ -64,8 +60,6 @@ int run(int argc, char **argv, const SViewerOptions &options)
     QQuickWindow *window = loadViewerScene(engine, options);
     if (!window)
         return EXIT_FAILURE;
-    if (!options.showsWindow())
-        exitWithErrand(window, options);
     window->show();
     return QGuiApplication::exec();
 }
@@ -89,8 +83,8 @@ int main(int argc, char **argv)
     case SViewerOptions::Action::Show:
         break;
     }
-    if (displayIsMissing()) {
-        print(stderr, QStringLiteral("vorlixview: no display; run it with xvfb-run\n"));
+    if (options.showsWindow() && displayIsMissing()) {
+        print(stderr, QStringLiteral("vorlixview: no display for a window; --png needs none\n"));
         return EXIT_FAILURE;
     }
     return run(argc, argv, options);
