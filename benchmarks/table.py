@@ -19,8 +19,6 @@ GOALS = {
     ("reduction of FixedDecimatorU64", 10_000_000): 1.3,
     ("unchanged series, set again", 10_000_000): 1.3,
     ("vertices of BarPlotter", 1_000_000): 2.0,
-    ("as many bars of BarPlotterDx", 1_000_000): 2.0,
-    ("as many bars of BarPlotterDx", 10_000_000): 2.0,
     ("average of MovingAvarangeU64", 10_000_000): 1.2,
     ("append to a stored series", 10_000_000): 1.2,
 }

@@ -28,6 +28,8 @@ public:
 
     /// The variants that can draw `kind`, none if the library cannot.
     virtual QStringList variants(const QString &kind) const = 0;
+    /// Brings the contest's series into the contender's own form, before any clock runs: applications have theirs.
+    virtual void prepare(const STask &, const QVector<double> &) {}
     /// Makes the chart with the whole series in view, shows the window and returns it.
     virtual QWindow *open(const STask &task, const QVector<double> &series) = 0;
     /// Shows another series of the same length.

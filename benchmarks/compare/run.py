@@ -24,6 +24,7 @@ MEMORY_LIMIT = 8  # GiB
 # (program, its name in the tables)
 CONTENDERS = (
     ("vorlix", "VorlixPlugin"),
+    ("views", "VorlixPlugin.Views"),
     ("columns", "hand-written pixel columns"),
     ("painter", "QPainter item"),
     ("qtcharts", "Qt Charts"),
@@ -35,6 +36,8 @@ OURS = "VorlixPlugin, pyramid"
 ALONE = "VorlixPlugin, plotter alone"
 WIDE = "VorlixPlugin, bars of individual widths alone"
 BORDER = "VorlixPlugin, plotter alone, border"
+VIEWS = "VorlixPlugin.Views"
+COLUMNS = "hand-written pixel columns"
 MEASURES = (
     ("first frame", statistics.median, "First frame: from the series in memory to the picture on the screen"),
     ("replace", statistics.median, "Replacing the whole series, to the picture"),
@@ -225,7 +228,7 @@ def goals(results):
     longest = 10_000_000
     replaced = results.value(OURS, "bars", longest, "replace")
     yield ("replacing 10 million values: ratio to the hand-written pixel columns",
-           ratio(replaced, results.value("hand-written pixel columns", "bars", longest, "replace")), 1.3)
+           ratio(replaced, results.value(COLUMNS, "bars", longest, "replace")), 1.3)
     yield ("replacing 10 million values: ratio to QCustomPlot's adaptive line",
            ratio(replaced, results.value("QCustomPlot, adaptive sampling", "line", longest, "replace")), 0.5)
     charts = results.value("Qt Charts", "bars", longest, "replace")
@@ -246,6 +249,22 @@ def goals(results):
             yield (f"{what}, {spaced(size)} points of an area with a border: ratio to one without",
                    ratio(results.value(BORDER, "area", size, what), results.value(ALONE, "area", size, what)), 2.0)
     yield "memory at 10 million values, in multiples of the series", results.memory(OURS, "bars", longest), 2.3
+    for kind in ("bars", "line"):
+        yield from goals_of_views(results, kind)
+
+
+def goals_of_views(results, kind):
+    steps = [results.value(VIEWS, kind, size, "zoom step") for size in results.sizes() if size >= 10_000]
+    if steps and None not in steps:
+        yield f"Views, {kind}, a zoom step, 10 000 values and more: slowest to fastest", max(steps) / min(steps), 1.2
+    for size in (1_000_000, 10_000_000):
+        step = results.value(VIEWS, kind, size, "zoom step")
+        yield (f"Views, {kind}, a zoom step, {spaced(size)} values: ratio to the hand-written pixel columns",
+               ratio(step, results.value(COLUMNS, kind, size, "zoom step")), 1.1)
+        if kind == "line":
+            adaptive = results.value("QCustomPlot, adaptive sampling", kind, size, "replace")
+            yield (f"Views, replacing a line of {spaced(size)} values: ratio to QCustomPlot's adaptive one",
+                   ratio(results.value(VIEWS, kind, size, "replace"), adaptive), 1.0)
 
 
 def print_goals(results):

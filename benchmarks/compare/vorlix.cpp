@@ -26,10 +26,16 @@ public:
         return all;
     }
 
+    void prepare(const STask &task, const QVector<double> &series) override
+    {
+        m_wide = task.variant == individualWidths;
+        if (m_wide)
+            pairsOf(series);
+    }
+
     QWindow *open(const STask &task, const QVector<double> &series) override
     {
         m_count = task.count;
-        m_wide = task.variant == individualWidths;
         m_stage.view().engine()->addImportPath(QStringLiteral(VORLIX_IMPORT_PATH));
         m_chart = m_stage.open(QUrl(QStringLiteral("qrc:/vorlix.qml")),
                                {{QStringLiteral("kind"), task.kind},
@@ -55,7 +61,7 @@ public:
     }
 
 private:
-    /// (width, value), made once for each of the contest's series: applications have theirs.
+    /// (width, value), made once for each of the contest's series.
     const QVector<double> &pairsOf(const QVector<double> &series)
     {
         QVector<double> &pairs = m_pairs[series.constData()];
