@@ -50,6 +50,7 @@ private:
         return {left, snapped(y, m_area.bottom()), right - left, m_ground.line};
     }
 
+    double distanceOfX(const PlotAxis &axis, const AxisMapping &mapping, const SLabelSpace &space) const;
     void addX();
     void addY();
     void addTitles();
@@ -61,12 +62,23 @@ private:
     SFrameLook m_look;
 };
 
+/// The least distance of two labels of x. An interval that's wished for is kept as long as its own labels have room.
+double FrameBuilder::distanceOfX(const PlotAxis &axis, const AxisMapping &mapping, const SLabelSpace &space) const
+{
+    if (!(axis.tickInterval() > 0.0))
+        return digit() * (labelDigits + 2);
+    double widest = digit();
+    for (const STickLabel &label : axisLook(axis, mapping, space.gap, space).labels)
+        widest = std::max(widest, m_metrics.horizontalAdvance(label.text));
+    return widest + digit();
+}
+
 void FrameBuilder::addX()
 {
     const PlotAxis &axis = *m_view.axisX();
     const SLabelSpace space{digit(), digit() * 2.0};
     const AxisMapping mapping = axis.mapping(m_area.left(), m_area.right());
-    const SAxisLook look = axisLook(axis, mapping, digit() * (labelDigits + 2), space);
+    const SAxisLook look = axisLook(axis, mapping, distanceOfX(axis, mapping, space), space);
     double free = -1e9; // a format by hand may give longer labels: then some are left out
     for (const STickLabel &tick : look.labels) {
         if (axis.gridVisible())
@@ -95,7 +107,7 @@ void FrameBuilder::addY()
     const PlotAxis &axis = *m_view.axisY();
     const SLabelSpace space{m_metrics.height(), m_metrics.height()};
     const AxisMapping mapping = axis.mapping(m_area.bottom(), m_area.top());
-    const SAxisLook look = axisLook(axis, mapping, labelDistance(m_area.height(), m_metrics.height()), space);
+    const SAxisLook look = axisLook(axis, mapping, labelDistance(axis, m_area.height(), m_metrics.height()), space);
     for (const STickLabel &tick : look.labels) {
         if (axis.gridVisible())
             m_look.grid.append(level(tick.pixels, m_area.left(), m_area.right()));
@@ -133,11 +145,13 @@ void FrameBuilder::addTitles()
 
 } // namespace
 
-double labelDistance(double height, double row)
+double labelDistance(const PlotAxis &axis, double height, double row)
 {
     constexpr double wanted = 6.0; // labels
     constexpr double leastRows = 1.2;
     constexpr double mostRows = 2.6;
+    if (axis.tickInterval() > 0.0)
+        return leastRows * row;
     return std::clamp(height / wanted, leastRows * row, mostRows * row);
 }
 

@@ -6,6 +6,7 @@
 #include <QRectF>
 #include <QVector>
 
+class PlotAxis;
 class PlotView;
 
 /// What the lines and texts of a view are laid out for: a screen, or a picture. In item pixels of the view.
@@ -33,8 +34,8 @@ constexpr double rowGap = 2.0;
 constexpr int labelDigits = 9; // what most labels take at most: "-12345.6k"
 
 /// The least distance of two labels of y: less in a low plot, so that it has more than one. It follows from the height,
-/// not from what is shown.
-double labelDistance(double height, double row);
+/// not from what is shown. An interval that's wished for is kept as long as labels don't touch.
+double labelDistance(const PlotAxis &axis, double height, double row);
 
 /// What is to be drawn around the series as things are now. GUI thread.
 SFrameLook frameLook(const PlotView &view, const SPlotGround &ground);

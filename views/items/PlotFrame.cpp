@@ -111,7 +111,7 @@ double PlotFrame::widthOfLabels(const QFontMetricsF &metrics)
     const SLabelSpace space{metrics.height(), metrics.height()};
     double widest = 4.0 * digit;
     for (const STickLabel &label :
-         axisLook(axis, mapping, labelDistance(area.height(), metrics.height()), space).labels)
+         axisLook(axis, mapping, labelDistance(axis, area.height(), metrics.height()), space).labels)
         widest = std::max(widest, metrics.horizontalAdvance(label.text));
     if (widest > m_labelWidth || widest < m_labelWidth - 4.0 * digit)
         m_labelWidth = std::ceil(widest);

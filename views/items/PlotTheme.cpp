@@ -116,7 +116,8 @@ void PlotTheme::resetFont()
 
 QFont PlotTheme::ownFont()
 {
-    return QGuiApplication::font();
+    return QFont(); // the application's, as nobody's choice: scripts that choose a pixel size aren't warned of its
+                    // points
 }
 
 QColor PlotTheme::backgroundColor() const

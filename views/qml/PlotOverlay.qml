@@ -76,9 +76,10 @@ Item {
 
         readonly property point pointer: overlay.readout.position
         readonly property bool isLeft: pointer.x + 16 + width > overlay.width
+        readonly property bool isOverLegend: legend.visible && legend.contains(Qt.point(pointer.x - legend.x, pointer.y - legend.y))
 
         objectName: "readout"
-        visible: overlay.view.readoutVisible && overlay.readout.active
+        visible: overlay.view.readoutVisible && overlay.readout.active && !isOverLegend
         theme: overlay.view.theme
         title: overlay.readout.title
         rows: overlay.readout.rows

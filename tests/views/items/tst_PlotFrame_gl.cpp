@@ -47,6 +47,7 @@ private slots:
     void theRoomDoesNotShiverInAPan();
     void linkedPlotsBeginAndEndAtTheSamePlaces();
     void aLowPlotHasMoreThanOneLabel();
+    void anIntervalIsKeptWhileItsLabelsFit();
     void switchedOffNothingIsDrawn();
     void aLogAxisHasMinorLines();
     void aTimeAxisSaysItsDay();
@@ -212,6 +213,22 @@ void tst_PlotFrame_gl::aLowPlotHasMoreThanOneLabel()
     m_scene->settle();
     QVERIFY(textItem(*m_view, QStringLiteral("0")));
     QVERIFY2(textItem(*m_view, QStringLiteral("-50")), qPrintable(m_view->frame()->texts().join('|')));
+}
+
+void tst_PlotFrame_gl::anIntervalIsKeptWhileItsLabelsFit()
+{
+    m_view->axisX()->setTickInterval(1.0);
+    m_view->axisX()->setRange(0.0, 20.0);
+    m_view->axisY()->setTickInterval(1.0);
+    m_view->axisY()->setRange(0.0, 15.0);
+    m_scene->settle();
+    const QStringList texts = m_view->frame()->texts();
+    QVERIFY2(texts.count(QStringLiteral("13")) == 2 && texts.contains(QStringLiteral("19")),
+             qPrintable(texts.join('|')));
+    m_view->axisX()->setRange(0.0, 150.0);
+    m_scene->settle();
+    QCOMPARE(m_view->frame()->texts().count(QStringLiteral("13")), 1); // that of y
+    QVERIFY2(textItem(*m_view, QStringLiteral("130")), qPrintable(m_view->frame()->texts().join('|')));
 }
 
 void tst_PlotFrame_gl::switchedOffNothingIsDrawn()

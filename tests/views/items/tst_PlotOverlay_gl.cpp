@@ -202,6 +202,8 @@ void tst_PlotOverlay_gl::theReadoutTellsValues()
     QVERIFY(!textsIn(find(m_view, QStringLiteral("readout"))).contains(QStringLiteral("25")));
     QTest::mouseMove(&m_scene->window(), QPoint(3, 3));
     QTRY_VERIFY(!find(m_view, QStringLiteral("readout")));
+    QTest::mouseMove(&m_scene->window(), middleOf(find(m_view, QStringLiteral("legendEntry"))));
+    QVERIFY(m_view->readout()->isActive() && !find(m_view, QStringLiteral("readout"))); // it would hide the legend
     m_view->setReadoutVisible(false);
     hover({50.2, 30.0});
     QVERIFY(!find(m_view, QStringLiteral("readout")));

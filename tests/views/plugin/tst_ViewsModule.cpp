@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQmlListReference>
@@ -16,6 +17,7 @@ private slots:
     void makesItsTypes();
     void takesSeriesAsTheyAreDeclared();
     void readsAFile();
+    void takesAFontInPixels();
     void throwsWhatAStoreDoesntTake();
     void standsBesideTheFirstModule();
 
@@ -83,6 +85,23 @@ void tst_ViewsModule::readsAFile()
     QVERIFY2(reader, qPrintable(error));
     QTRY_COMPARE(reader->property("highest").toDouble(), 4.5);
     QVERIFY(reader->property("isReady").toBool());
+}
+
+void tst_ViewsModule::takesAFontInPixels()
+{
+    QFont font = QGuiApplication::font();
+    font.setPointSize(9); // as platforms do
+    QGuiApplication::setFont(font);
+    static int warnings = 0;
+    const QtMessageHandler before =
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) { ++warnings; });
+    QQmlEngine engine;
+    QString error;
+    const std::unique_ptr<QObject> theme = make(engine, "PlotTheme { font.pixelSize: 17 }", &error);
+    qInstallMessageHandler(before);
+    QVERIFY2(theme, qPrintable(error));
+    QCOMPARE(theme->property("font").value<QFont>().pixelSize(), 17);
+    QCOMPARE(warnings, 0);
 }
 
 void tst_ViewsModule::throwsWhatAStoreDoesntTake()
