@@ -199,7 +199,8 @@ QString PlotMarks::spoken() const
         const PlotSeries &series = *m_view.series().at(i);
         if (!series.isVisible())
             continue;
-        const QString value = m_view.axisY()->valueText(m_walker->numbers().at(i), 0.0);
+        const double number = m_walker->numbers().at(i);
+        const QString value = std::isnan(number) ? tr("no value") : m_view.axisY()->valueText(number, 0.0);
         parts.append(series.name().isEmpty() ? value : series.name() + QLatin1Char(' ') + value);
     }
     return parts.join(QStringLiteral(", "));

@@ -492,6 +492,8 @@ void tst_PlotOverlay_gl::aScreenReaderHearsTheCursor()
     QCOMPARE(view->text(QAccessible::Description), QStringLiteral("50, line 50, bars 25"));
     QTest::keyClick(&m_scene->window(), Qt::Key_Left, Qt::ShiftModifier);
     QCOMPARE(view->text(QAccessible::Description), QStringLiteral("49, line 49, bars 25"));
+    m_view->marks()->cursors().first()->setX(100.0); // behind the last bar
+    QCOMPARE(view->text(QAccessible::Description), QStringLiteral("100, line 100, bars no value"));
 }
 
 void tst_PlotOverlay_gl::aScreenReaderTogglesSeries()
