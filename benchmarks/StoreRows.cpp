@@ -40,10 +40,12 @@ std::shared_ptr<SeriesData> longSeries(qint64 count, T factor)
     return series;
 }
 
-/// Gives free memory back to the system, so that the next that is asked for is fresh.
-void freshMemory(benchmark::State &state)
+/// Lets go of what was made, outside of the measurement, and gives the memory back to the system: the next is fresh.
+template <class Made>
+void dropAndTrim(benchmark::State &state, Made &made)
 {
     state.PauseTiming();
+    made = Made();
     malloc_trim(0);
     state.ResumeTiming();
 }
@@ -52,11 +54,11 @@ void appendToStore(benchmark::State &state)
 {
     const std::vector<float> &values = wave();
     for ([[maybe_unused]] auto _ : state) {
-        const std::shared_ptr<SeriesData> series = SeriesData::create(SampleType::Float32);
+        std::shared_ptr<SeriesData> series = SeriesData::create(SampleType::Float32);
         for (qint64 left = state.range(0); left > 0; left -= qint64(values.size()))
             series->append(values.data(), std::min(left, qint64(values.size())));
         benchmark::DoNotOptimize(series->end());
-        freshMemory(state);
+        dropAndTrim(state, series);
     }
 }
 
@@ -70,7 +72,7 @@ void copyToFreshChunks(benchmark::State &state)
             std::memcpy(chunks.back().get(), values.data(), size_t(std::min(left, chunkSize)) * sizeof(float));
         }
         benchmark::DoNotOptimize(chunks.data());
-        freshMemory(state);
+        dropAndTrim(state, chunks);
     }
 }
 
