@@ -92,13 +92,11 @@ private:
         series.draw(frame, shape);
         m_painter.save();
         m_painter.setClipRect(area);
-        m_painter.translate(area.topLeft());
-        m_painter.scale(1.0 / m_scale, 1.0 / m_scale);
+        const QPointF corner = m_painter.transform().map(area.topLeft());
+        m_painter.resetTransform();
         m_painter.setOpacity(series.opacity());
-        if (series.opacity() < 1.0) // as one picture: where its parts overlap, it's no darker
-            m_painter.drawImage(0, 0, paintedShape(shape, frame.columns, frame.rows));
-        else
-            paintShape(m_painter, shape);
+        m_painter.drawImage(QPoint(qRound(corner.x()), qRound(corner.y())),
+                            paintedShape(shape, frame.columns, frame.rows));
         m_painter.restore();
     }
 
@@ -142,7 +140,7 @@ void paintOverview(QPainter &painter, const OverviewStrip &strip, double scale)
     const ViewPainter small(painter, strip.smallView(), scale);
     small.paintAll();
     small.fill(strip.dimmed(), strip.dimColor());
-    small.fill(frameOf(strip.window(), 1.0), strip.view()->theme()->accentColor());
+    small.fill(frameOf(strip.shownPart(), 1.0), strip.view()->theme()->accentColor());
     painter.restore();
 }
 

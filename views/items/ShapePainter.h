@@ -5,10 +5,6 @@
 
 #include <QImage>
 
-class QPainter;
-
-/// Paints the shape with its upper left corner at 0, 0. Any thread.
-void paintShape(QPainter &painter, const SSeriesShape &shape);
-
-/// The shape as a picture, on nothing: for scene graphs that draw no geometry. Any thread.
+/// The shape as a picture, on nothing: for pictures, and for scene graphs that draw no geometry. It has the pixels that
+/// the geometry has. Any thread.
 QImage paintedShape(const SSeriesShape &shape, int columns, int rows);
