@@ -50,7 +50,8 @@ Scene::~Scene()
 
 void Scene::prepareFrame()
 {
-    QOpenGLContext::currentContext()->functions()->glBlendColor(0.0f, 0.0f, 0.0f, m_blendAlpha);
+    if (QOpenGLContext *context = QOpenGLContext::currentContext()) // the software renderer has none
+        context->functions()->glBlendColor(0.0f, 0.0f, 0.0f, m_blendAlpha);
 }
 
 QQuickItem *Scene::load(const QByteArray &source)

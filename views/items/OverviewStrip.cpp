@@ -26,17 +26,14 @@ public:
 protected:
     QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *) override
     {
-        auto *dim = static_cast<RectsNode *>(node);
-        if (!dim) {
-            dim = new RectsNode;
-            dim->appendChildNode(new RectsNode);
-        }
-        auto *frame = static_cast<RectsNode *>(dim->firstChild());
+        auto *rects = static_cast<FramedRectsNode *>(node);
+        if (!rects)
+            rects = new FramedRectsNode(*window());
         const PlotView *const view = m_strip.view();
-        dim->show(m_strip.dimmed(), m_strip.dimColor());
-        frame->show(view ? frameOf(m_strip.window(), 1.0) : QVector<QRectF>(),
-                    view ? view->theme()->accentColor() : QColor(Qt::transparent));
-        return dim;
+        rects->fills.show(m_strip.dimmed(), m_strip.dimColor());
+        rects->lines.show(view ? frameOf(m_strip.shownPart(), 1.0) : QVector<QRectF>(),
+                          view ? view->theme()->accentColor() : QColor(Qt::transparent));
+        return rects;
     }
 
 private:
@@ -110,7 +107,7 @@ void OverviewStrip::takeSeries()
         m_small->addSeries(series);
 }
 
-QRectF OverviewStrip::window() const
+QRectF OverviewStrip::shownPart() const
 {
     const AxisMapping mapping = m_small->mappingX();
     if (!m_view || !mapping.isValid())
@@ -123,7 +120,7 @@ QRectF OverviewStrip::window() const
 
 QVector<QRectF> OverviewStrip::dimmed() const
 {
-    const QRectF shown = window();
+    const QRectF shown = shownPart();
     return {{0.0, 0.0, shown.left(), height()}, {shown.right(), 0.0, width() - shown.right(), height()}};
 }
 
@@ -149,7 +146,7 @@ void OverviewStrip::mousePressEvent(QMouseEvent *event)
         return;
     }
     const double x = event->localPos().x();
-    const QRectF part = window();
+    const QRectF part = shownPart();
     const bool isNearFrom = std::abs(x - part.left()) <= std::min(edgeGrip, part.width() * 0.4);
     const bool isNearTo = std::abs(x - part.right()) <= std::min(edgeGrip, part.width() * 0.4);
     m_hold = isNearFrom ? Hold::From : isNearTo ? Hold::To : Hold::All;

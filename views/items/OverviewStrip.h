@@ -24,7 +24,7 @@ public:
     PlotView *view() const { return m_view; }
     void setView(PlotView *view);
     /// Where the part that's shown lies, in item pixels; never too narrow to take hold of.
-    QRectF window() const;
+    QRectF shownPart() const;
     /// What lies left and right of it, and the color that it's dimmed with.
     QVector<QRectF> dimmed() const;
     QColor dimColor() const;

@@ -17,7 +17,12 @@ namespace {
 class FrameNode : public QSGNode
 {
 public:
-    FrameNode()
+    explicit FrameNode(const QQuickWindow &window)
+        : background(window),
+          plotArea(window),
+          minorGrid(window),
+          grid(window),
+          axes(window)
     {
         for (RectsNode *node : {&background, &plotArea, &minorGrid, &grid, &axes}) {
             node->setFlag(OwnedByParent, false);
@@ -162,7 +167,7 @@ QSGNode *PlotFrame::updatePaintNode(QSGNode *node, UpdatePaintNodeData *)
 {
     auto *frame = static_cast<FrameNode *>(node);
     if (!frame)
-        frame = new FrameNode;
+        frame = new FrameNode(*window());
     const PlotTheme &theme = *m_view.theme();
     QColor faint = theme.gridColor();
     faint.setAlphaF(faint.alphaF() * 0.5);

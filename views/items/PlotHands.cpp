@@ -208,22 +208,19 @@ void PlotHands::wheelEvent(QWheelEvent *event)
 
 QSGNode *PlotHands::updatePaintNode(QSGNode *node, UpdatePaintNodeData *)
 {
-    auto *fill = static_cast<RectsNode *>(node);
-    if (!fill) {
-        fill = new RectsNode;
-        fill->appendChildNode(new RectsNode);
-    }
-    auto *border = static_cast<RectsNode *>(fill->firstChild());
+    auto *rects = static_cast<FramedRectsNode *>(node);
+    if (!rects)
+        rects = new FramedRectsNode(*window());
     const QColor accent = m_view.theme()->accentColor();
     QColor faint = accent;
     faint.setAlphaF(0.15);
     const QRectF inside = box();
-    fill->show(inside.isEmpty() ? QVector<QRectF>() : QVector<QRectF>{inside}, faint);
+    rects->fills.show(inside.isEmpty() ? QVector<QRectF>() : QVector<QRectF>{inside}, faint);
     QVector<QRectF> lines;
     if (!inside.isEmpty())
         lines += frameOf(inside, 1.0);
     if (m_view.hasActiveFocus() && m_view.focusIsByKeys())
         lines += frameOf(m_view.plotArea(), 2.0);
-    border->show(lines, accent);
-    return fill;
+    rects->lines.show(lines, accent);
+    return rects;
 }

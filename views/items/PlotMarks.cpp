@@ -298,12 +298,10 @@ void PlotMarks::updatePolish()
 
 QSGNode *PlotMarks::updatePaintNode(QSGNode *node, UpdatePaintNodeData *)
 {
-    auto *fills = static_cast<RectsNode *>(node);
-    if (!fills) {
-        fills = new RectsNode;
-        fills->appendChildNode(new RectsNode);
-    }
-    fills->show(m_look.fills, m_look.fillColor);
-    static_cast<RectsNode *>(fills->firstChild())->show(m_look.lines, m_look.color);
-    return fills;
+    auto *marks = static_cast<FramedRectsNode *>(node);
+    if (!marks)
+        marks = new FramedRectsNode(*window());
+    marks->fills.show(m_look.fills, m_look.fillColor);
+    marks->lines.show(m_look.lines, m_look.color);
+    return marks;
 }

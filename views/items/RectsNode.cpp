@@ -1,6 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "views/items/RectsNode.h"
 
+#include <QQuickWindow>
+#include <QSGFlatColorMaterial>
+#include <QSGGeometryNode>
+#include <QSGRendererInterface>
+#include <QSGSimpleRectNode>
+
 #include <algorithm>
 
 namespace {
@@ -12,35 +18,108 @@ constexpr int verticesOfRect = 6;
 
 } // namespace
 
-RectsNode::RectsNode() : m_geometry(QSGGeometry::defaultAttributes_Point2D(), leastRects * verticesOfRect)
+bool drawsGeometry(const QQuickWindow &window)
 {
-    std::fill_n(m_geometry.vertexDataAsPoint2D(), m_geometry.vertexCount(), QSGGeometry::Point2D{0.0f, 0.0f});
-    m_geometry.setDrawingMode(QSGGeometry::DrawTriangles);
-    setGeometry(&m_geometry);
-    setMaterial(&m_material);
+    return window.rendererInterface()->graphicsApi() != QSGRendererInterface::Software;
+}
+
+class RectsNode::TrianglesNode : public QSGGeometryNode
+{
+public:
+    TrianglesNode() : m_geometry(QSGGeometry::defaultAttributes_Point2D(), leastRects * verticesOfRect)
+    {
+        m_geometry.setDrawingMode(QSGGeometry::DrawTriangles);
+        setGeometry(&m_geometry);
+        setMaterial(&m_material);
+        showRects({});
+    }
+
+    void showColor(const QColor &color)
+    {
+        m_material.setColor(color);
+        markDirty(DirtyMaterial);
+    }
+
+    void showRects(const QVector<QRectF> &rects)
+    {
+        m_geometry.allocate(verticesOfRect * std::max(leastRects, int(rects.size())));
+        QSGGeometry::Point2D *vertex = m_geometry.vertexDataAsPoint2D();
+        std::fill_n(vertex, m_geometry.vertexCount(), QSGGeometry::Point2D{0.0f, 0.0f});
+        for (const QRectF &rect : rects) {
+            const float left = float(rect.left()), right = float(rect.right());
+            const float top = float(rect.top()), bottom = float(rect.bottom());
+            (vertex++)->set(left, top);
+            (vertex++)->set(right, top);
+            (vertex++)->set(left, bottom);
+            (vertex++)->set(left, bottom);
+            (vertex++)->set(right, top);
+            (vertex++)->set(right, bottom);
+        }
+        markDirty(DirtyGeometry);
+    }
+
+private:
+    QSGGeometry m_geometry;
+    QSGFlatColorMaterial m_material;
+};
+
+RectsNode::RectsNode(const QQuickWindow &window)
+{
+    if (!drawsGeometry(window))
+        return;
+    m_triangles = std::make_unique<TrianglesNode>();
+    m_triangles->setFlag(OwnedByParent, false);
+    appendChildNode(m_triangles.get());
+}
+
+RectsNode::~RectsNode()
+{
+    removeAllChildNodes();
 }
 
 void RectsNode::show(const QVector<QRectF> &rects, const QColor &color)
 {
-    if (m_material.color() != color) {
-        m_material.setColor(color);
-        markDirty(DirtyMaterial);
-    }
-    if (m_rects == rects)
-        return;
+    const bool isOtherColor = m_color != color;
+    const bool areOthers = m_rects != rects;
+    m_color = color;
     m_rects = rects;
-    m_geometry.allocate(verticesOfRect * std::max(leastRects, int(rects.size())));
-    QSGGeometry::Point2D *vertex = m_geometry.vertexDataAsPoint2D();
-    std::fill_n(vertex, m_geometry.vertexCount(), QSGGeometry::Point2D{0.0f, 0.0f});
-    for (const QRectF &rect : rects) {
-        const float left = float(rect.left()), right = float(rect.right());
-        const float top = float(rect.top()), bottom = float(rect.bottom());
-        (vertex++)->set(left, top);
-        (vertex++)->set(right, top);
-        (vertex++)->set(left, bottom);
-        (vertex++)->set(left, bottom);
-        (vertex++)->set(right, top);
-        (vertex++)->set(right, bottom);
+    if (!m_triangles) {
+        if (isOtherColor || areOthers)
+            showEach();
+        return;
     }
-    markDirty(DirtyGeometry);
+    if (isOtherColor)
+        m_triangles->showColor(color);
+    if (areOthers)
+        m_triangles->showRects(rects);
+}
+
+void RectsNode::showEach()
+{
+    while (int(m_single.size()) > m_rects.size()) {
+        removeChildNode(m_single.back().get());
+        m_single.pop_back();
+    }
+    while (int(m_single.size()) < m_rects.size()) {
+        m_single.push_back(std::make_unique<QSGSimpleRectNode>());
+        m_single.back()->setFlag(OwnedByParent, false);
+        appendChildNode(m_single.back().get());
+    }
+    for (int i = 0; i < m_rects.size(); ++i) {
+        m_single[size_t(i)]->setRect(m_rects.at(i));
+        m_single[size_t(i)]->setColor(m_color);
+    }
+}
+
+FramedRectsNode::FramedRectsNode(const QQuickWindow &window) : fills(window), lines(window)
+{
+    for (RectsNode *node : {&fills, &lines}) {
+        node->setFlag(OwnedByParent, false);
+        appendChildNode(node);
+    }
+}
+
+FramedRectsNode::~FramedRectsNode()
+{
+    removeAllChildNodes();
 }

@@ -3,12 +3,12 @@
 
 #include "views/items/PlotSeries.h"
 #include "views/items/PlotView.h"
+#include "views/items/RectsNode.h"
 #include "views/items/SeriesNode.h"
 #include "views/items/ShapePainter.h"
 
 #include <QQuickWindow>
 #include <QSGImageNode>
-#include <QSGRendererInterface>
 
 #include <cmath>
 
@@ -101,7 +101,7 @@ QSGNode *SeriesItem::updatePaintNode(QSGNode *node, UpdatePaintNodeData *)
     }
     const SSeriesFrame now = frame();
     m_series->draw(now, m_shape);
-    if (window()->rendererInterface()->graphicsApi() == QSGRendererInterface::Software)
+    if (!drawsGeometry(*window()))
         return showPixels(node);
     auto *own = static_cast<SeriesNode *>(node);
     if (!own)

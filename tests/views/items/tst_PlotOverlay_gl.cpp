@@ -415,9 +415,9 @@ void tst_PlotOverlay_gl::theOverviewShowsAllAndMoves()
     m_scene->settle();
     OverviewStrip *const strip = m_view->overview();
     QVERIFY(m_view->plotArea().bottom() < bottom - 40.0);
-    QVERIFY(std::abs(strip->window().width() - strip->width()) < 1.0);
+    QVERIFY(std::abs(strip->shownPart().width() - strip->width()) < 1.0);
     m_view->zoomTo(20.0, 40.0);
-    QVERIFY(std::abs(strip->window().left() - strip->width() * 0.2) < 1.0);
+    QVERIFY(std::abs(strip->shownPart().left() - strip->width() * 0.2) < 1.0);
     const auto at = [&](double part) { return strip->mapToScene({part * strip->width(), 20.0}).toPoint(); };
     drag(at(0.3), at(0.5));
     QVERIFY(std::abs(x().min - 40.0) < 1.0 && std::abs(x().max - 60.0) < 1.0);

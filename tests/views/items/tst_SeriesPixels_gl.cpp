@@ -6,8 +6,10 @@
 #include "views/items/AreaSeries.h"
 #include "views/items/BarSeries.h"
 #include "views/items/LineSeries.h"
+#include "views/items/PlotPicture.h"
 #include "views/items/PlotTheme.h"
 #include "views/items/PlotView.h"
+#include "views/items/RectsNode.h"
 
 #include <QQuickWindow>
 #include <QtTest>
@@ -134,6 +136,10 @@ private slots:
     void drawsAThinLineAsEverySegment();
     void drawsMoreDotsThanANodeHolds();
     void drawsBarsAndAreasAsEachByItself();
+    void drawsALineAsWideAsItIs();
+    void drawsASingleValueAsADot();
+    void coversWhatALineCovers();
+    void drawsTheSameInAPicture();
     void keepsItsColumnsInAPan();
     void isOpaqueOnEveryGround();
     void staysInsideThePlotArea();
@@ -176,7 +182,7 @@ void tst_SeriesPixels::drawsAThinLineAsEverySegment()
         RandomSeries random(seed);
         const double first = step < 0.1 ? -20.0 : random.whole(-20, 60);
         // What leaves the view is cut by the backend, not always on its own grid.
-        const bool isForTheBackend = step >= 0.25 && seed < 2;
+        const bool isForTheBackend = step >= 0.25 && seed < 2 && drawsGeometry(stage.window);
         const Series series = randomSeries(random, stage, first, step, kind, !isForTheBackend);
         stage.show(first, step);
         line.setValues(QVariant::fromValue(series.values));
@@ -241,6 +247,124 @@ void tst_SeriesPixels::drawsBarsAndAreasAsEachByItself()
                 plain.markArea(series.xs, series.ys, stage.rows() - base);
             COMPARE_MARKS(drawn, plain);
         }
+    }
+}
+
+/// Edges that lie on the edges of pixels: no pixel is half covered.
+void tst_SeriesPixels::drawsALineAsWideAsItIs()
+{
+    Stage stage(QSize(240, 156));
+    QVERIFY(stage.isReady());
+    LineSeries line;
+    line.setColor(ink);
+    stage.view.addSeries(&line);
+    stage.show(0.0, 1.0);
+    const QColor ground = stage.view.theme()->plotAreaBackgroundColor();
+    for (const int width : {2, 3, 4, 7, 20}) {
+        for (const bool isSmooth : {true, false}) {
+            const int middle = 60;
+            line.setWidth(width / stage.ratio());
+            line.setAntialiasing(isSmooth);
+            line.setValues(QVariant::fromValue(QVector<double>(600, middle + (width % 2) * 0.5)));
+            QCoreApplication::processEvents();
+            const QImage picture = stage.plotArea();
+            const int bottom = stage.rows() - middle + width / 2;
+            for (int row = 0; row < stage.rows() - 2; ++row) {
+                const bool isLine = row >= bottom - width && row < bottom;
+                for (int column = 2; column < stage.columns(); ++column)
+                    QCOMPARE(picture.pixelColor(column, row), isLine ? ink : ground);
+            }
+        }
+    }
+}
+
+void tst_SeriesPixels::drawsASingleValueAsADot()
+{
+    Stage stage(QSize(240, 156));
+    QVERIFY(stage.isReady());
+    LineSeries line;
+    line.setColor(ink);
+    line.setWidth(6.0 / stage.ratio());
+    line.setStart(50.0);
+    line.setValues(QVariant::fromValue(QVector<double>{40.0}));
+    stage.view.addSeries(&line);
+    stage.show(0.0, 1.0);
+    const PlainMarks marks = stage.marks();
+    QCOMPARE(marks.count(), 36);
+    QVERIFY(marks.at(47, stage.rows() - 43));
+    QVERIFY(marks.at(52, stage.rows() - 38));
+}
+
+/// A slanted line covers its length times its width, whatever pixels that is divided among.
+void tst_SeriesPixels::coversWhatALineCovers()
+{
+    Stage stage(QSize(240, 156));
+    QVERIFY(stage.isReady());
+    stage.view.theme()->setPlotAreaBackgroundColor(Qt::black);
+    LineSeries line;
+    line.setColor(Qt::white);
+    stage.view.addSeries(&line);
+    stage.show(0.0, 1.0);
+    for (const double slope : {0.1, 0.5, 1.0, 3.0}) {
+        for (const double width : {1.5, 2.0, 5.0}) {
+            const double rise = 80.0;
+            const double run = rise / slope;
+            line.setWidth(width / stage.ratio());
+            line.setStart(20.0);
+            line.setStep(std::min(run, 150.0));
+            line.setValues(QVariant::fromValue(QVector<double>{20.0, 20.0 + line.step() * slope}));
+            QCoreApplication::processEvents();
+            const QImage picture = stage.plotArea();
+            double covered = 0.0;
+            for (int row = 0; row < stage.rows() - 2; ++row) { // without the axes' own lines
+                for (int column = 2; column < stage.columns(); ++column)
+                    covered += picture.pixelColor(column, row).greenF();
+            }
+            const double length = line.step() * std::hypot(1.0, slope) + width; // ends reach half a width further
+            QVERIFY2(std::abs(covered / (length * width) - 1.0) < 0.03,
+                     qPrintable(QStringLiteral("%1 instead of %2").arg(covered).arg(length * width)));
+        }
+    }
+}
+
+/// Bar by bar and pixel by pixel what the scene graph draws; of wide lines all but a few shades.
+void tst_SeriesPixels::drawsTheSameInAPicture()
+{
+    Stage stage(QSize(240, 156));
+    QVERIFY(stage.isReady());
+    RandomSeries random(7);
+    const Series series = randomSeries(random, stage, 0.0, 0.7, 1, true);
+    BarSeries bars;
+    AreaSeries area;
+    LineSeries thin;
+    LineSeries wide;
+    thin.setWidth(0.0);
+    wide.setWidth(3.0);
+    for (PlotSeries *each : std::initializer_list<PlotSeries *>{&bars, &area, &thin, &wide}) {
+        each->setColor(ink);
+        each->setOpacity(each == &wide ? 1.0 : 0.75); // the graphics card draws the overlaps of a wide line twice
+        each->setValues(QVariant::fromValue(series.values));
+        stage.view.addSeries(each);
+        stage.show(0.0, 0.7);
+        QCoreApplication::processEvents();
+        const QImage shown = stage.plotArea();
+        QString error;
+        const QImage picture = pictureOf(stage.view, stage.ratio(), error);
+        stage.view.removeSeries(each);
+        QVERIFY2(error.isEmpty(), qPrintable(error));
+        const QPoint corner(int(std::lround(stage.view.plotArea().x() * stage.ratio())),
+                            int(std::lround(stage.view.plotArea().y() * stage.ratio())));
+        int different = 0;
+        const int shade = each == &wide ? 24 : 2;
+        for (int row = 0; row < shown.height() - 2; ++row) { // without the axes' own lines
+            for (int column = 2; column < shown.width(); ++column) {
+                const QRgb a = shown.pixel(column, row);
+                const QRgb b = picture.pixel(corner + QPoint(column, row));
+                different += std::abs(qGreen(a) - qGreen(b)) > shade;
+            }
+        }
+        const int allowed = each == &wide ? 40 : 0; // where a middle lies on an edge
+        QVERIFY2(different <= allowed, qPrintable(QStringLiteral("%1 pixels").arg(different)));
     }
 }
 
