@@ -24,7 +24,6 @@ void PlotReadout::watchSeries()
     for (PlotSeries *series : m_view.series()) {
         connect(series, &PlotSeries::dataChanged, this, &PlotReadout::look, Qt::UniqueConnection);
         connect(series, &PlotSeries::redrawNeeded, this, &PlotReadout::look, Qt::UniqueConnection);
-        connect(series, &PlotSeries::dataChanged, this, &PlotReadout::look, Qt::UniqueConnection);
         connect(series, &PlotSeries::visibleChanged, this, &PlotReadout::look, Qt::UniqueConnection);
     }
     look();

@@ -288,7 +288,6 @@ void tst_PlotPicture::tellsOfCursorsAndRegions()
     StoredSeries<> line(*m_view, ramp(10));
     const QColor accent = m_view->theme()->accentColor();
     const QImage without = picture(2.0);
-    QCOMPARE(countOf(without, accent), 0);
     PlotCursor cursor;
     PlotRegion region;
     cursor.setX(7.0);
@@ -298,7 +297,7 @@ void tst_PlotPicture::tellsOfCursorsAndRegions()
     emit m_view->elementAdded(&region);
     const QImage found = picture(2.0);
     const int height = int(m_view->plotArea().height() * 2.0);
-    QVERIFY(countOf(found, accent) > height * 3); // three lines two pixels wide, less the panels over them
+    QVERIFY(countOf(found, accent) - countOf(without, accent) > height * 3); // three lines two pixels wide, less the panels over them
     const QRectF panel = scaled({m_view->plotArea().topLeft(), QSizeF(150.0, 100.0)}, 2.0);
     QVERIFY(differences(found, without, panel) > 2000);
 }
