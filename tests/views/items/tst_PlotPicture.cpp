@@ -297,7 +297,7 @@ void tst_PlotPicture::tellsOfCursorsAndRegions()
     emit m_view->elementAdded(&region);
     const QImage found = picture(2.0);
     const int height = int(m_view->plotArea().height() * 2.0);
-    QVERIFY(countOf(found, accent) - countOf(without, accent) > height * 3); // three lines two pixels wide, less the panels over them
+    QVERIFY(countOf(found, accent) - countOf(without, accent) > height * 3);
     const QRectF panel = scaled({m_view->plotArea().topLeft(), QSizeF(150.0, 100.0)}, 2.0);
     QVERIFY(differences(found, without, panel) > 2000);
 }
