@@ -114,7 +114,11 @@ void RangeKeeper::keepX()
     const bool isGivenWidth = !axis.followsMin() && !axis.followsMax();
     if (zoom.isFollowing() && (zoom.isXByHand() || isGivenWidth)) {
         const bool keepsLeft = m_view.followMode() == PlotView::FollowAll;
-        wanted = keepsLeft ? stretchedTo(wanted, data.max, axis.isLog()) : slidTo(wanted, data.max, axis.isLog());
+        const bool isFilling = !keepsLeft && !zoom.isXByHand() && data.max <= homeX().max;
+        if (isFilling) // what was set is filled from the left before it moves
+            wanted = homeX();
+        else
+            wanted = keepsLeft ? stretchedTo(wanted, data.max, axis.isLog()) : slidTo(wanted, data.max, axis.isLog());
     } else if (!zoom.isXByHand() && !isGivenWidth) {
         wanted = homeX();
     }

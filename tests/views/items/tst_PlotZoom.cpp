@@ -38,6 +38,7 @@ private slots:
     void followingStretches();
     void aPanToTheLeftPausesAndEndResumes();
     void aGivenWidthSlides();
+    void aGivenWidthIsFilledBeforeItSlides();
     void linkedViewsShareX();
     void linkedViewsShowAllOfAll();
     void aCircleOfLinksIsRefused();
@@ -315,6 +316,27 @@ void tst_PlotZoom::aGivenWidthSlides()
     QCOMPARE(view.axisX()->range(), (SAxisRange{50.0, 100.0}));
     line.add(ramp(10));
     QCOMPARE(view.axisX()->range(), (SAxisRange{60.0, 110.0}));
+}
+
+void tst_PlotZoom::aGivenWidthIsFilledBeforeItSlides()
+{
+    PlotView view;
+    view.axisX()->setMin(0.0);
+    view.axisX()->setMax(50.0);
+    view.setFollowMode(PlotView::FollowEnd);
+    StoredSeries<> line(view, ramp(11));
+    QCOMPARE(view.axisX()->range(), (SAxisRange{0.0, 50.0}));
+    line.add(ramp(40));
+    QCOMPARE(view.axisX()->range(), (SAxisRange{0.0, 50.0}));
+    line.add(ramp(10));
+    QCOMPARE(view.axisX()->range(), (SAxisRange{10.0, 60.0}));
+    line.store.clear();
+    line.add(ramp(5));
+    QCOMPARE(view.axisX()->range(), (SAxisRange{0.0, 50.0}));
+    view.zoom()->zoomX(0.5, 3.0);
+    line.add(ramp(6));
+    QCOMPARE(view.axisX()->range().max, 10.0); // by hand: the newest value at the right edge
+    QVERIFY(view.isFollowing());
 }
 
 void tst_PlotZoom::linkedViewsShareX()
