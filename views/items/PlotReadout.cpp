@@ -56,12 +56,19 @@ void PlotReadout::look()
     const double from = mapping.toValue(left);
     const double to = mapping.toValue(left + 1.0 / ratio);
     QVariantList rows;
+    QVector<double> places;
     for (const PlotSeries *series : m_view.series()) {
-        const QVariantMap row = series->isVisible() && series->isHoverable() ? rowOf(*series, from, to) : QVariantMap();
-        if (!row.isEmpty())
-            rows.append(row);
+        double place = std::numeric_limits<double>::quiet_NaN();
+        const bool isTold = series->isVisible() && series->isHoverable();
+        const QVariantMap row = isTold ? rowOf(*series, from, to, place) : QVariantMap();
+        if (row.isEmpty())
+            continue;
+        rows.append(row);
+        places.append(place);
     }
-    const QString title = m_view.axisX()->valueText(from, to - from);
+    // NaN differs from itself: where one of the values stands for a column there's no one place.
+    const bool isOnePlace = !places.isEmpty() && places.count(places.first()) == places.size();
+    const QString title = m_view.axisX()->valueText(isOnePlace ? places.first() : from, to - from);
     if (title == m_title && rows == m_rows)
         return;
     m_title = title;
@@ -69,7 +76,7 @@ void PlotReadout::look()
     emit changed();
 }
 
-QVariantMap PlotReadout::rowOf(const PlotSeries &series, double from, double to) const
+QVariantMap PlotReadout::rowOf(const PlotSeries &series, double from, double to, double &place) const
 {
     const SeriesProbe probe(series);
     if (probe.isEmpty())
@@ -94,6 +101,7 @@ QVariantMap PlotReadout::rowOf(const PlotSeries &series, double from, double to)
         const double away = index < 0 ? 0.0 : m_view.mappingX().toPixels(probe.xOf(index)) - m_position.x();
         if (std::isnan(value) || (!probe.isBars() && std::abs(away) > farthestPoint))
             return {};
+        place = probe.xOf(index);
         text = axis.valueText(value, 0.0);
     }
     return {{QStringLiteral("name"), series.name()},

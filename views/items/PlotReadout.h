@@ -16,6 +16,7 @@ class PlotReadout : public QObject
     Q_PROPERTY(bool active READ isActive NOTIFY changed)
     /// In item pixels of the view.
     Q_PROPERTY(QPointF position READ position NOTIFY changed)
+    /// Where the values stand, if that's one place; else the left edge of the column.
     Q_PROPERTY(QString title READ title NOTIFY changed)
     /// A list of {name, color, text}.
     Q_PROPERTY(QVariantList rows READ rows NOTIFY changed)
@@ -37,7 +38,8 @@ signals:
 private:
     void watchSeries();
     void look();
-    QVariantMap rowOf(const PlotSeries &series, double from, double to) const;
+    /// `place` is the x of the value if there's only one in the column, else NaN.
+    QVariantMap rowOf(const PlotSeries &series, double from, double to, double &place) const;
 
     PlotView &m_view;
     bool m_isActive = false;

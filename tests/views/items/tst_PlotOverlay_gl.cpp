@@ -197,6 +197,9 @@ void tst_PlotOverlay_gl::theReadoutTellsValues()
     QTRY_VERIFY(find(m_view, QStringLiteral("readout")));
     const QStringList texts = textsIn(find(m_view, QStringLiteral("readout")));
     QVERIFY2(texts.contains(QStringLiteral("50")) && texts.contains(QStringLiteral("25")), qPrintable(texts.join('|')));
+    QCOMPARE(m_view->readout()->title(), QStringLiteral("50")); // where both stand, not where the pointer is
+    hover({50.8, 30.0});                                        // the next point of the line, the same bar
+    QVERIFY2(m_view->readout()->title().startsWith(QStringLiteral("50.")), qPrintable(m_view->readout()->title()));
     m_bars->series.setHoverable(false);
     hover({52.0, 30.0});
     QVERIFY(!textsIn(find(m_view, QStringLiteral("readout"))).contains(QStringLiteral("25")));
