@@ -19,6 +19,7 @@ SNAPSHOT_RESULT=${CMAKE_CURRENT_BINARY_DIR}/${name}.png")
 endfunction()
 
 vorlix_add_snippet(append "samples.count === 7 && samples.maximum === 7 && refused.indexOf('Int16') > 0")
+vorlix_add_snippet(bars-beside "today.valueAt(1.3) === 2 && isNaN(today.valueAt(1.5)) && yesterday.valueAt(1.5) === 1")
 vorlix_add_snippet(bars-legend "plot.seriesList.length === 2 && plot.axisY.max === 14 && plot.axisX.max === 6")
 vorlix_add_snippet(colors "smooth.data.length === 214 && average.data.length === 214")
 vorlix_add_snippet(components "legend.height > 0 && title === '12.35K'")
@@ -28,7 +29,7 @@ vorlix_add_snippet(destroy "maker.made > 10 && chart.plotter.length <= 2")
 vorlix_add_snippet(follow-data "hovered.infoMap.length === 1 && hovered.infoMap[0].rect.height === 15")
 vorlix_add_snippet(export "grabbed && saved === '/tmp/vorlix-plot.png'")
 vorlix_add_snippet(live-line "points.count > 5 && places.count === points.count && plot.following \
-&& Math.abs(plot.axisX.max - places.maximum) < 1e-9 && Math.abs(plot.axisX.max - plot.axisX.min - 10) < 1e-9")
+&& plot.axisX.min === 0 && plot.axisX.max === 10")
 vorlix_add_snippet(own-data "chart.zoomRect.width === 5 && Math.abs(chart.zoomRect.height - 5.25) < 1e-9")
 vorlix_add_snippet(own-file "reader.data.length === 16 && reader.area.width === 8")
 vorlix_add_snippet(raw-recording "recording.status === SeriesReader.Ready && recording.store.count === 2048 \
@@ -39,8 +40,7 @@ vorlix_add_snippet(ready-plot "plot.refChartArea.zoomRect.width === 16000 && plo
   MOUSE "wheel 324 100 1440"
   THEN "Math.abs(plot.refChartArea.zoomRect.width - 16000 * Math.pow(0.8, 12)) < 1 \
 && Math.abs(plot.refNavigator.zoomRect.width - plot.refChartArea.zoomRect.width * plot.refNavigator.width / 75) < 1")
-vorlix_add_snippet(recorder "recorder.count >= 500 && plot.following && plot.axisX.max >= 0.499 \
-&& Math.abs(plot.axisX.max - plot.axisX.min - 60) < 1e-9")
+vorlix_add_snippet(recorder "recorder.count >= 500 && plot.following && plot.axisX.min === 0 && plot.axisX.max === 60")
 vorlix_add_snippet(throttle "changes.made === 3 && Math.abs(accepting.zoomRect.height - 31.5) < 1e-6 \
 && Math.abs(settling.zoomRect.height - 31.5) < 1e-6 && Math.abs(dropping.zoomRect.height - 31.5) > 1")
 vorlix_add_snippet(time-axis "plot.axisX.max === 599 * 60 && plot.plotArea.width > 400")
