@@ -81,11 +81,14 @@ QVariantMap PlotMarks::regionPanel(const PlotRegion &region) const
     const auto at = [&](double value, double place) {
         return tr("%1 at %2").arg(y.valueText(value, 0.0), x.valueText(place, pixel));
     };
-    return panel(title,
-                 {row(tr("values"), QString::number(region.count(), 'f', 0)),
-                  row(tr("sum"), y.valueText(region.sum(), 0.0)), row(tr("mean"), y.valueText(region.mean(), 0.0)),
-                  row(tr("deviation"), y.valueText(region.deviation(), 0.0)),
-                  row(tr("lowest"), at(region.minimum(), region.minimumAt())),
-                  row(tr("highest"), at(region.maximum(), region.maximumAt())),
-                  row(tr("centroid"), x.valueText(region.centroid(), pixel))});
+    QVariantList rows{row(tr("values"), QString::number(region.count(), 'f', 0)),
+                      row(tr("sum"), y.valueText(region.sum(), 0.0)),
+                      row(tr("mean"), y.valueText(region.mean(), 0.0)),
+                      row(tr("deviation"), y.valueText(region.deviation(), 0.0)),
+                      row(tr("lowest"), at(region.minimum(), region.minimumAt())),
+                      row(tr("highest"), at(region.maximum(), region.maximumAt())),
+                      row(tr("centroid"), x.valueText(region.centroid(), pixel))};
+    if (!std::isnan(region.peakWidth()))
+        rows.append(row(tr("width at half height"), x.valueText(region.peakWidth(), region.peakWidth() * 1e-3)));
+    return panel(title, rows);
 }

@@ -37,6 +37,9 @@ class PlotRegion : public QObject
     Q_PROPERTY(double deviation READ deviation NOTIFY statisticsChanged)
     /// The mean of x, weighted by the values.
     Q_PROPERTY(double centroid READ centroid NOTIFY statisticsChanged)
+    /// The width of the highest peak half way up from the line between the first value and the last. NaN if there is
+    /// none, if a gap is in the way, or if there are more than 65536 values.
+    Q_PROPERTY(double peakWidth READ peakWidth NOTIFY statisticsChanged)
 
 public:
     explicit PlotRegion(QObject *parent = nullptr);
@@ -62,6 +65,7 @@ public:
     double mean() const { return m_told.mean; }
     double deviation() const { return m_told.deviation; }
     double centroid() const { return m_told.centroid; }
+    double peakWidth() const { return m_told.peakWidth; }
 
     // Called by the view.
 

@@ -14,7 +14,8 @@ struct SRegionStatistics
     double maximum = std::numeric_limits<double>::quiet_NaN();
     double minimumAt = std::numeric_limits<double>::quiet_NaN(); ///< x of the first lowest value
     double maximumAt = std::numeric_limits<double>::quiet_NaN();
-    double centroid = std::numeric_limits<double>::quiet_NaN(); ///< the mean of x, weighted by the values
+    double centroid = std::numeric_limits<double>::quiet_NaN();  ///< the mean of x, weighted by the values
+    double peakWidth = std::numeric_limits<double>::quiet_NaN(); ///< half way up from the line between the ends
 
     bool isValid() const { return count > 0.0; }
 };
@@ -33,6 +34,9 @@ public:
 
 private:
     double centroid() const;
+    double peakWidth() const;
+    double aboveLine(qint64 index) const;
+    double halfHeightAt(qint64 top, double half, int direction) const;
 
     SeriesProbe m_probe;
     double m_from;

@@ -68,6 +68,7 @@ private slots:
     void theReadoutTellsOfColumns();
     void theReadoutFollowsTheData();
     void cursorsAndRegionsFollowTheData();
+    void aRegionTellsHowWideAPeakIs();
     void marksInViewAskForNoFrameWhenValuesComeOutOfView();
     void cursorsTellTheirDifference();
     void aRegionTellsItsStatistics();
@@ -264,6 +265,28 @@ void tst_PlotOverlay_gl::cursorsAndRegionsFollowTheData()
     const QString text = textsIn(m_view).join('|');
     QVERIFY2(text.contains(QStringLiteral("200\u00a0keV")) && text.contains(QStringLiteral("renamed|200")),
              qPrintable(text));
+}
+
+/// Half way up from the line between its ends, between the values.
+void tst_PlotOverlay_gl::aRegionTellsHowWideAPeakIs()
+{
+    const auto widthOf = [](const QVector<double> &values, double from, double to) {
+        PlotView view;
+        StoredSeries<> line(view, values);
+        PlotRegion region;
+        region.setFrom(from);
+        region.setTo(to);
+        emit view.elementAdded(&region);
+        return region.peakWidth();
+    };
+    QCOMPARE(widthOf({0, 0, 0, 4, 8, 4, 0, 0}, 0, 8), 2.0);
+    QCOMPARE(widthOf({10, 11, 12, 17, 22, 19, 16, 17}, 0, 8), 2.0); // on a slope
+    QCOMPARE(widthOf({0, 0, 6, 8, 2, 0}, 0, 6), 3.0 + 4.0 / 6.0 - (1.0 + 4.0 / 6.0));
+    QVERIFY(std::isnan(widthOf({1, 1, 1, 1}, 0, 4)));
+    QVERIFY(std::isnan(widthOf({5, 4, 5, 4, 5}, 0, 5))); // nothing stands above the line
+    QVERIFY(std::isnan(widthOf({0, std::nan(""), 8, 0}, 0, 4)));
+    QVERIFY(std::isnan(widthOf({0, 8}, 0, 2)));
+    QVERIFY(std::isnan(widthOf({}, 0, 2)));
 }
 
 /// As a recorder does it that runs behind the part that's shown.
