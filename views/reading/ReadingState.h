@@ -6,6 +6,7 @@
 #include "views/reading/TextLayout.h"
 
 #include <QString>
+#include <QVariantMap>
 #include <QVector>
 
 #include <limits>
@@ -57,6 +58,7 @@ struct SReadingState
     double progress = 0.0; ///< 0 to 1; 0 as long as the size isn't known
     QString error;
     QString detected;
+    QVariantMap layout; ///< of a text: separator, decimalPoint, headLines
     QVector<SReadSeries> series;
     int chosen = -1; ///< among the series
     int x = -1;      ///< among the series; -1: none

@@ -203,6 +203,7 @@ void SeriesReader::showSeries(const SReadingState &state)
     m_store = m_stores.value(state.chosen);
     m_xStore = m_stores.value(state.x);
     m_sampleRate = state.sampleRate;
+    m_layout = state.layout;
     for (SeriesStore *store : left)
         store->deleteLater();
     emit storesChanged();

@@ -71,6 +71,8 @@ class SeriesReader : public QObject, public QQmlParserStatus
     Q_PROPERTY(QString errorString READ errorString NOTIFY statusChanged)
     /// What was guessed, and what was noticed, for people.
     Q_PROPERTY(QString detected READ detected NOTIFY detectedChanged)
+    /// How a text is read, be it guessed or set: its separator, decimalPoint and headLines. Empty for other files.
+    Q_PROPERTY(QVariantMap layout READ layout NOTIFY storesChanged)
     /// Lines of a text with something that was not understood; they are gaps. The first one counts from 1; 0 if there
     /// is none.
     Q_PROPERTY(qreal badLines READ badLines NOTIFY badLinesChanged)
@@ -129,6 +131,7 @@ public:
     qreal progress() const { return m_progress; }
     const QString &errorString() const { return m_errorString; }
     const QString &detected() const { return m_detected; }
+    const QVariantMap &layout() const { return m_layout; }
     qreal badLines() const { return m_badLines; }
     qreal firstBadLine() const { return m_firstBadLine; }
     qreal bytesPerSecond() const { return m_bytesPerSecond; }
@@ -202,6 +205,7 @@ private:
     qreal m_progress = 0.0;
     QString m_errorString;
     QString m_detected;
+    QVariantMap m_layout;
     qreal m_badLines = 0.0;
     qreal m_firstBadLine = 0.0;
     qreal m_bytesPerSecond = 0.0;

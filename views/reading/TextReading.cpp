@@ -136,8 +136,18 @@ bool TextReading::begin(STextLayout layout)
         found = m_job.choose(m_file, state, m_layout->timeColumn);
         ++state.pass;
         state.detected = words(*m_sink, false);
+        state.layout = layoutMap();
     });
     return found;
+}
+
+/// What the layout is, in the terms of the reader's properties.
+QVariantMap TextReading::layoutMap() const
+{
+    const bool hasComma = m_layout->decimalSign == DecimalSign::Comma;
+    return {{QStringLiteral("separator"), QString(QLatin1Char(m_layout->separator))},
+            {QStringLiteral("decimalPoint"), QString(QLatin1Char(hasComma ? ',' : '.'))},
+            {QStringLiteral("headLines"), m_layout->headLines}};
 }
 
 TextReading::Next TextReading::readAll()

@@ -20,6 +20,7 @@ private:
     bool findLayout(Next &next);
     bool detect(bool isWhole, SDetection &detection);
     bool begin(STextLayout layout);
+    QVariantMap layoutMap() const;
     Next readAll();
     void report(TextSink &sink, bool finished);
     QString words(const TextSink &sink, bool finished) const;

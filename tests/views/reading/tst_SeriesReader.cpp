@@ -20,6 +20,7 @@ private slots:
     void propertiesReplaceGuesses();
     void columnsAreChosen_data();
     void columnsAreChosen();
+    void theLayoutIsKnown();
     void timesBecomeX();
     void storesAreUsedAgain();
     void longFilesAreReadInOrder_data();
@@ -270,6 +271,24 @@ void tst_SeriesReader::columnsAreChosen()
     QCOMPARE(reader.columnNames(), (QStringList{"a", "c"}));
     QCOMPARE(reader.store(), reader.stores().at(chosen));
     QCOMPARE(reader.xStore(), x < 0 ? nullptr : reader.stores().at(x));
+}
+
+void tst_SeriesReader::theLayoutIsKnown()
+{
+    writeFile(path("layout"), "run 5\nt;U\n1;2,5\n2;3,5\n");
+    SeriesReader reader;
+    QCOMPARE(reader.layout(), QVariantMap());
+    reader.setSource(path("layout"));
+    QTRY_VERIFY(hasEnded(reader));
+    QCOMPARE(reader.layout(), (QVariantMap{{"separator", ";"}, {"decimalPoint", ","}, {"headLines", qint64(2)}}));
+    reader.setSkipLines(3);
+    reader.setDecimalPoint(QStringLiteral("."));
+    QTRY_COMPARE(reader.layout().value("headLines").toInt(), 3);
+    QTRY_VERIFY(hasEnded(reader));
+    QCOMPARE(reader.layout().value("decimalPoint").toString(), QStringLiteral("."));
+    writeFile(path("layout"), QByteArray(8, '\1'));
+    reader.setFormat(SeriesReader::Raw);
+    QTRY_COMPARE(reader.layout(), QVariantMap());
 }
 
 void tst_SeriesReader::timesBecomeX()
