@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QJSValue>
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QSettings>
@@ -79,11 +80,14 @@ void Desktop::press(QObject *item, const QString &key)
 
 QVariant Desktop::remembered(const QString &name, const QVariant &otherwise) const
 {
-    return m_settings ? m_settings->value(name, otherwise) : otherwise;
+    const QVariant value = m_settings ? m_settings->value(name, otherwise) : otherwise;
+    // A file of settings knows no booleans.
+    const bool isSwitch = value == QLatin1String("true") || value == QLatin1String("false");
+    return isSwitch ? QVariant(value.toBool()) : value;
 }
 
 void Desktop::remember(const QString &name, const QVariant &value)
 {
     if (m_settings)
-        m_settings->setValue(name, value);
+        m_settings->setValue(name, value.canConvert<QJSValue>() ? value.value<QJSValue>().toVariant() : value);
 }

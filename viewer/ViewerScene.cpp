@@ -34,6 +34,12 @@ QQuickWindow *loadViewerScene(QQmlApplicationEngine &engine, const SViewerOption
     const QSize size =
         options.size.isEmpty() ? desktop->remembered(QStringLiteral("size"), usualSize).toSize() : options.size;
     QVariantMap scene = options.scene;
+    for (const char *name : {"look", "colors", "logarithmic", "overview"}) {
+        const QVariant value = desktop->remembered(QLatin1String(name));
+        const bool isGiven = scene.contains(QLatin1String(name));
+        if (value.isValid() && !isGiven)
+            scene.insert(QLatin1String(name), value);
+    }
     scene.insert(QStringLiteral("picture"), options.picture);
     scene.insert(QStringLiteral("values"), options.values);
     scene.insert(QStringLiteral("pixels"), QSizeF(size));
