@@ -10,6 +10,7 @@ Item {
     property QtObject scene
     property QtObject plot
     property QtObject dialogs
+    property Measure measure
     property bool active: true
     readonly property var all: [
         command("Open…", ["Ctrl+O"], () => dialogs.chooseFiles()),
@@ -17,7 +18,9 @@ Item {
         command("Close all files", ["Ctrl+Shift+W"], () => scene.closeAll()),
         command("Open again what was closed", ["Ctrl+Z"], () => scene.reopen()),
         command("Read all files again", ["R", "F5"], () => scene.reload()),
+        command("How the file is read…", ["H"], () => scene.showFile()),
         command("Picture…", ["Ctrl+S"], () => dialogs.choosePicture()),
+        command("Values in view as CSV…", ["Ctrl+E"], () => dialogs.chooseTable()),
         command("Lines", ["I"], () => scene.toggleLook("line"), () => scene.look === "line"),
         command("Areas", ["A"], () => scene.toggleLook("area"), () => scene.look === "area"),
         command("Logarithmic", ["L"], undefined, () => plot.axisY.logScale),
@@ -42,6 +45,14 @@ Item {
         command("One cursor, two, or none", ["C"]),
         command("Move the cursor to the left", ["Shift+Left"]),
         command("Move the cursor to the right", ["Shift+Right"]),
+        command("Region", ["M"], () => measure.toggleRegion(), () => measure.region.visible),
+        command("Mark the highest peak", ["P"], () => measure.toHighest()),
+        command("Mark the next peak to the left", [","], () => measure.toNext(-1)),
+        command("Mark the next peak to the right", ["."], () => measure.toNext(1)),
+        command("Remove the mark", ["X"], () => measure.peak.visible = false),
+        command("Copy the numbers of region and peak", ["Ctrl+C"], () => measure.copyNumbers(false)),
+        command("Copy them as CSV", ["Ctrl+Shift+C"], () => measure.copyNumbers(true)),
+        command("Copy as command", ["Ctrl+Alt+C"], () => desktop.copy(scene.asCommand())),
         command("Menu", ["Ctrl+K", "?", "F1"], () => scene.showCommands()),
         command("Quit", ["Ctrl+Q"], () => scene.close())
     ]

@@ -19,6 +19,7 @@ Window {
     /// "bars", "line" or "area"; empty for what suits each file.
     property string look
     property bool logarithmic: false
+    property bool overview: false
     /// "dark" or "light"; empty for what the desktop has.
     property string colors
     /// Of the window, or the picture.
@@ -31,6 +32,9 @@ Window {
     readonly property bool bare: picture !== "" || values !== ""
     property var files: []
     property var closed: []
+    /// The files that were opened last.
+    property var recent: desktop.remembered("recent", [])
+    property QtObject shownFile: null
     readonly property alias plot: view
     readonly property alias notice: footer
     readonly property bool reading: files.some(file => file.busy)
@@ -58,6 +62,11 @@ Window {
         };
     }
 
+    /// What files that are read alike have in common: ".csv".
+    function kindOf(path) {
+        return (path.match(/\.[^./]+$/) || [""])[0];
+    }
+
     /// Shows files over those that are there. What can't be shown is said.
     function open(paths, hints) {
         const refused = [];
@@ -69,11 +78,13 @@ Window {
             else
                 opened.push(fileComponent.createObject(content, {
                 "path": path,
-                "hints": hints || ({})
+                "hints": Object.assign({}, desktop.remembered("kinds/" + kindOf(path), {}), hints)
             }));
         }
         footer.said = refused.join("\n");
         files = files.concat(opened);
+        const named = opened.map(file => file.path).filter(path => path !== "-");
+        recent = named.concat(recent.filter(path => !named.includes(path))).slice(0, 10);
         arrange();
     }
 
@@ -87,6 +98,7 @@ Window {
     }
 
     function close_(wanted) {
+        focusPlot();
         closed = closed.concat([wanted.map(file => [file.path, file.hints])]);
         files = files.filter(file => !wanted.includes(file));
         footer.said = "";
@@ -135,15 +147,52 @@ Window {
     }
 
     function toggleOverview() {
-        view.overviewVisible = !view.overviewVisible;
+        overview = !overview;
     }
 
     function toggleFullScreen() {
         visibility = visibility === Window.FullScreen ? Window.AutomaticVisibility : Window.FullScreen;
     }
 
+    /// What shows the same in another window: a command line.
+    function asCommand() {
+        const words = ["vorlixview"];
+        const quoted = text => /^[\w@%+=:,./-]+$/.test(text) ? text : "'" + String(text).replace(/'/g, "'\\''") + "'";
+        const add = (option, value) => words.push(option, quoted(value));
+        const hints = files.length > 0 ? files[0].hints : ({});
+        const options = {
+            "column": "--column",
+            "xColumn": "--x-column",
+            "separator": "--separator",
+            "decimalPoint": "--decimal-point",
+            "skipLines": "--skip-lines"
+        };
+        for (const name in options) {
+            if (hints[name])
+                add(options[name], hints[name]);
+        }
+        for (const [option, value] of [["--start", start], ["--step", step], ["--unit", unit]]) {
+            if (value)
+                add(option, value);
+        }
+        if (smoothDepth > 1)
+            add("--smooth", smoothDepth);
+        for (const [option, isOn] of [["--follow", hints.follow], ["--" + look, look], ["--log", view.axisY.logScale], ["--" + colors, colors]]) {
+            if (isOn)
+                words.push(option);
+        }
+        add("--range", view.axisX.min + ":" + view.axisX.max);
+        return words.concat(files.map(file => quoted(file.path))).join(" ");
+    }
+
     function showCommands() {
         panel.sourceComponent = commandList;
+    }
+
+    /// How a file is read; the one on top if none is said.
+    function showFile(file) {
+        shownFile = file || files[files.length - 1] || null;
+        panel.sourceComponent = shownFile ? filePanel : null;
     }
 
     function focusPlot() {
@@ -167,6 +216,15 @@ Window {
             view.axisX.max = range[1];
         }
         open(paths, hints);
+    }
+
+    onClosing: (close) => {
+        desktop.remember("size", Qt.size(width, height));
+        desktop.remember("look", look);
+        desktop.remember("colors", colors);
+        desktop.remember("logarithmic", view.axisY.logScale);
+        desktop.remember("overview", overview);
+        desktop.remember("recent", recent);
     }
 
     Component {
@@ -212,9 +270,22 @@ Window {
             axisY.unit: window.files.length > 0 ? window.files[0].unit : ""
             focus: true
             legendVisible: window.files.length > 1
+            overviewVisible: window.overview
             followMode: window.follows ? PlotView.FollowEnd : PlotView.FollowNone
             readoutVisible: !window.bare
             onSaved: (file, error) => footer.said = error
+
+            PlotRegion {
+                id: regionMark
+
+                visible: false
+            }
+
+            PlotCursor {
+                id: peakMark
+
+                visible: false
+            }
 
             theme: PlotTheme {
                 readonly property bool isLight: window.colors === "light" || window.bare
@@ -224,15 +295,28 @@ Window {
             }
         }
 
-        Text {
+        Column {
             anchors.centerIn: view
-            height: pixels.height
-    width: pixels.width
-    color: view.theme.labelTextColor
-            font.pixelSize: 18
-            text: "Drop files of numbers here, or press Ctrl+O"
-            textFormat: Text.PlainText
-            visible: window.files.length === 0
+            spacing: 8
+            visible: window.files.length === 0 && !window.bare
+
+            Text {
+                color: view.theme.labelTextColor
+                font.pixelSize: 18
+                text: "Drop files of numbers here, or press Ctrl+O"
+            }
+
+            Repeater {
+                model: window.recent
+
+                BarButton {
+                    text: modelData
+                    theme: view.theme
+                    onClicked: window.open([modelData])
+                }
+
+            }
+
         }
 
         ViewerNotice {
@@ -243,6 +327,7 @@ Window {
             theme: view.theme
             width: parent.width
             onDismissed: said = ""
+            onFileClicked: (file) => window.showFile(file)
         }
 
         DropArea {
@@ -261,7 +346,7 @@ Window {
 
             anchors.centerIn: parent
             height: Math.min(parent.height - 40, 560)
-            width: Math.min(parent.width - 40, 520)
+            width: Math.min(parent.width - 40, 640)
         }
     }
 
@@ -275,11 +360,32 @@ Window {
         }
     }
 
+    Component {
+        id: filePanel
+
+        FilePanel {
+            file: window.shownFile
+            scene: window
+            theme: view.theme
+            onClosed: window.focusPlot()
+        }
+
+    }
+
+    Measure {
+        id: measuring
+
+        peak: peakMark
+        plot: view
+        region: regionMark
+    }
+
     Commands {
         id: actions
 
         active: !window.bare
         dialogs: dialogLoader
+        measure: measuring
         plot: view
         scene: window
     }
@@ -308,6 +414,11 @@ Window {
             item.choosePicture();
         }
 
+        function chooseTable() {
+            active = true;
+            item.chooseTable();
+        }
+
         active: false
         source: "ViewerDialogs.qml"
     }
@@ -319,6 +430,10 @@ Window {
 
         function onPictureChosen(path) {
             window.savePicture(path);
+        }
+
+        function onTableChosen(path) {
+            view.saveValues(path);
         }
 
         target: dialogLoader.item

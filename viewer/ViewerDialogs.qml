@@ -8,6 +8,7 @@ Item {
 
     signal filesChosen(var paths)
     signal pictureChosen(string path)
+    signal tableChosen(string path)
 
     function chooseFiles() {
         openDialog.open();
@@ -15,6 +16,10 @@ Item {
 
     function choosePicture() {
         pictureDialog.open();
+    }
+
+    function chooseTable() {
+        tableDialog.open();
     }
 
     /// With an ending if it has none.
@@ -40,6 +45,16 @@ Item {
         selectExisting: false
         title: "Save a picture of the plot"
         onAccepted: dialogs.pictureChosen(dialogs.pathOf(fileUrl, ".png"))
+    }
+
+    FileDialog {
+        id: tableDialog
+
+        defaultSuffix: "csv"
+        nameFilters: ["Tables (*.csv)"]
+        selectExisting: false
+        title: "Save the values in view"
+        onAccepted: dialogs.tableChosen(dialogs.pathOf(fileUrl, ".csv"))
     }
 
 }

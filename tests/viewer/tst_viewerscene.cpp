@@ -44,6 +44,17 @@ QQuickItem *itemReading(QQuickItem *item, const QString &text)
     return nullptr;
 }
 
+QQuickItem *itemNamed(QQuickItem *item, const QString &name)
+{
+    if (item->objectName() == name)
+        return item;
+    for (QQuickItem *child : item->childItems()) {
+        if (QQuickItem *found = itemNamed(child, name))
+            return found;
+    }
+    return nullptr;
+}
+
 } // namespace
 
 class tst_viewerscene : public QObject
@@ -67,10 +78,15 @@ private slots:
     void whatCannotBeReadIsSaid();
     void aFollowedFileSaysSo();
     void aPictureIsSaved();
+    void guessesAreChangedInThePanel();
+    void regionsAndPeaksAreMeasuredAndCopied();
+    void aCommandLineShowsTheSame();
+    void theWindowRemembers();
+    void theWindowRemembersNothingIfAsked();
 
 private:
     void show(const SViewerOptions &options);
-    void showFiles(const QStringList &files, const QVariantMap &scene = {});
+    void showFiles(const QStringList &files, const QVariantMap &scene = {}, bool keepsSettings = false);
     void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
     {
         QTest::keyClick(m_window, Qt::Key(key), modifiers);
@@ -137,11 +153,12 @@ void tst_viewerscene::show(const SViewerOptions &options)
     QTRY_VERIFY(!is("reading"));
 }
 
-void tst_viewerscene::showFiles(const QStringList &files, const QVariantMap &scene)
+void tst_viewerscene::showFiles(const QStringList &files, const QVariantMap &scene, bool keepsSettings)
 {
     SViewerOptions options;
-    options.keepsSettings = false;
-    options.size = QSize(900, 600);
+    options.keepsSettings = keepsSettings;
+    if (!keepsSettings)
+        options.size = QSize(900, 600);
     options.scene = scene;
     options.scene.insert(QStringLiteral("paths"), files);
     show(options);
@@ -329,7 +346,7 @@ void tst_viewerscene::commandsAreFoundByTyping()
 {
     showFiles({m_short});
     press(Qt::Key_K, Qt::ControlModifier);
-    QTRY_VERIFY(m_window->findChild<QQuickItem *>(QStringLiteral("search")));
+    QTRY_VERIFY(itemNamed(m_window->contentItem(), QStringLiteral("search")));
     QVERIFY(reading(QStringLiteral("Read all files again")));
     for (const char letter : {'o', 'v', 'e', 'r', 'v'})
         QTest::keyClick(m_window, letter);
@@ -337,17 +354,17 @@ void tst_viewerscene::commandsAreFoundByTyping()
     QVERIFY(!m_plot->property("overviewVisible").toBool()); // no letter was a key
     press(Qt::Key_Return);
     QTRY_VERIFY(m_plot->property("overviewVisible").toBool());
-    QTRY_VERIFY(!m_window->findChild<QQuickItem *>(QStringLiteral("search")));
+    QTRY_VERIFY(!itemNamed(m_window->contentItem(), QStringLiteral("search")));
     press(Qt::Key_F1);
-    QTRY_VERIFY(m_window->findChild<QQuickItem *>(QStringLiteral("search")));
+    QTRY_VERIFY(itemNamed(m_window->contentItem(), QStringLiteral("search")));
     for (const char letter : {'z', 'o', 'o', 'm', ' ', 'i', 'n'}) // the plot's own
         QTest::keyClick(m_window, letter);
     press(Qt::Key_Return);
     QTRY_COMPARE(to() - from(), 10.0);
     press(Qt::Key_Question);
-    QTRY_VERIFY(m_window->findChild<QQuickItem *>(QStringLiteral("search")));
+    QTRY_VERIFY(itemNamed(m_window->contentItem(), QStringLiteral("search")));
     press(Qt::Key_Escape);
-    QTRY_VERIFY(!m_window->findChild<QQuickItem *>(QStringLiteral("search")));
+    QTRY_VERIFY(!itemNamed(m_window->contentItem(), QStringLiteral("search")));
     QTRY_VERIFY(m_plot->hasActiveFocus());
 }
 
@@ -399,8 +416,132 @@ void tst_viewerscene::aPictureIsSaved()
     QCOMPARE(QImage(picture).width(), 2 * int(m_plot->width()));
 }
 
+void tst_viewerscene::guessesAreChangedInThePanel()
+{
+    const QString table = fileOf(QStringLiteral("table.csv"), "t;U\n1;2,5\n2;3,5\n3;9,5\n");
+    showFiles({table});
+    QTRY_COMPARE(notices().size(), 1);
+    click(reading(notices()[0])); // the notice opens
+    QQuickItem *column = nullptr;
+    QTRY_VERIFY((column = itemNamed(m_window->contentItem(), QStringLiteral("column"))));
+    QVERIFY(reading(QStringLiteral("9,5")));
+    QVERIFY(reading(QStringLiteral("U")));
+    const auto type = [this](QQuickItem *field, const QByteArray &text) {
+        field->forceActiveFocus();
+        QVERIFY(QMetaObject::invokeMethod(field, "selectAll"));
+        press(Qt::Key_Backspace);
+        for (const char letter : text)
+            QTest::keyClick(m_window, letter);
+        press(Qt::Key_Return);
+    };
+    auto *reader = files()[0]->property("reader").value<QObject *>();
+    type(column, "U");
+    QTRY_COMPARE(reader->property("column").toString(), QStringLiteral("U"));
+    QTRY_COMPARE(files()[0]->property("store").value<QObject *>()->property("maximum").toDouble(), 9.5);
+    type(column, "");
+    QTRY_VERIFY(!reader->property("column").isValid());
+    auto *step = itemNamed(m_window->contentItem(), QStringLiteral("step"));
+    QVERIFY(step);
+    type(step, "0.5");
+    QTRY_COMPARE(to(), 1.5);
+    type(step, "wide"); // is no step
+    QCOMPARE(to(), 1.5);
+    QTRY_COMPARE(step->property("text").toString(), QStringLiteral("0.5"));
+    press(Qt::Key_Escape);
+    QTRY_VERIFY(!itemNamed(m_window->contentItem(), QStringLiteral("column")));
+    press(Qt::Key_Plus); // the plot has the keys again
+    QVERIFY(to() - from() < 1.0);
+}
+
+void tst_viewerscene::regionsAndPeaksAreMeasuredAndCopied()
+{
+    QByteArray text;
+    for (int i = 0; i < 300; ++i) // three triangles, 21 wide
+        text += QByteArray::number(qMax(0, 21 - qAbs(i % 100 - 50)) * (1 + i / 100)) + '\n';
+    showFiles({fileOf(QStringLiteral("peaks.txt"), text)});
+    QTRY_COMPARE(to(), 300.0);
+    press(Qt::Key_P);
+    press(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("peak at\t250.5\npeak\t63\n"));
+    press(Qt::Key_Comma);
+    press(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("peak at\t150.5\npeak\t42\n"));
+    press(Qt::Key_Comma);
+    press(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("peak at,peak\n50.5,21\n"));
+    press(Qt::Key_Period);
+    press(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("peak at\t150.5\npeak\t42\n"));
+    press(Qt::Key_X);
+    press(Qt::Key_M); // the middle third
+    press(Qt::Key_C, Qt::ControlModifier);
+    const QStringList lines = QGuiApplication::clipboard()->text().split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    QCOMPARE(lines.size(), 12);
+    QCOMPARE(lines.mid(0, 4), (QStringList{"from\t100", "to\t200", "count\t100", "sum\t882"}));
+    QCOMPARE(lines.mid(8, 4), (QStringList{"maximum\t42", "maximumAt\t150", "centroid\t150", "peakWidth\t21"}));
+    press(Qt::Key_M);
+    QGuiApplication::clipboard()->setText(QStringLiteral("kept"));
+    press(Qt::Key_C, Qt::ControlModifier); // nothing is measured
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("kept"));
+}
+
+void tst_viewerscene::aCommandLineShowsTheSame()
+{
+    const QString odd = fileOf(QStringLiteral("it's odd.csv"), "1;2\n2;3\n3;1\n");
+    showFiles({odd},
+              {{QStringLiteral("hints"), QVariantMap{{QStringLiteral("column"), QStringLiteral("2")}}},
+               {QStringLiteral("unit"), QStringLiteral("keV")},
+               {QStringLiteral("logarithmic"), true}});
+    QTRY_COMPARE(to(), 3.0);
+    press(Qt::Key_A);
+    QTRY_COMPARE(to(), 2.0);
+    press(Qt::Key_C, Qt::ControlModifier | Qt::AltModifier);
+    QString quoted = odd;
+    quoted.replace(QStringLiteral("'"), QStringLiteral("'\\''"));
+    QCOMPARE(QGuiApplication::clipboard()->text(),
+             QStringLiteral("vorlixview --column 2 --unit keV --area --log --range 0:2 '%1'").arg(quoted));
+}
+
+void tst_viewerscene::theWindowRemembers()
+{
+    const QString table = fileOf(QStringLiteral("kept.csv"), "1;2\n2;5\n");
+    showFiles({m_short, table}, {}, true);
+    QCOMPARE(m_window->size(), QSize(1280, 720));
+    m_window->resize(1000, 500);
+    press(Qt::Key_D);
+    press(Qt::Key_O);
+    press(Qt::Key_H);
+    QTRY_VERIFY(reading(QStringLiteral("Remember for *.csv")));
+    files()[1]->setProperty("hints", QVariantMap{{QStringLiteral("column"), 2}});
+    click(reading(QStringLiteral("Remember for *.csv")));
+    QVERIFY(m_window->close());
+    m_engine.reset();
+    showFiles({}, {}, true);
+    QCOMPARE(m_window->size(), QSize(1000, 500));
+    QVERIFY(m_plot->property("theme").value<QObject *>()->property("dark").toBool());
+    QVERIFY(m_plot->property("overviewVisible").toBool());
+    click(reading(table)); // the one opened last
+    QTRY_COMPARE(files().size(), 1);
+    QCOMPARE(files()[0]->property("path").toString(), table);
+    QCOMPARE(files()[0]->property("reader").value<QObject *>()->property("column").toInt(), 2);
+}
+
+void tst_viewerscene::theWindowRemembersNothingIfAsked()
+{
+    showFiles({});
+    QVERIFY(!m_plot->property("overviewVisible").toBool());
+    QVERIFY(!reading(m_short));
+    m_window->close();
+    m_engine.reset();
+    showFiles({}, {}, true);
+    QCOMPARE(m_window->size(), QSize(1000, 500)); // as the last one that remembers left it
+}
+
 int main(int argc, char **argv)
 {
+    const QTemporaryDir settings;
+    qputenv("XDG_CONFIG_HOME", settings.path().toLocal8Bit());
+    QCoreApplication::setOrganizationName(QStringLiteral("vorlixview"));
     QGuiApplication application(argc, argv);
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
     tst_viewerscene test;
