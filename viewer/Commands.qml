@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 import QtQml 2.15
 import QtQuick 2.15
+import QtQuick.Window 2.15
 
 // Everything that can be done, with its keys. What has no function is the plot's own: its key is played to it.
 Item {
@@ -9,24 +10,25 @@ Item {
     /// The window.
     property QtObject scene
     property QtObject plot
-    property QtObject dialogs
     property Measure measure
+    property FileList files
+    property CommandLine commandLine
     property bool active: true
     readonly property var all: [
-        command("Open…", ["Ctrl+O"], () => dialogs.chooseFiles()),
-        command("Close the file on top", ["Ctrl+W"], () => scene.closeTop()),
-        command("Close all files", ["Ctrl+Shift+W"], () => scene.closeAll()),
-        command("Open again what was closed", ["Ctrl+Z"], () => scene.reopen()),
-        command("Read all files again", ["R", "F5"], () => scene.reload()),
+        command("Open…", ["Ctrl+O"], () => scene.showDialog("open")),
+        command("Close the file on top", ["Ctrl+W"], () => files.closeTop()),
+        command("Close all files", ["Ctrl+Shift+W"], () => files.closeAll()),
+        command("Open again what was closed", ["Ctrl+Z"], () => files.reopen()),
+        command("Read all files again", ["R", "F5"], () => files.reload()),
         command("How the file is read…", ["H"], () => scene.showFile()),
-        command("Picture…", ["Ctrl+S"], () => dialogs.choosePicture()),
-        command("Values in view as CSV…", ["Ctrl+E"], () => dialogs.chooseTable()),
-        command("Lines", ["I"], () => scene.toggleLook("line"), () => scene.look === "line"),
-        command("Areas", ["A"], () => scene.toggleLook("area"), () => scene.look === "area"),
+        command("Picture…", ["Ctrl+S"], () => scene.showDialog("picture")),
+        command("Values in view as CSV…", ["Ctrl+E"], () => scene.showDialog("table")),
+        command("Lines", ["I"], () => toggleLook("line"), () => scene.look === "line"),
+        command("Areas", ["A"], () => toggleLook("area"), () => scene.look === "area"),
         command("Logarithmic", ["L"], undefined, () => plot.axisY.logScale),
-        command("Dark", ["D"], () => scene.toggleDark(), () => plot.theme.dark),
-        command("Overview", ["O"], () => scene.toggleOverview(), () => plot.overviewVisible),
-        command("Full screen", ["F11"], () => scene.toggleFullScreen()),
+        command("Dark", ["D"], () => scene.colors = plot.theme.dark ? "light" : "dark", () => plot.theme.dark),
+        command("Overview", ["O"], () => scene.overview = !scene.overview, () => plot.overviewVisible),
+        command("Full screen", ["F11"], () => toggleFullScreen()),
         command("Zoom in", ["+", "Ctrl+Right"]),
         command("Zoom out", ["-", "Ctrl+Left"]),
         command("Zoom in on the values", ["Ctrl+Up"]),
@@ -52,7 +54,7 @@ Item {
         command("Remove the mark", ["X"], () => measure.peak.visible = false),
         command("Copy the numbers of region and peak", ["Ctrl+C"], () => measure.copyNumbers(false)),
         command("Copy them as CSV", ["Ctrl+Shift+C"], () => measure.copyNumbers(true)),
-        command("Copy as command", ["Ctrl+Alt+C"], () => desktop.copy(scene.asCommand())),
+        command("Copy as command", ["Ctrl+Alt+C"], () => desktop.copy(commandLine.text())),
         command("Menu", ["Ctrl+K", "?", "F1"], () => scene.showCommands()),
         command("Quit", ["Ctrl+Q"], () => scene.close())
     ]
@@ -64,6 +66,14 @@ Item {
             "run": run,
             "isOn": isOn
         };
+    }
+
+    function toggleLook(wanted) {
+        scene.look = scene.look === wanted ? "" : wanted;
+    }
+
+    function toggleFullScreen() {
+        scene.visibility = scene.visibility === Window.FullScreen ? Window.AutomaticVisibility : Window.FullScreen;
     }
 
     function named(words) {

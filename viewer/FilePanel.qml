@@ -13,11 +13,10 @@ Rectangle {
     readonly property var layout: file.reader.layout
     /// Which one is shown; not known if some are text.
     readonly property int chosen: file.reader.stores.length === table.widest ? file.reader.stores.indexOf(file.reader.store) : -1
-    readonly property string kind: scene.kindOf(file.path)
     readonly property var fields: [
         field("Column", "column", "the first one that isn't x"),
         field("Column of x", "xColumn", "none"),
-        field("Separator", "separator", layout.separator === " " ? "blanks" : layout.separator === "\t" ? "tab" : layout.separator),
+        field("Separator", "separator", { " ": "blanks", "\t": "tab" }[layout.separator] || layout.separator),
         field("Decimal point", "decimalPoint", layout.decimalPoint),
         field("Lines to skip", "skipLines", "0"),
         field("First value at", "start", "0", scene),
@@ -51,7 +50,8 @@ Rectangle {
             return ;
 
         const least = field.property === "smoothDepth" ? 1 : 0;
-        const value = isNumber ? (text === "" ? least : Number(text)) : text === "" && /olumn/.test(field.property) ? undefined : text;
+        const words = text === "" && /olumn/.test(field.property) ? undefined : text;
+        const value = isNumber ? (text === "" ? least : Number(text)) : words;
         field.owner[field.property] = value;
         if (field.owner === file.reader)
             file.hints = Object.assign({}, file.hints, { [field.property]: value });
@@ -140,31 +140,67 @@ Rectangle {
 
             Grid {
                 columnSpacing: 10
-                columns: 4
+                columns: 2
                 rowSpacing: 4
-                verticalItemAlignment: Grid.AlignVCenter
 
                 Repeater {
-                    model: 2 * panel.fields.length
+                    model: panel.fields.length
 
-                    Loader {
-                        readonly property var field: panel.fields[Math.floor(index / 2)]
+                    Row {
+                        readonly property var field: panel.fields[index]
 
-                        sourceComponent: index % 2 === 0 ? caption : entry
+                        spacing: 10
+
+                        Words {
+                            anchors.verticalCenter: parent.verticalCenter
+                            text: field.words
+                            width: 100
+                        }
+
+                        Rectangle {
+                            border.color: input.activeFocus ? panel.theme.accentColor : panel.theme.gridColor
+                            color: "transparent"
+                            height: input.implicitHeight + 8
+                            width: 180
+
+                            TextInput {
+                                id: input
+
+                                Accessible.name: field.words
+                                Accessible.role: Accessible.EditableText
+                                activeFocusOnTab: true
+                                anchors.fill: parent
+                                anchors.margins: 4
+                                clip: true
+                                color: panel.theme.panelTextColor
+                                font: panel.theme.font
+                                objectName: field.property
+                                selectByMouse: true
+                                text: panel.valueOf(field)
+                                onEditingFinished: {
+                                    panel.change(field, text);
+                                    text = Qt.binding(() => panel.valueOf(field));
+                                }
+
+                                Words {
+                                    opacity: 0.6
+                                    text: field.guess
+                                    visible: input.text === ""
+                                }
+                            }
+                        }
                     }
-
                 }
-
             }
 
             Row {
                 spacing: 6
 
                 BarButton {
-                    text: "Remember for *" + panel.kind
+                    text: "Remember for *" + panel.file.kind
                     theme: panel.theme
-                    visible: panel.kind !== ""
-                    onClicked: desktop.remember("kinds/" + panel.kind, panel.file.hints)
+                    visible: panel.file.kind !== ""
+                    onClicked: desktop.remember("kinds/" + panel.file.kind, panel.file.hints)
                 }
 
                 BarButton {
@@ -178,55 +214,4 @@ Rectangle {
         }
 
     }
-
-    Component {
-        id: caption
-
-        Words {
-            text: field.words
-        }
-
-    }
-
-    Component {
-        id: entry
-
-        Rectangle {
-            border.color: input.activeFocus ? panel.theme.accentColor : panel.theme.gridColor
-            color: "transparent"
-            height: input.implicitHeight + 8
-            width: 150
-
-            TextInput {
-                id: input
-
-                Accessible.name: field.words
-                Accessible.role: Accessible.EditableText
-                Keys.onEscapePressed: (event) => panel.closed()
-                activeFocusOnTab: true
-                anchors.fill: parent
-                anchors.margins: 4
-                clip: true
-                color: panel.theme.panelTextColor
-                font: panel.theme.font
-                objectName: field.property
-                selectByMouse: true
-                text: panel.valueOf(field)
-                onEditingFinished: {
-                    panel.change(field, text);
-                    text = Qt.binding(() => panel.valueOf(field));
-                }
-
-                Words {
-                    opacity: 0.6
-                    text: field.guess
-                    visible: input.text === ""
-                }
-
-            }
-
-        }
-
-    }
-
 }

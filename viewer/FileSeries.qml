@@ -14,6 +14,8 @@ Item {
     /// Several series let each other through.
     property bool isOver: false
     readonly property alias reader: source
+    /// What files that are read alike have in common: ".csv".
+    readonly property string kind: (path.match(/\.[^./]+$/) || [""])[0]
     readonly property string name: path === "-" ? "standard input" : path.split("/").pop()
     readonly property SeriesStore store: scene.smoothDepth > 1 ? average.store : source.store
     readonly property SeriesStore xStore: source.xStore
@@ -63,6 +65,7 @@ Item {
     }
 
     Component.onCompleted: {
+        hints = Object.assign({}, desktop.remembered("kinds/" + kind, {}), hints);
         for (const name in hints)
             source[name] = hints[name];
         exchangeSeries();

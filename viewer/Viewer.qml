@@ -30,179 +30,61 @@ Window {
     property string picture
     property string values
     readonly property bool bare: picture !== "" || values !== ""
-    property var files: []
-    property var closed: []
-    /// The files that were opened last.
-    property var recent: desktop.remembered("recent", [])
-    property QtObject shownFile: null
     readonly property alias plot: view
     readonly property alias notice: footer
-    readonly property bool reading: files.some(file => file.busy)
-    readonly property bool hasNumbers: files.some(file => file.hasNumbers)
-    readonly property var problems: files.map(file => file.problem).filter(Boolean)
-    readonly property bool follows: files.some(file => file.reader.follow || file.path === "-")
+    readonly property alias files: list.all
+    readonly property alias reading: list.reading
+    readonly property alias hasNumbers: list.hasNumbers
+    readonly property alias problems: list.problems
     /// What is going on, for who stands far away.
     readonly property var state: {
-        if (!follows || files.length === 0)
-            return {
-        };
+        if (!list.follows)
+            return { "words": "" };
 
-        if (files.every(file => file.store !== null && file.store.complete))
-            return {
-            "words": "ENDED",
-            "color": "#5f6b76"
-        };
+        if (list.hasEnded)
+            return { "words": "ENDED", "color": "#5f6b76" };
 
-        return view.following ? {
-            "words": "FOLLOWING",
-            "color": "#2e7d32"
-        } : {
-            "words": "PAUSED",
-            "color": "#b26a00"
-        };
-    }
+        if (list.isReplaced)
+            return { "words": "FILE REPLACED", "color": "#6a3fa0" };
 
-    /// What files that are read alike have in common: ".csv".
-    function kindOf(path) {
-        return (path.match(/\.[^./]+$/) || [""])[0];
+        if (!view.following)
+            return { "words": "PAUSED", "color": "#b26a00" };
+
+        return { "words": "FOLLOWING" + list.speed, "color": "#2e7d32" };
     }
 
     /// Shows files over those that are there. What can't be shown is said.
     function open(paths, hints) {
-        const refused = [];
-        const opened = [];
-        for (const path of paths) {
-            const reason = desktop.whyUnreadable(path);
-            if (reason)
-                refused.push(path + ": " + reason);
-            else
-                opened.push(fileComponent.createObject(content, {
-                "path": path,
-                "hints": Object.assign({}, desktop.remembered("kinds/" + kindOf(path), {}), hints)
-            }));
-        }
-        footer.said = refused.join("\n");
-        files = files.concat(opened);
-        const named = opened.map(file => file.path).filter(path => path !== "-");
-        recent = named.concat(recent.filter(path => !named.includes(path))).slice(0, 10);
-        arrange();
-    }
-
-    /// Lets the plot draw the files in their order.
-    function arrange() {
-        const drawn = files.map(file => file.series);
-        while (view.seriesList.length > 0)
-            view.removeSeries(view.seriesList[0]);
-        for (const series of drawn)
-            view.addSeries(series);
-    }
-
-    function close_(wanted) {
-        focusPlot();
-        closed = closed.concat([wanted.map(file => [file.path, file.hints])]);
-        files = files.filter(file => !wanted.includes(file));
-        footer.said = "";
-        arrange();
-        for (const file of wanted)
-            file.destroy();
-        if (files.length === 0)
-            view.zoomReset();
-    }
-
-    function closeTop() {
-        close_(files.slice(-1));
-    }
-
-    function closeAll() {
-        close_(files);
-    }
-
-    function reopen() {
-        const last = closed.slice(-1)[0] || [];
-        closed = closed.slice(0, -1);
-        for (const [path, hints] of last)
-            open([path], hints);
-    }
-
-    function reload() {
-        for (const file of files)
-            file.reader.reload();
+        footer.said = list.open(paths, hints).join("\n");
     }
 
     /// Gives up what takes long.
     function cancel() {
-        for (const file of files) {
-            if (file.busy)
-                file.reader.cancel();
-        }
+        list.cancel();
         footer.said = "";
     }
 
-    function toggleLook(wanted) {
-        look = look === wanted ? "" : wanted;
-    }
-
-    function toggleDark() {
-        colors = view.theme.dark ? "light" : "dark";
-    }
-
-    function toggleOverview() {
-        overview = !overview;
-    }
-
-    function toggleFullScreen() {
-        visibility = visibility === Window.FullScreen ? Window.AutomaticVisibility : Window.FullScreen;
-    }
-
-    /// What shows the same in another window: a command line.
-    function asCommand() {
-        const words = ["vorlixview"];
-        const quoted = text => /^[\w@%+=:,./-]+$/.test(text) ? text : "'" + String(text).replace(/'/g, "'\\''") + "'";
-        const add = (option, value) => words.push(option, quoted(value));
-        const hints = files.length > 0 ? files[0].hints : ({});
-        const options = {
-            "column": "--column",
-            "xColumn": "--x-column",
-            "separator": "--separator",
-            "decimalPoint": "--decimal-point",
-            "skipLines": "--skip-lines"
-        };
-        for (const name in options) {
-            if (hints[name])
-                add(options[name], hints[name]);
-        }
-        for (const [option, value] of [["--start", start], ["--step", step], ["--unit", unit]]) {
-            if (value)
-                add(option, value);
-        }
-        if (smoothDepth > 1)
-            add("--smooth", smoothDepth);
-        for (const [option, isOn] of [["--follow", hints.follow], ["--" + look, look], ["--log", view.axisY.logScale], ["--" + colors, colors]]) {
-            if (isOn)
-                words.push(option);
-        }
-        add("--range", view.axisX.min + ":" + view.axisX.max);
-        return words.concat(files.map(file => quoted(file.path))).join(" ");
-    }
-
     function showCommands() {
-        panel.sourceComponent = commandList;
+        panel.setSource("CommandList.qml", { "commands": actions, "theme": view.theme });
     }
 
     /// How a file is read; the one on top if none is said.
     function showFile(file) {
-        shownFile = file || files[files.length - 1] || null;
-        panel.sourceComponent = shownFile ? filePanel : null;
+        const shown = file || files[files.length - 1];
+        if (shown)
+            panel.setSource("FilePanel.qml", { "file": shown, "scene": window, "theme": view.theme });
+    }
+
+    /// A dialog for files, made at the first use.
+    function showDialog(name) {
+        if (!dialogs.item)
+            dialogs.setSource("ViewerDialogs.qml", { "scene": window, "plot": view });
+        dialogs.item[name].open();
     }
 
     function focusPlot() {
-        panel.sourceComponent = null;
+        panel.source = "";
         view.forceActiveFocus();
-    }
-
-    function savePicture(path) {
-        footer.said = "";
-        view.saveImage(path, 2);
     }
 
     height: pixels.height
@@ -224,17 +106,7 @@ Window {
         desktop.remember("colors", colors);
         desktop.remember("logarithmic", view.axisY.logScale);
         desktop.remember("overview", overview);
-        desktop.remember("recent", recent);
-    }
-
-    Component {
-        id: fileComponent
-
-        FileSeries {
-            isOver: window.files.indexOf(this) > 0
-            scene: window
-            onExchanged: window.arrange()
-        }
+        desktop.remember("recent", list.recent);
     }
 
     Item {
@@ -271,7 +143,7 @@ Window {
             focus: true
             legendVisible: window.files.length > 1
             overviewVisible: window.overview
-            followMode: window.follows ? PlotView.FollowEnd : PlotView.FollowNone
+            followMode: list.follows ? PlotView.FollowEnd : PlotView.FollowNone
             readoutVisible: !window.bare
             onSaved: (file, error) => footer.said = error
 
@@ -307,7 +179,7 @@ Window {
             }
 
             Repeater {
-                model: window.recent
+                model: list.recent
 
                 BarButton {
                     text: modelData
@@ -350,26 +222,27 @@ Window {
         }
     }
 
-    Component {
-        id: commandList
-
-        CommandList {
-            commands: actions
-            theme: view.theme
-            onClosed: window.focusPlot()
+    Connections {
+        function onClosed() {
+            window.focusPlot();
         }
+
+        target: panel.item
     }
 
-    Component {
-        id: filePanel
+    FileList {
+        id: list
 
-        FilePanel {
-            file: window.shownFile
-            scene: window
-            theme: view.theme
-            onClosed: window.focusPlot()
-        }
+        plot: view
+        scene: window
+        onAboutToClose: window.focusPlot()
+    }
 
+    CommandLine {
+        id: theCommand
+
+        plot: view
+        scene: window
     }
 
     Measure {
@@ -384,7 +257,8 @@ Window {
         id: actions
 
         active: !window.bare
-        dialogs: dialogLoader
+        commandLine: theCommand
+        files: list
         measure: measuring
         plot: view
         scene: window
@@ -400,42 +274,10 @@ Window {
 
     }
 
-    // Made at the first use.
     Loader {
-        id: dialogLoader
-
-        function chooseFiles() {
-            active = true;
-            item.chooseFiles();
-        }
-
-        function choosePicture() {
-            active = true;
-            item.choosePicture();
-        }
-
-        function chooseTable() {
-            active = true;
-            item.chooseTable();
-        }
+        id: dialogs
 
         active: false
-        source: "ViewerDialogs.qml"
     }
 
-    Connections {
-        function onFilesChosen(paths) {
-            window.open(paths);
-        }
-
-        function onPictureChosen(path) {
-            window.savePicture(path);
-        }
-
-        function onTableChosen(path) {
-            view.saveValues(path);
-        }
-
-        target: dialogLoader.item
-    }
 }

@@ -8,7 +8,8 @@ Rectangle {
     property QtObject scene
     property Commands commands
     property QtObject theme
-    readonly property var shown: ["Menu", "Open…", "Picture…", "Lines", "Areas", "Logarithmic", "Dark", "Overview", "Region", "How the file is read…"]
+    readonly property var shown: ["Menu", "Open…", "Picture…", "Lines", "Areas", "Logarithmic", "Dark", "Overview", "Region",
+        "How the file is read…"]
 
     color: theme.panelColor
     implicitHeight: row.height + 8

@@ -6,21 +6,11 @@ import QtQuick.Dialogs 1.3
 Item {
     id: dialogs
 
-    signal filesChosen(var paths)
-    signal pictureChosen(string path)
-    signal tableChosen(string path)
-
-    function chooseFiles() {
-        openDialog.open();
-    }
-
-    function choosePicture() {
-        pictureDialog.open();
-    }
-
-    function chooseTable() {
-        tableDialog.open();
-    }
+    property QtObject scene
+    property Item plot
+    readonly property alias open: openDialog
+    readonly property alias picture: pictureDialog
+    readonly property alias table: tableDialog
 
     /// With an ending if it has none.
     function pathOf(url, ending) {
@@ -34,7 +24,7 @@ Item {
         nameFilters: ["All files (*)", "Numbers (*.txt *.csv *.tsv *.dat *.asc *.spe *.npy *.wav *.raw *.bin)"]
         selectMultiple: true
         title: "Open files of numbers"
-        onAccepted: dialogs.filesChosen(desktop.pathsOf(fileUrls.length > 0 ? fileUrls : [fileUrl]))
+        onAccepted: dialogs.scene.open(desktop.pathsOf(fileUrls.length > 0 ? fileUrls : [fileUrl]))
     }
 
     FileDialog {
@@ -44,7 +34,7 @@ Item {
         nameFilters: ["Pictures (*.png)"]
         selectExisting: false
         title: "Save a picture of the plot"
-        onAccepted: dialogs.pictureChosen(dialogs.pathOf(fileUrl, ".png"))
+        onAccepted: dialogs.plot.saveImage(dialogs.pathOf(fileUrl, ".png"), 2)
     }
 
     FileDialog {
@@ -54,7 +44,7 @@ Item {
         nameFilters: ["Tables (*.csv)"]
         selectExisting: false
         title: "Save the values in view"
-        onAccepted: dialogs.tableChosen(dialogs.pathOf(fileUrl, ".csv"))
+        onAccepted: dialogs.plot.saveValues(dialogs.pathOf(fileUrl, ".csv"))
     }
 
 }

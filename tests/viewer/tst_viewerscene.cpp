@@ -390,22 +390,31 @@ void tst_viewerscene::aFollowedFileSaysSo()
 {
     const QString log = fileOf(QStringLiteral("log.txt"), "1\n2\n3\n");
     showFiles({log}, {{QStringLiteral("hints"), QVariantMap{{QStringLiteral("follow"), true}}}});
-    QTRY_VERIFY(reading(QStringLiteral("FOLLOWING")));
+    const auto state = [this] {
+        return itemNamed(m_window->contentItem(), QStringLiteral("state"))->property("text").toString();
+    };
+    QTRY_VERIFY(state().startsWith(QStringLiteral("FOLLOWING")));
     QFile file(log);
     QVERIFY(file.open(QIODevice::Append) && file.write("4\n5\n") == 4 && file.flush());
     QTRY_COMPARE(to(), 5.0);
     press(Qt::Key_Plus);
     press(Qt::Key_Left);
-    QTRY_VERIFY(reading(QStringLiteral("PAUSED")));
+    QTRY_COMPARE(state(), QStringLiteral("PAUSED"));
     press(Qt::Key_End);
-    QTRY_VERIFY(reading(QStringLiteral("FOLLOWING")));
+    QTRY_VERIFY(state().startsWith(QStringLiteral("FOLLOWING")));
+    file.close();
+    QVERIFY(QFile::remove(log));
+    fileOf(QStringLiteral("log.txt"), "7\n8\n");
+    QTRY_COMPARE(state(), QStringLiteral("FILE REPLACED"));
+    QTRY_VERIFY(state().startsWith(QStringLiteral("FOLLOWING")));
+    QTRY_COMPARE(to(), 2.0);
 }
 
 void tst_viewerscene::aPictureIsSaved()
 {
     showFiles({m_short});
     const auto save = [this](const QString &path) {
-        QVERIFY(QMetaObject::invokeMethod(m_window, "savePicture", Q_ARG(QVariant, path)));
+        QVERIFY(QMetaObject::invokeMethod(m_plot, "saveImage", Q_ARG(QString, path), Q_ARG(double, 2.0)));
     };
     save(QStringLiteral("/dev/full"));
     QTRY_COMPARE(notices().value(1), QStringLiteral("/dev/full: No space left on device"));
@@ -499,7 +508,7 @@ void tst_viewerscene::aCommandLineShowsTheSame()
     QString quoted = odd;
     quoted.replace(QStringLiteral("'"), QStringLiteral("'\\''"));
     QCOMPARE(QGuiApplication::clipboard()->text(),
-             QStringLiteral("vorlixview --column 2 --unit keV --area --log --range 0:2 '%1'").arg(quoted));
+             QStringLiteral("vorlixview --area --log --column 2 --unit keV --range 0:2 '%1'").arg(quoted));
 }
 
 void tst_viewerscene::theWindowRemembers()
