@@ -18,10 +18,12 @@ die() {
 # needed_packages LIST...: the names in lists like scripts/packages, without comments and reasons.
 needed_packages() { sed -e 's/#.*//' -- "$@" | awk 'NF { print $1 }'; }
 
-# configure_and_build PRESET [TARGET]: the build tree of a preset is build/PRESET.
+# configure_and_build PRESET [TARGET...]: the build tree of a preset is build/PRESET.
 configure_and_build() {
-    cmake --preset "$1"
-    cmake --build "build/$1" --target "${2:-all}"
+    local preset=$1
+    shift
+    cmake --preset "$preset"
+    cmake --build "build/$preset" --target "${@:-all}"
 }
 
 # build_benchmarks TARGET...: optimised, in a tree of their own, so that no other command builds them along.
