@@ -323,10 +323,12 @@ Item {
             plot.exportImage(first);
             plot.exportImage(second, 2);
             plot.parent = null;
-            wait(200);
+            const messages = [];
+            tryVerify(() => {
+                messages.push(...tools.takeMessages().filter((message) => message.startsWith("SPlotQML")));
+                return messages.length === 2;
+            });
             compare(spy.count, 0);
-            const messages = tools.takeMessages().filter((message) => message.startsWith("SPlotQML"));
-            compare(messages.length, 2);
             verify(messages.some((message) => message.indexOf(first) >= 0), messages);
             verify(messages.some((message) => message.indexOf(second) >= 0), messages);
             plot.parent = scene;
