@@ -41,6 +41,7 @@ vorlix_add_snippet(ready-plot "plot.refChartArea.zoomRect.width === 16000 && plo
   THEN "Math.abs(plot.refChartArea.zoomRect.width - 16000 * Math.pow(0.8, 12)) < 1 \
 && Math.abs(plot.refNavigator.zoomRect.width - plot.refChartArea.zoomRect.width * plot.refNavigator.width / 75) < 1")
 vorlix_add_snippet(recorder "recorder.count >= 500 && plot.following && plot.axisX.min === 0 && plot.axisX.max === 60")
+vorlix_add_snippet(save-view "told.length === 2 && told.sort().join() === '/tmp/vorlix-view.csv,/tmp/vorlix-view.png'")
 vorlix_add_snippet(throttle "changes.made === 3 && Math.abs(accepting.zoomRect.height - 31.5) < 1e-6 \
 && Math.abs(settling.zoomRect.height - 31.5) < 1e-6 && Math.abs(dropping.zoomRect.height - 31.5) > 1")
 vorlix_add_snippet(time-axis "plot.axisX.max === 599 * 60 && plot.plotArea.width > 400")
