@@ -74,14 +74,54 @@ SReadingRequest requestFor(Kind kind, int count)
     return request;
 }
 
+/// A reading, and a way to wait until its state is as wanted.
+class WatchedJob
+{
+public:
+    explicit WatchedJob(const SReadingRequest &request)
+        : m_job(ReadingJob::start(request, [this] {
+              const std::lock_guard lock(m_mutex);
+              m_hasChanged = true;
+              m_changed.notify_one();
+          }))
+    {
+    }
+    ~WatchedJob() { end(); }
+    void end()
+    {
+        m_job->forget();
+        m_job->waitForEnd(10'000);
+    }
+
+    template <class Wanted>
+    SReadingState waitFor(const Wanted &wanted)
+    {
+        for (;;) {
+            {
+                std::unique_lock lock(m_mutex);
+                m_changed.wait(lock, [&] { return std::exchange(m_hasChanged, false); });
+            }
+            SReadingState now = m_job->state();
+            if (!now.error.isEmpty())
+                qFatal("%s", qPrintable(now.error));
+            if (wanted(now))
+                return now;
+        }
+    }
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    bool m_hasChanged = false;
+    std::shared_ptr<ReadingJob> m_job; ///< last: it calls as soon as it's there
+};
+
 void readAll(benchmark::State &state, const SReadingRequest &request)
 {
-    constexpr int patience = 600'000; // milliseconds
     const auto read = [&] {
-        const auto job = ReadingJob::start(request, {});
-        if (!job->waitForEnd(patience) || !job->state().error.isEmpty())
-            qFatal("%s", qPrintable(job->state().error));
-        benchmark::DoNotOptimize(job->state().series.first().data->end());
+        WatchedJob job(request);
+        const SReadingState all = job.waitFor([](const SReadingState &now) { return now.ended; });
+        benchmark::DoNotOptimize(all.series.first().data->end());
     };
     read();
     for ([[maybe_unused]] auto _ : state)
@@ -134,25 +174,11 @@ void readFirst(benchmark::State &state)
 {
     const SReadingRequest request = requestFor(Kind::OneColumn, int(state.range(0)));
     for ([[maybe_unused]] auto _ : state) {
-        std::mutex mutex;
-        std::condition_variable changed;
-        bool hasChanged = false;
-        const auto job = ReadingJob::start(request, [&] {
-            const std::lock_guard lock(mutex);
-            hasChanged = true;
-            changed.notify_one();
-        });
-        for (;;) {
-            std::unique_lock lock(mutex);
-            changed.wait(lock, [&] { return std::exchange(hasChanged, false); });
-            lock.unlock();
-            const SReadingState now = job->state();
-            if (!now.series.isEmpty() && now.series.first().data->end() > 0)
-                break;
-        }
+        WatchedJob job(request);
+        job.waitFor(
+            [](const SReadingState &now) { return !now.series.isEmpty() && now.series.first().data->end() > 0; });
         state.PauseTiming();
-        job->forget();
-        job->waitForEnd(10'000);
+        job.end();
         state.ResumeTiming();
     }
 }

@@ -53,12 +53,12 @@ bool InputFile::open(const QString &path)
     m_isStandardInput = path == QLatin1String("-");
     if (path.startsWith(QLatin1String(":/")))
         return openResource(path);
-    const QByteArray encoded = QFile::encodeName(path);
     // Without waiting: the other end of a pipe may never come.
-    setDescriptor(m_isStandardInput ? duplicate(STDIN_FILENO)
-                                    : ::open(encoded.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    if (m_descriptor >= 0 && m_wakeup.follows() && !m_isStream && !m_isStandardInput)
-        watch(encoded);
+    setDescriptor(m_isStandardInput
+                      ? duplicate(STDIN_FILENO)
+                      : ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    if (m_wakeup.follows())
+        watch();
     return m_error == 0;
 }
 
@@ -96,14 +96,33 @@ bool InputFile::openResource(const QString &path)
     return m_error == 0;
 }
 
-/// Asks the kernel to tell of changes. Where it doesn't, looking now and then must do.
-void InputFile::watch([[maybe_unused]] const QByteArray &path)
+void InputFile::watch()
 {
 #if defined(Q_OS_LINUX)
+    if (m_notices >= 0 || m_descriptor < 0 || m_isStream || m_isStandardInput)
+        return;
     m_notices = inotify_init1(IN_CLOEXEC | IN_NONBLOCK);
     if (m_notices >= 0)
-        inotify_add_watch(m_notices, path.constData(), IN_MODIFY | IN_ATTRIB | IN_MOVE_SELF | IN_DELETE_SELF);
+        inotify_add_watch(m_notices, QFile::encodeName(m_path).constData(),
+                          IN_MODIFY | IN_ATTRIB | IN_MOVE_SELF | IN_DELETE_SELF);
 #endif
+}
+
+void InputFile::skipTo(qint64 position)
+{
+    m_front.clear();
+    m_given = m_position = position;
+    m_hasSize = true;
+    const qint64 kept = std::min(position, qint64(tailSize));
+    m_tail.resize(int(kept));
+    const ssize_t got = pread(m_descriptor, m_tail.data(), size_t(kept), off_t(position - kept));
+    m_tail.resize(int(std::max(got, ssize_t(0))));
+}
+
+bool InputFile::canBeRead(qint64 position) const
+{
+    char byte;
+    return pread(m_descriptor, &byte, 1, off_t(position)) >= 0;
 }
 
 InputFile::Got InputFile::read(char *bytes, qint64 most, qint64 &count)

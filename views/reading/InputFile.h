@@ -34,6 +34,10 @@ public:
     Got read(char *bytes, qint64 most, qint64 &count);
     /// Gives back bytes that were read first; they will be read again.
     void putBack(const QByteArray &bytes);
+    /// Takes the first `position` bytes as read, since somebody else takes them from the descriptor.
+    void skipTo(qint64 position);
+    /// Has wait() end, too, when the file is changed. Where the kernel doesn't tell, looking now and then must do.
+    void watch();
     /// Waits until there may be something to read, or something is told, or `milliseconds` have passed.
     void wait(int milliseconds);
 
@@ -43,6 +47,8 @@ public:
     /// How many bytes were read and not put back. Any thread.
     qint64 position() const { return m_given; }
     int descriptor() const { return m_descriptor; }
+    /// Whether the disk still gives what is at this byte, or says that nothing is.
+    bool canBeRead(qint64 position) const;
     QString errorString() const; ///< why opening or reading failed: "it doesn't exist", for people
     bool isMissing() const;      ///< whether opening failed because there is no such file
 
@@ -59,7 +65,6 @@ public:
 private:
     void setDescriptor(int descriptor);
     bool openResource(const QString &path);
-    void watch(const QByteArray &path);
     void remember(const char *bytes, qint64 count);
     bool isRewritten() const;
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/reading/ReadingJob.h"
 
+#include "views/reading/MappedFile.h"
 #include "views/reading/SampleReading.h"
 #include "views/reading/TextReading.h"
 #include "views/store/SeriesData.h"
@@ -104,11 +105,8 @@ void ReadingJob::noteProgress(const InputFile &file, qint64 values)
 void ReadingJob::run()
 {
     m_since.start();
-    while (readOnce() == Next::Again) {
-        m_windowBegin = m_since.elapsed();
-        m_windowBytes = 0;
-        m_hasValues = false;
-    }
+    while (readOnce() == Next::Again)
+        beginAnew();
     update([this](SReadingState &state) {
         state.ended = true;
         if (state.status != SReadingState::Status::Loading)
@@ -121,6 +119,17 @@ void ReadingJob::run()
     const std::lock_guard lock(m_mutex);
     m_hasEnded = true;
     m_endCondition.notify_all();
+}
+
+void ReadingJob::beginAnew()
+{
+    m_windowBegin = m_since.elapsed();
+    m_windowBytes = 0;
+    m_hasValues = false;
+    update([](SReadingState &state) {
+        state.status = SReadingState::Status::Loading;
+        state.ended = false;
+    });
 }
 
 ReadingJob::Next ReadingJob::readOnce()
@@ -239,6 +248,29 @@ ReadingJob::Next ReadingJob::waitForFollowed(InputFile &file, int milliseconds)
         break;
     }
     return Next::Read;
+}
+
+ReadingJob::Next ReadingJob::stayWith(InputFile &file, const MappedFile &mapped)
+{
+    update([](SReadingState &state) { state.ended = true; });
+    while (!m_wakeup.isCancelled()) {
+        file.wait(lookEvery);
+        const qint64 torn = mapped.tornFrom();
+        if (torn >= 0 && !file.canBeRead(torn)) {
+            update([](SReadingState &state) { // zeros stand for what is missing: better nothing
+                state.series.clear();
+                state.chosen = state.x = -1;
+                ++state.pass;
+            });
+            fail(file, QStringLiteral("can't be read any more: the disk or device reports an error"));
+            return Next::Finish;
+        }
+        if (torn >= 0 || file.change() == InputFile::Change::Shrunk) {
+            m_reason = QStringLiteral("read anew, since the file was truncated or written anew");
+            return Next::Again;
+        }
+    }
+    return Next::Stop;
 }
 
 bool ReadingJob::choose(const InputFile &file, SReadingState &state, int timeColumn)

@@ -12,6 +12,8 @@
 #include <memory>
 #include <mutex>
 
+class MappedFile;
+
 /// Reads one source in a thread of its own, until it ends or is cancelled. The thread keeps the job: whoever started it
 /// may forget it at any time, and never has to wait for a disk.
 class ReadingJob : public std::enable_shared_from_this<ReadingJob>
@@ -55,6 +57,9 @@ public:
     /// Waits until there is something to do, at most `milliseconds` (-1: however long it takes). `got` says why there
     /// is nothing to read.
     Next waitFor(InputFile &file, InputFile::Got got, int milliseconds = -1);
+    /// Stays with a file whose samples are shown from where it's mapped, until it's another one or cancelled.
+    /// Everything that is there counts as read.
+    Next stayWith(InputFile &file, const MappedFile &mapped);
 
 private:
     explicit ReadingJob(const SReadingRequest &request) : m_request(request) {}
@@ -64,6 +69,7 @@ private:
     Next waitForFollowed(InputFile &file, int milliseconds);
     bool gatherFront(InputFile &file, QByteArray &front, Next &next);
     void say(const QString &words);
+    void beginAnew();
 
     const SReadingRequest m_request;
     Wakeup m_wakeup;

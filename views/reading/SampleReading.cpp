@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "views/reading/SampleReading.h"
 
+#include "views/reading/MappedFile.h"
 #include "views/store/SeriesData.h"
 
 #include <algorithm>
 #include <cstring>
 
-#include <sys/mman.h>
 #include <unistd.h>
 
 namespace {
@@ -26,14 +26,23 @@ SampleReading::Next SampleReading::run()
     Next next = Next::Finish;
     if (!findLayout(next))
         return next;
-    const std::shared_ptr<SeriesData> mapped = isWorthMapping() ? map() : nullptr;
-    if (!begin(mapped))
+    const auto mapped = isWorthMapping() ? MappedFile::map(m_file.descriptor(), m_file.size()) : nullptr;
+    if (mapped)
+        return showMapped(mapped);
+    return begin(nullptr) ? readAll() : Next::Finish;
+}
+
+/// Shows the samples where they are.
+SampleReading::Next SampleReading::showMapped(const std::shared_ptr<const MappedFile> &mapped)
+{
+    m_file.skipTo(mapped->size());
+    m_file.watch();
+    const std::shared_ptr<SeriesData> whole = seriesOver(mapped);
+    if (!begin(whole))
         return Next::Finish;
-    if (!mapped)
-        return readAll();
-    m_frames = mapped->end();
+    m_frames = whole->end();
     report(true);
-    return Next::Finish;
+    return m_job.stayWith(m_file, *mapped);
 }
 
 SSampleLayout SampleReading::rawLayout() const
@@ -109,35 +118,25 @@ bool SampleReading::skipHeader(QByteArray front, Next &next)
     return true;
 }
 
-/// A mapped file that shrinks ends the process, so none is mapped that is followed.
+/// Not a file that is followed: what is mapped is as long as the file was then.
 bool SampleReading::isWorthMapping() const
 {
     const qint64 from = m_job.request().mapFrom > 0 ? m_job.request().mapFrom : halfOfMemory();
     return !m_file.isStream() && !m_job.wakeup().follows() && m_layout.isPlain() && m_file.size() >= from;
 }
 
-/// A series over the file itself; null if it can't be mapped.
-std::shared_ptr<SeriesData> SampleReading::map() const
+std::shared_ptr<SeriesData> SampleReading::seriesOver(const std::shared_ptr<const MappedFile> &mapped) const
 {
-    const qint64 size = m_file.size();
-    const qint64 sampleSize = sizeOf(m_layout.type);
-    const qint64 there = (size - m_layout.headerSize) / sampleSize;
+    const qint64 there = std::max((mapped->size() - m_layout.headerSize) / sizeOf(m_layout.type), qint64(0));
     const qint64 count = m_layout.frames < 0 ? there : std::min(there, m_layout.frames);
-    void *const mapped = mmap(nullptr, size_t(size), PROT_READ, MAP_PRIVATE, m_file.descriptor(), 0);
-    if (mapped == MAP_FAILED)
-        return nullptr;
-    madvise(mapped, size_t(size), MADV_RANDOM); // a frame looks here and there
-    const std::shared_ptr<const void> owner(
-        mapped, [size](const void *memory) { munmap(const_cast<void *>(memory), size_t(size)); });
-    return SeriesData::createOver(storedAs(m_layout.type), static_cast<const char *>(mapped) + m_layout.headerSize,
-                                  count, owner);
+    return SeriesData::createOver(storedAs(m_layout.type), mapped->begin() + m_layout.headerSize, count, mapped);
 }
 
-/// Makes the series and shows them. False if the wanted channel isn't among them.
-bool SampleReading::begin(const std::shared_ptr<SeriesData> &mapped)
+/// Makes the series, or takes the one that is `whole`, and shows them. False if the wanted channel isn't among them.
+bool SampleReading::begin(const std::shared_ptr<SeriesData> &whole)
 {
     for (int channel = 0; channel < m_layout.channels; ++channel)
-        m_series.push_back(mapped ? mapped : SeriesData::create(storedAs(m_layout.type)));
+        m_series.push_back(whole ? whole : SeriesData::create(storedAs(m_layout.type)));
     bool found = false;
     m_job.update([&](SReadingState &state) {
         state.series.clear();

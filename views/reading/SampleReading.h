@@ -6,6 +6,8 @@
 #include <memory>
 #include <vector>
 
+class MappedFile;
+
 /// One pass through a file of samples: NumPy, WAV or raw. For the reading thread.
 class SampleReading
 {
@@ -21,9 +23,10 @@ private:
     SHeader header(const QByteArray &front) const;
     SSampleLayout rawLayout() const;
     bool skipHeader(QByteArray front, Next &next);
-    bool begin(const std::shared_ptr<SeriesData> &mapped);
-    std::shared_ptr<SeriesData> map() const;
+    bool begin(const std::shared_ptr<SeriesData> &whole);
+    std::shared_ptr<SeriesData> seriesOver(const std::shared_ptr<const MappedFile> &mapped) const;
     bool isWorthMapping() const;
+    Next showMapped(const std::shared_ptr<const MappedFile> &mapped);
     Next readAll();
     InputFile::Got readSome();
     InputFile::Got readPlain();

@@ -31,6 +31,8 @@ private slots:
     void filesOfSoxAreRead_data();
     void filesOfSoxAreRead();
     void largeFilesAreMapped();
+    void aMappedFileThatShrinksIsReadAnew();
+    void aMappedFileThatGrowsStaysAsItWas();
 
 private:
     QString write(const QByteArray &bytes) const
@@ -432,6 +434,50 @@ void tst_SampleFiles::largeFilesAreMapped()
     reader.setFollow(true);                         // then it may shrink
     QTRY_VERIFY(reader.status() == SeriesReader::Ready && reader.store()->data()->room().begin);
     QCOMPARE(reader.store()->maximum(), 99'999.0);
+}
+
+void tst_SampleFiles::aMappedFileThatShrinksIsReadAnew()
+{
+    const QByteArray header = npy(dictionary("<f4", "(1000000,)"), {});
+    const QString path = write(header);
+    QVERIFY(QFile::resize(path, header.size() + 4'000'000));
+    SeriesReader reader;
+    reader.setMapFrom(1);
+    read(reader, path);
+    QTRY_VERIFY(reader.store()->isComplete());
+    const SeriesSnapshot before = reader.store()->snapshot();
+    QCOMPARE(before.end(), qint64(1'000'000));
+    writeFile(path, header + packed<float>({5.0f, 6.0f}));
+    for (qint64 i = before.begin(); i < before.end(); i += 500)
+        QVERIFY(before.valueAt(i) == 0.0 || before.valueAt(i) == 5.0); // and the process goes on
+    QTRY_COMPARE(shownStores(reader), QByteArray("5 6"));
+    QTRY_VERIFY(hasEnded(reader));
+    QVERIFY2(reader.detected().contains(QLatin1String("read anew, since the file was truncated")),
+             qPrintable(reader.detected()));
+    writeFile(path, {});
+    QTRY_COMPARE(reader.status(), SeriesReader::Error);
+}
+
+void tst_SampleFiles::aMappedFileThatGrowsStaysAsItWas()
+{
+    const QString path = write(packed<qint16>({1, 2, 3}));
+    SeriesReader reader;
+    reader.setFormat(SeriesReader::Raw);
+    reader.setSampleType(SeriesStore::Int16);
+    reader.setMapFrom(1);
+    read(reader, path);
+    QCOMPARE(shownStores(reader), QByteArray("1 2 3"));
+    const SeriesStore *const store = reader.store();
+    const int revision = store->revision();
+    writeFile(path, packed<qint16>({4, 5}), QIODevice::WriteOnly | QIODevice::Append);
+    QVERIFY(QFile::rename(path, path + ".moved"));
+    QTest::qWait(300);
+    QCOMPARE(shownStores(reader), QByteArray("1 2 3"));
+    QCOMPARE(store->revision(), revision);
+    reader.cancel();
+    QTest::qWait(20);
+    QCOMPARE(shownStores(reader), QByteArray("1 2 3"));
+    QCOMPARE(reader.status(), SeriesReader::Ready);
 }
 
 QTEST_GUILESS_MAIN(tst_SampleFiles)
