@@ -17,7 +17,7 @@ Window {
         title: "Two seconds of a swing"
         followMode: PlotView.FollowEnd
         axisX { titleText: "time"; unit: "s"; min: 0; max: 2 }
-        axisY { titleText: "deflection"; unit: "mm" }
+        axisY { titleText: "deflection"; unit: "mm"; min: -10; max: 10 }
 
         LineSeries {
             name: "swing"
