@@ -78,6 +78,8 @@ QString literal(const QVariant &value)
     case QMetaType::QFont:
         return value.value<QFont>() == QGuiApplication::font() ? QStringLiteral("Qt.application.font")
                                                                : value.toString();
+    case QMetaType::QVariantMap:
+        return value.toMap().isEmpty() ? QStringLiteral("{}") : QStringLiteral("an object");
     case QMetaType::UChar:
         return QString::number(value.value<uchar>());
     case QMetaType::Nullptr:
