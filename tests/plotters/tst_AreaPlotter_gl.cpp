@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "chart/IChartArea.h"
 #include "plotters/AreaPlotter.h"
+#include "tests/support/LayerRecorder.h"
 #include "tests/support/QuietTest.h"
 #include "tests/support/Scene.h"
 
@@ -9,38 +10,15 @@
 #include <cmath>
 #include <functional>
 #include <memory>
-#include <mutex>
 
 namespace {
 
 constexpr QSize pixels(200, 100);
 
-/// Remembers the layers of its last frame.
-class RecordingPlotter : public AreaPlotter
-{
-public:
-    ~RecordingPlotter() override { withdraw(); }
-    void _fetch_render_layers(QVector<SRenderLayerDefinition> &layers, const QRectF &viewArea) override
-    {
-        AreaPlotter::_fetch_render_layers(layers, viewArea);
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_recorded = layers;
-    }
-    QVector<SRenderLayerDefinition> layers() const
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        return m_recorded;
-    }
-
-private:
-    mutable std::mutex m_mutex;
-    QVector<SRenderLayerDefinition> m_recorded;
-};
-
 /// A chart of 200 x 100 pixels that shows (0, 0) to (10, 10) on black, with one plotter over its whole width.
 struct SAreaScene
 {
-    RecordingPlotter plotter; // outlives the scene: nothing draws it any more
+    LayerRecorder<AreaPlotter> plotter; // outlives the scene: nothing draws it any more
     Scene scene{pixels};
     IChartArea &chart = scene.add(new IChartArea);
 

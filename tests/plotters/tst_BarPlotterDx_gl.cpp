@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "chart/ChartArea.h"
 #include "plotters/BarPlotterDx.h"
+#include "tests/support/LayerRecorder.h"
 #include "tests/support/LogCatcher.h"
 #include "tests/support/Scene.h"
 
@@ -9,39 +10,16 @@
 
 #include <cmath>
 #include <memory>
-#include <mutex>
 
 namespace {
 
 constexpr QSize pixels(400, 60);
 constexpr double viewHeight = 10.0;
 
-/// Remembers the layers of its last frame.
-class RecordingPlotter : public BarPlotterDx
-{
-public:
-    ~RecordingPlotter() override { withdraw(); }
-    void _fetch_render_layers(QVector<SRenderLayerDefinition> &layers, const QRectF &viewArea) override
-    {
-        BarPlotterDx::_fetch_render_layers(layers, viewArea);
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_recorded = layers;
-    }
-    QVector<SRenderLayerDefinition> layers() const
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        return m_recorded;
-    }
-
-private:
-    mutable std::mutex m_mutex;
-    QVector<SRenderLayerDefinition> m_recorded;
-};
-
 /// A chart of 400 x 60 pixels that shows what show() says, on black, with one green plotter.
 struct SBarScene
 {
-    RecordingPlotter plotter; // outlives the scene: nothing draws it any more
+    LayerRecorder<BarPlotterDx> plotter; // outlives the scene: nothing draws it any more
     Scene scene{pixels};
     IChartArea &chart = scene.add(new IChartArea);
 
