@@ -5,26 +5,18 @@
 
 namespace {
 
-constexpr char legacyVertexSource[] =
+constexpr char legacyInputs[] =
     "attribute vec2 point;\n"
     "attribute float time;\n"
-    "varying vec4 vColor;\n"
-    "uniform vec4 color;\n"
-    "uniform float curr_time;\n"
-    "uniform float screen_dy;\n"
-    "void main()\n"
-    "{\n"
-    "   float alpha = min ( max( time - curr_time, 0.0 ), color.w );\n"
-    "   vColor      = vec4(color.xyz, alpha );\n"
-    "   float y\t\t= -point.y*screen_dy + 1.0;"
-    "   gl_Position = vec4( point.x, y, 1.0, 1.0);\n"
-    "}\n";
+    "varying vec4 vColor;\n";
 
-constexpr char version330VertexSource[] =
+constexpr char version330Inputs[] =
     "#version 330\n"
     "layout (location = 0) in vec2 point;\n"
     "layout (location = 1) in float time;\n"
-    "out vec4 vColor;\n"
+    "out vec4 vColor;\n";
+
+constexpr char fadingSource[] =
     "uniform vec4 color;\n"
     "uniform float curr_time;\n"
     "uniform float screen_dy;\n"
@@ -58,7 +50,8 @@ DecoratorDialect decoratorDialect(int majorVersion, int minorVersion, bool isOpe
 
 QVector<QPair<QOpenGLShader::ShaderType, QString>> decoratorShaderSources(DecoratorDialect dialect)
 {
+    const QString fading = QString::fromLatin1(fadingSource);
     if (dialect == DecoratorDialect::Legacy)
-        return {{QOpenGLShader::Vertex, legacyVertexSource}, {QOpenGLShader::Fragment, vertexColorFragmentSource}};
-    return {{QOpenGLShader::Vertex, version330VertexSource}, {QOpenGLShader::Fragment, version330FragmentSource}};
+        return {{QOpenGLShader::Vertex, legacyInputs + fading}, {QOpenGLShader::Fragment, vertexColorFragmentSource}};
+    return {{QOpenGLShader::Vertex, version330Inputs + fading}, {QOpenGLShader::Fragment, version330FragmentSource}};
 }
