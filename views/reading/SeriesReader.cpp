@@ -156,8 +156,10 @@ void SeriesReader::showState()
         return;
     for (SeriesStore *store : qAsConst(m_stores)) {
         store->announce();
-        if (state.ended)
+        if (state.ended) {
+            store->setFilledElsewhere(false);
             store->setComplete(true);
+        }
         if (!alive)
             return;
     }
@@ -194,6 +196,7 @@ void SeriesReader::showSeries(const SReadingState &state)
             connect(m_stores.last(), &SeriesStore::maximumCountChanged, this, &SeriesReader::keepAtMost);
         }
         const SReadSeries &series = state.series.at(i);
+        m_stores.at(i)->setFilledElsewhere(!state.ended);
         m_stores.at(i)->setComplete(state.ended);
         m_stores.at(i)->setStartTime(series.startTime);
         m_stores.at(i)->setData(series.data);

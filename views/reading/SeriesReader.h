@@ -54,7 +54,8 @@ class SeriesReader : public QObject, public QQmlParserStatus
     /// False holds: nothing is read until it's true again.
     Q_PROPERTY(bool running READ isRunning WRITE setRunning NOTIFY runningChanged)
 
-    /// The chosen column; null until it's known which columns there are.
+    /// The chosen column; null until it's known which columns there are. Until it's complete, it refuses append() and
+    /// clear().
     Q_PROPERTY(SeriesStore *store READ store NOTIFY storesChanged)
     /// All columns of numbers.
     Q_PROPERTY(QList<QObject *> stores READ stores NOTIFY storesChanged)

@@ -80,13 +80,19 @@ void SeriesStore::appendBuffer(const QVariant &buffer, ValueType type)
 
 QString SeriesStore::whyNotTaken() const
 {
+    if (m_state->isFilledElsewhere())
+        return QStringLiteral(
+            "a SeriesReader is filling this store. Append to a store of your own, or call the reader's "
+            "cancel() before");
     return QStringLiteral("a value doesn't fit into %1, or there is no memory left")
         .arg(QLatin1String(nameOf(data()->type())));
 }
 
 void SeriesStore::clear()
 {
-    if (snapshot().end() > 0)
+    if (m_state->isFilledElsewhere())
+        refuse(QStringLiteral("clear: ") + whyNotTaken());
+    else if (snapshot().end() > 0)
         setData(SeriesData::create(data()->type()));
 }
 
@@ -138,10 +144,14 @@ bool SeriesStore::isComplete() const
 void SeriesStore::setComplete(bool complete)
 {
     m_isFilled = complete;
-    m_state->setFilledElsewhere(!complete);
-    if (complete)
-        m_state->setMaximumCount(m_state->maximumCount()); // what came meanwhile may be too much
     showChanges();
+}
+
+void SeriesStore::setFilledElsewhere(bool isFilledElsewhere)
+{
+    m_state->setFilledElsewhere(isFilledElsewhere);
+    if (!isFilledElsewhere)
+        m_state->setMaximumCount(m_state->maximumCount()); // what came meanwhile may be too much
 }
 
 qreal SeriesStore::maximumCount() const

@@ -101,7 +101,8 @@ public:
     // C++, any thread
 
     /// Appends values of one of the types of SampleType. False, and nothing is appended, if one of them doesn't fit
-    /// into the value type; false after a part if memory ran out. Calls from several threads take turns.
+    /// into the value type, or if another thread fills the store; false after a part if memory ran out. Calls from
+    /// several threads take turns.
     template <class T>
     bool append(const T *values, qint64 count)
     {
@@ -125,6 +126,9 @@ public:
     /// Puts another series in place. Cells of external memory are built now if they are few, else in the background.
     void setData(const std::shared_ptr<SeriesData> &data);
     void setComplete(bool complete);
+    /// Whether another thread fills data() itself. Until it has ended, append(), appendBuffer(), clear() and writers
+    /// are refused, and that thread lets older values go.
+    void setFilledElsewhere(bool isFilledElsewhere);
     /// How often all values were replaced.
     int revision() const { return m_revision; }
 

@@ -61,13 +61,14 @@ bool StoreState::append(SampleType type, const void *values, qint64 count)
     return isTaken;
 }
 
-/// The series, after it was replaced by a copy if it is over external memory; null if that failed or the store is gone.
+/// The series, after it was replaced by a copy if it is over external memory; null if that failed, the store is gone or
+/// the series is somebody else's to fill.
 std::shared_ptr<SeriesData> StoreState::growingData()
 {
     std::shared_ptr<SeriesData> series;
     {
         const std::lock_guard lock(m_access);
-        if (!m_store)
+        if (!m_store || m_isFilledElsewhere)
             return nullptr;
         series = m_data;
     }

@@ -21,13 +21,15 @@ public:
     /// Called first thing when the store is destroyed: values are refused from now on.
     void revoke();
 
-    /// As SeriesData::appendValues(); whole chunks beyond the maximum count leave. Calls from several threads take
-    /// turns.
+    /// As SeriesData::appendValues(); false, too, if another thread fills the series. Whole chunks beyond the maximum
+    /// count leave. Calls from several threads take turns.
     bool append(SampleType type, const void *values, qint64 count);
     qint64 maximumCount() const { return m_maximumCount; }
     void setMaximumCount(qint64 count);
-    /// Whether another thread fills the series itself. Then that thread lets values go, too.
+    /// Whether another thread fills the series itself. Then that thread lets values go, too, and append() refuses. To
+    /// be set before that thread's series is put in place.
     void setFilledElsewhere(bool isFilledElsewhere) { m_isFilledElsewhere = isFilledElsewhere; }
+    bool isFilledElsewhere() const { return m_isFilledElsewhere; }
 
     /// Has the store tell its thread that something changed: one queued call while none is pending.
     void announce();
