@@ -9,9 +9,12 @@
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 
+#include <atomic>
+#include <csignal>
 #include <thread>
 
 #include <fcntl.h>
+#include <sys/fsuid.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -34,6 +37,7 @@ private slots:
     void aGrowingArrayIsFollowed();
     void followingEndsWhenToldSo();
     void oldValuesLeaveIfOnlySomeAreKept();
+    void aStoreThatIsFilledTakesNothingElse();
 
     void aNamedPipeIsReadAsItComes();
     void bytesOfAPipeMayComeOneByOne_data();
@@ -42,6 +46,11 @@ private slots:
     void standardInputIsRead();
     void filesOfTheKernelAreRead();
     void aFileMayVanishWhileItIsRead();
+    void aFileMayShrinkWhileItIsRead();
+    void aFileWithoutPermissionIsRefused();
+    void aLineWithoutAnEndIsRefusedSoon_data();
+    void aLineWithoutAnEndIsRefusedSoon();
+    void aFileOfOneLongLineIsRefused();
     void aResourceIsNotNeededToBeAFile();
 
     void cancellingStopsReading_data();
@@ -252,6 +261,36 @@ void tst_LiveSources::oldValuesLeaveIfOnlySomeAreKept()
     }
 }
 
+void tst_LiveSources::aStoreThatIsFilledTakesNothingElse()
+{
+    static QString refused;
+    SeriesStore::setRefusal([](const QObject *, const QString &words) { refused = words; });
+    append("1\n2\n");
+    SeriesReader reader;
+    follow(reader, path("live"));
+    QTRY_COMPARE(shownStores(reader), QByteArray("1 2"));
+    SeriesStore *const store = reader.store();
+    SeriesWriter writer = store->writer();
+    store->append(QVariant(7.0));
+    QVERIFY2(refused.startsWith(QLatin1String("append: a SeriesReader is filling this store")), qPrintable(refused));
+    store->appendBuffer(QByteArray(8, '\0'));
+    QVERIFY2(refused.startsWith(QLatin1String("appendBuffer: a SeriesReader is")), qPrintable(refused));
+    store->clear();
+    QVERIFY2(refused.startsWith(QLatin1String("clear: a SeriesReader is")), qPrintable(refused));
+    QVERIFY(!store->append(7.0));
+    QVERIFY(!writer.append(7.0));
+    append("3\n");
+    QTRY_COMPARE(shownStores(reader), QByteArray("1 2 3"));
+    reader.cancel();
+    QTRY_VERIFY(store->isComplete());
+    QVERIFY(writer.append(7.0));
+    QCOMPARE(shownStores(reader), QByteArray("1 2 3 7"));
+    reader.reload();
+    QTRY_COMPARE(shownStores(reader), QByteArray("1 2 3"));
+    QVERIFY(!writer.append(7.0));
+    SeriesStore::setRefusal(nullptr);
+}
+
 void tst_LiveSources::aNamedPipeIsReadAsItComes()
 {
     NamedPipe pipe(path("pipe"));
@@ -393,6 +432,100 @@ void tst_LiveSources::aFileMayVanishWhileItIsRead()
     QFile::remove(path("live"));
     QTRY_VERIFY(hasEnded(reader));
     QVERIFY(reader.status() == SeriesReader::Error || reader.store()->count() == 1e6);
+}
+
+void tst_LiveSources::aFileMayShrinkWhileItIsRead()
+{
+    for (const bool follows : {false, true}) {
+        writeFile(path("live"), QByteArray("1.5;2.5\n").repeated(1'000'000));
+        SeriesReader reader;
+        reader.setFollow(follows);
+        reader.setSource(path("live"));
+        QTRY_VERIFY(reader.store() && reader.store()->count() > 0.0);
+        writeFile(path("live"), "3;4\n5;6\n");
+        QTRY_VERIFY(follows ? reader.store()->count() == 2.0 : hasEnded(reader));
+        QCOMPARE(reader.errorString(), QString());
+        for (const QObject *store : reader.stores())
+            QCOMPARE(snapshotOf(store).end(), reader.store()->snapshot().end());
+        if (follows)
+            QCOMPARE(shownStores(reader), QByteArray("3 5|4 6"));
+    }
+}
+
+void tst_LiveSources::aFileWithoutPermissionIsRefused()
+{
+    constexpr uid_t somebodyElse = 65534;
+    append("1\n2\n");
+    QVERIFY(QFile::setPermissions(path("live"), {}));
+    const bool isRoot = geteuid() == 0; // who may read everything; threads that are started meanwhile may not
+    if (isRoot)
+        setfsuid(somebodyElse);
+    QFile file(path("live"));
+    const bool isReadable = file.open(QIODevice::ReadOnly);
+    SeriesReader reader;
+    reader.setSource(path("live"));
+    QTest::qWait(50); // the reading thread has been started with the rights of then
+    if (isRoot)
+        setfsuid(0);
+    QFile::setPermissions(path("live"), QFile::ReadOwner);
+    if (isReadable)
+        QSKIP("needs a user whom the kernel refuses something");
+    QTRY_VERIFY(hasEnded(reader));
+    QVERIFY2(reader.errorString().contains(QLatin1String("may not be read by you. Its owner can allow it: chmod a+r")),
+             qPrintable(reader.errorString()));
+    reader.reload();
+    QTRY_COMPARE(shownStores(reader), QByteArray("1 2"));
+    QCOMPARE(reader.errorString(), QString());
+}
+
+void tst_LiveSources::aLineWithoutAnEndIsRefusedSoon_data()
+{
+    QTest::addColumn<QByteArray>("front");
+    QTest::newRow("from the beginning") << QByteArray();
+    QTest::newRow("behind others") << QByteArray("1;2\n").repeated(30'000);
+}
+
+void tst_LiveSources::aLineWithoutAnEndIsRefusedSoon()
+{
+    QFETCH(QByteArray, front);
+    constexpr qint64 whole = 200'000'000;
+    std::signal(SIGPIPE, SIG_IGN);
+    const QByteArray name = QFile::encodeName(path("pipe"));
+    QVERIFY(mkfifo(name.constData(), 0600) == 0);
+    std::atomic<qint64> taken{0};
+    std::thread writer([&] {
+        const int end = open(name.constData(), O_WRONLY);
+        const QByteArray digits(1 << 16, '7');
+        QByteArray portion = front + digits;
+        ssize_t written = 1;
+        while (written > 0 && taken < whole) { // until nobody reads any more
+            written = ::write(end, portion.constData(), size_t(portion.size()));
+            taken += std::max(written, ssize_t(0));
+            portion = digits;
+        }
+        close(end);
+    });
+    SeriesReader reader;
+    reader.setSource(path("pipe"));
+    QTRY_VERIFY(hasEnded(reader));
+    writer.join();
+    unlink(name.constData());
+    QVERIFY2(reader.errorString().contains(QLatin1String("has a line of more than 1048576 bytes")),
+             qPrintable(reader.errorString()));
+    QVERIFY2(taken < (1 << 23), qPrintable(QString::number(taken)));
+    QCOMPARE(reader.store() ? reader.store()->count() : 0.0, double(front.count('\n')));
+}
+
+void tst_LiveSources::aFileOfOneLongLineIsRefused()
+{
+    const QByteArray part = QByteArray("1.25,").repeated(200'000);
+    for (int i = 0; i < 200; ++i)
+        append(part);
+    SeriesReader reader;
+    reader.setSource(path("live"));
+    QTRY_VERIFY(hasEnded(reader));
+    QVERIFY2(reader.errorString().contains(QLatin1String("has a line of more than 1048576 bytes")),
+             qPrintable(reader.errorString()));
 }
 
 void tst_LiveSources::aResourceIsNotNeededToBeAFile()
