@@ -11,7 +11,7 @@ Window {
     readonly property bool isRead: sample.status === SeriesReader.Ready && background.status === SeriesReader.Ready
 
     width: 720
-    height: 400
+    height: 440
     visible: true
 
     SeriesReader {
