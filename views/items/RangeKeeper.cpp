@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/items/RangeKeeper.h"
 
+#include "common/Change.h"
 #include "views/items/PlotAxis.h"
 #include "views/items/PlotSeries.h"
 #include "views/items/PlotView.h"
@@ -8,6 +9,8 @@
 #include "views/items/SeriesProbe.h"
 
 #include <QScopedValueRollback>
+
+#include <algorithm>
 
 namespace {
 
@@ -143,10 +146,20 @@ bool RangeKeeper::wantedY(SAxisRange &wanted) const
     return true;
 }
 
+int RangeKeeper::filledSeries() const
+{
+    const QVector<PlotSeries *> &all = m_view.series();
+    return int(std::count_if(all.begin(), all.end(), [](const PlotSeries *series) {
+        return series->isVisible() && !SeriesProbe(*series).isEmpty();
+    }));
+}
+
 void RangeKeeper::keepY()
 {
     PlotAxis &axis = *m_view.axisY();
     SAxisRange wanted;
+    if (change(m_filledSeries, filledSeries())) // a series that comes or goes is no breath
+        m_hasFitted = false;
     const bool follows = axis.followsMin() || axis.followsMax();
     if (m_view.zoom()->isYByHand() || !follows || !wantedY(wanted))
         return;

@@ -38,6 +38,7 @@ private:
     void keepX();
     void keepY();
     bool wantedY(SAxisRange &wanted) const;
+    int filledSeries() const;
     void tellStartTime();
     void shrinkAfterRest();
 
@@ -46,4 +47,5 @@ private:
     QTimer m_rest;
     bool m_isLooking = false;
     bool m_hasFitted = false;
+    int m_filledSeries = 0; ///< when y was looked at last
 };

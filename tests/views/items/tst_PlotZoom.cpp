@@ -38,6 +38,7 @@ private slots:
     void followingStretches();
     void aPanToTheLeftPausesAndEndResumes();
     void aGivenWidthSlides();
+    void aSeriesThatComesOrGoesFitsYAtOnce();
     void aGivenWidthIsFilledBeforeItSlides();
     void linkedViewsShareX();
     void linkedViewsShowAllOfAll();
@@ -337,6 +338,17 @@ void tst_PlotZoom::aGivenWidthIsFilledBeforeItSlides()
     line.add(ramp(6));
     QCOMPARE(view.axisX()->range().max, 10.0); // by hand: the newest value at the right edge
     QVERIFY(view.isFollowing());
+}
+
+void tst_PlotZoom::aSeriesThatComesOrGoesFitsYAtOnce()
+{
+    PlotView view;
+    StoredSeries<> low(view, {8.0, 300.0}); // whose margin lies below 0
+    QVERIFY(view.axisY()->min() < 0.0);
+    StoredSeries<> high(view, {0.0, 1000.0});
+    QCOMPARE(view.axisY()->range(), (SAxisRange{0.0, 1050.0}));
+    high.series.setVisible(false);
+    QVERIFY(view.axisY()->max() < 400.0);
 }
 
 void tst_PlotZoom::linkedViewsShareX()
