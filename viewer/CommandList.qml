@@ -30,6 +30,12 @@ Rectangle {
     color: theme.panelColor
     radius: 6
 
+    component Words: Text {
+        color: list.theme.panelTextColor
+        font: list.theme.font
+        textFormat: Text.PlainText
+    }
+
     TapHandler {
         // what lies under it gets none
     }
@@ -53,9 +59,7 @@ Rectangle {
         objectName: "search"
         onTextChanged: rows.currentIndex = 0
 
-        Text {
-            color: list.theme.panelTextColor
-            font: list.theme.font
+        Words {
             opacity: 0.6
             text: "Type to search; Enter does it, Esc closes"
             visible: field.text === ""
@@ -75,10 +79,7 @@ Rectangle {
         model: list.found.length
 
         delegate: Rectangle {
-            readonly property var command: list.found[index] || {
-                "words": "",
-                "keys": []
-            }
+            readonly property var command: list.found[index] || { "words": "", "keys": [] }
 
             Accessible.description: keys.text
             Accessible.name: words.text
@@ -88,24 +89,20 @@ Rectangle {
             radius: 4
             width: rows.width
 
-            Text {
+            Words {
                 id: words
 
                 anchors.verticalCenter: parent.verticalCenter
-                color: list.theme.panelTextColor
-                font: list.theme.font
                 text: command.words
                 x: 8
             }
 
-            Text {
+            Words {
                 id: keys
 
                 anchors.right: parent.right
                 anchors.rightMargin: 8
                 anchors.verticalCenter: parent.verticalCenter
-                color: list.theme.panelTextColor
-                font: list.theme.font
                 opacity: 0.75
                 text: command.keys.join("  ")
             }

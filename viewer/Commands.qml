@@ -60,12 +60,7 @@ Item {
     ]
 
     function command(words, keys, run, isOn) {
-        return {
-            "words": words,
-            "keys": keys,
-            "run": run,
-            "isOn": isOn
-        };
+        return { "words": words, "keys": keys, "run": run, "isOn": isOn };
     }
 
     function toggleLook(wanted) {

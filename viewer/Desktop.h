@@ -23,7 +23,6 @@ public:
     Q_INVOKABLE static QString whyUnreadable(const QString &path);
     /// The paths of local files; of others, the URL, which is no path of a file.
     Q_INVOKABLE static QStringList pathsOf(const QList<QUrl> &urls);
-    Q_INVOKABLE static QUrl urlOf(const QString &path) { return QUrl::fromLocalFile(path); }
     /// The beginning of a regular file as lines of text; none of others.
     Q_INVOKABLE static QStringList firstLines(const QString &path, int count);
     /// Says what went wrong on standard error, a line each, and ends the program.

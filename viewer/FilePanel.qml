@@ -12,7 +12,8 @@ Rectangle {
     readonly property var lines: desktop.firstLines(file.path, 20)
     readonly property var layout: file.reader.layout
     /// Which one is shown; not known if some are text.
-    readonly property int chosen: file.reader.stores.length === table.widest ? file.reader.stores.indexOf(file.reader.store) : -1
+    readonly property int chosen: file.reader.stores.length === table.widest ? file.reader.stores.indexOf(file.reader.store)
+                                                                             : -1
     readonly property var fields: [
         field("Column", "column", "the first one that isn't x"),
         field("Column of x", "xColumn", "none"),
@@ -29,12 +30,7 @@ Rectangle {
 
     /// Of the file's reader, unless it's of all files.
     function field(words, property, guess, owner) {
-        return {
-            "words": words,
-            "property": property,
-            "guess": guess || "",
-            "owner": owner || file.reader
-        };
+        return { "words": words, "property": property, "guess": guess || "", "owner": owner || file.reader };
     }
 
     function valueOf(field) {
@@ -64,18 +60,11 @@ Rectangle {
 
     Accessible.name: "How " + file.name + " is read"
     Accessible.role: Accessible.Dialog
-    Component.onCompleted: focusTimer.start()
+    focus: true
     Keys.onEscapePressed: (event) => closed()
     border.color: theme.gridColor
     color: theme.panelColor
     radius: 6
-
-    Timer {
-        id: focusTimer
-
-        interval: 0
-        onTriggered: panel.forceActiveFocus()
-    }
 
     TapHandler {
         // what lies under it gets none
@@ -95,6 +84,7 @@ Rectangle {
         spacing: 8
 
         Words {
+            objectName: "detected"
             text: panel.file.problem || panel.file.name + ": " + panel.file.reader.detected
             width: content.width
             wrapMode: Text.Wrap
@@ -125,6 +115,10 @@ Rectangle {
                         font.bold: !isHead && index % table.columns === panel.chosen
                         opacity: isHead ? 0.6 : 1
                         text: panel.cells(panel.lines[line])[index % table.columns] || " "
+
+                        TapHandler {
+                            onTapped: panel.change(panel.fields[0], String(index % table.columns + 1))
+                        }
                     }
 
                 }
@@ -194,8 +188,6 @@ Rectangle {
             }
 
             Row {
-                spacing: 6
-
                 BarButton {
                     text: "Remember for *" + panel.file.kind
                     theme: panel.theme

@@ -27,6 +27,7 @@ Item {
     readonly property real start: scene.start
     readonly property real step: scene.step || (source.sampleRate > 0 ? 1 / source.sampleRate : 1)
     readonly property string xUnit: xStore !== null ? textOf(source.columnUnits, xStore) : source.sampleRate > 0 ? "s" : ""
+    readonly property string column: textOf(source.columnNames, source.store)
     readonly property string unit: textOf(source.columnUnits, source.store)
     readonly property real strength: isOver && look !== "line" ? 0.6 : 1
     /// Why there is nothing to see of it, or not all, in words.
@@ -49,11 +50,7 @@ Item {
     /// Draws the same values in another way.
     function exchangeSeries() {
         const before = series;
-        const made = ({
-            "bars": bars,
-            "line": line,
-            "area": area
-        })[look].createObject(file);
+        const made = ({ "bars": bars, "line": line, "area": area })[look].createObject(file);
         for (const name of ["name", "store", "xStore", "start", "step"])
             made[name] = Qt.binding(() => file[name]);
         made.opacity = Qt.binding(() => file.strength);
@@ -85,24 +82,9 @@ Item {
         source: depth > 1 ? file.reader.store : null
     }
 
-    Component {
-        id: bars
+    Component { id: bars; BarSeries { } }
 
-        BarSeries {
-        }
-    }
+    Component { id: line; LineSeries { } }
 
-    Component {
-        id: line
-
-        LineSeries {
-        }
-    }
-
-    Component {
-        id: area
-
-        AreaSeries {
-        }
-    }
+    Component { id: area; AreaSeries { } }
 }

@@ -101,12 +101,9 @@ Window {
     }
 
     onClosing: (close) => {
-        desktop.remember("size", Qt.size(width, height));
-        desktop.remember("look", look);
-        desktop.remember("colors", colors);
-        desktop.remember("logarithmic", view.axisY.logScale);
-        desktop.remember("overview", overview);
-        desktop.remember("recent", list.recent);
+        const now = { "size": Qt.size(width, height), "logarithmic": view.axisY.logScale, "recent": list.recent };
+        for (const name of ["size", "look", "colors", "logarithmic", "overview", "recent"])
+            desktop.remember(name, now[name] === undefined ? window[name] : now[name]);
     }
 
     Item {
@@ -117,47 +114,36 @@ Window {
         height: window.bare ? window.pixels.height / Screen.devicePixelRatio : window.height
         width: window.bare ? window.pixels.width / Screen.devicePixelRatio : window.width
 
-        Loader {
+        ViewerBar {
             id: bar
 
-            active: !window.bare
-            anchors.left: parent.left
-            anchors.right: parent.right
-
-            sourceComponent: ViewerBar {
-                commands: actions
-                scene: window
-                theme: view.theme
-            }
+            commands: actions
+            height: visible ? implicitHeight : 0
+            scene: window
+            theme: view.theme
+            visible: !window.bare
+            width: parent.width
         }
 
         PlotView {
             id: view
 
             anchors.bottom: footer.top
-            anchors.left: parent.left
-            anchors.right: parent.right
             anchors.top: bar.bottom
-            axisX.unit: window.unit || (window.files.length > 0 ? window.files[0].xUnit : "")
-            axisY.unit: window.files.length > 0 ? window.files[0].unit : ""
+            axisX.unit: window.unit || list.first.xUnit || ""
+            axisY.titleText: list.first.column || ""
+            axisY.unit: list.first.unit || ""
             focus: true
             legendVisible: window.files.length > 1
             overviewVisible: window.overview
             followMode: list.follows ? PlotView.FollowEnd : PlotView.FollowNone
             readoutVisible: !window.bare
+            width: parent.width
             onSaved: (file, error) => footer.said = error
 
-            PlotRegion {
-                id: regionMark
+            PlotRegion { id: regionMark; visible: false }
 
-                visible: false
-            }
-
-            PlotCursor {
-                id: peakMark
-
-                visible: false
-            }
+            PlotCursor { id: peakMark; visible: false }
 
             theme: PlotTheme {
                 readonly property bool isLight: window.colors === "light" || window.bare

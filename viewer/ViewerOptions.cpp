@@ -28,34 +28,45 @@ public:
     QString text(const char *name) const { return m_parser.value(QLatin1String(name)); }
     const QString &error() const { return m_error; }
 
-    double number(const char *name, double least, const char *what)
+    // What isn't asked for is an invalid value.
+
+    QVariant string(const char *name) const { return isSet(name) ? text(name) : QVariant(); }
+    QVariant number(const char *name, double least, const char *what)
     {
         bool isNumber = false;
         const double value = text(name).toDouble(&isNumber);
-        if (!isNumber || !std::isfinite(value) || value < least)
-            refuse(name, QLatin1String(what));
-        return value;
+        return checked(name, isNumber && std::isfinite(value) && value >= least, QLatin1String(what), value);
     }
-    int wholeNumber(const char *name, int least, int most)
+    QVariant wholeNumber(const char *name, int least, int most)
     {
         static const QRegularExpression digits(QStringLiteral("\\A[0-9]{1,10}\\z"));
         const qint64 value = digits.match(text(name)).hasMatch() ? text(name).toLongLong() : -1;
-        if (value < least || value > most)
-            refuse(name, QStringLiteral("not a whole number from %1 to %2").arg(least).arg(most));
-        return int(value);
+        return checked(name, value >= least && value <= most,
+                       QStringLiteral("not a whole number from %1 to %2").arg(least).arg(most), int(value));
     }
-    /// The text if it's one of these words.
-    QString word(const char *name, const QStringList &words)
+    /// Which of these words it is.
+    QVariant word(const char *name, const QStringList &words)
     {
-        if (!words.contains(text(name)))
-            refuse(name, QStringLiteral("not one of %1").arg(words.join(QStringLiteral(", "))));
-        return text(name);
+        const int index = int(words.indexOf(text(name)));
+        return checked(name, index >= 0, QStringLiteral("not one of %1").arg(words.join(QStringLiteral(", "))), index);
+    }
+    /// The one of two switches that is set; the first of both.
+    QVariant either(const char *first, const char *second) const
+    {
+        const char *const set = isSet(first) ? first : isSet(second) ? second : nullptr;
+        return set ? QString::fromLatin1(set) : QVariant();
     }
     QString fileName(const char *name)
     {
-        if (text(name).isEmpty())
+        if (isSet(name) && text(name).isEmpty())
             refuseAll(QStringLiteral("--%1: no file name").arg(QLatin1String(name)));
         return text(name);
+    }
+    QVariant checked(const char *name, bool isGood, const QString &why, const QVariant &value)
+    {
+        if (isSet(name) && !isGood)
+            refuse(name, why);
+        return isSet(name) ? value : QVariant();
     }
     void refuse(const char *name, const QString &why)
     {
@@ -86,29 +97,33 @@ SViewerOptions refuse(const QString &words)
                   QStringLiteral("%1: %2\n").arg(QCoreApplication::applicationName(), words));
 }
 
+void put(QVariantMap &map, const char *property, const QVariant &value)
+{
+    if (value.isValid())
+        map.insert(QLatin1String(property), value);
+}
+
 QSize readSize(OptionReader &reader)
 {
     static const QRegularExpression pattern(QStringLiteral("\\A([0-9]{1,5})x([0-9]{1,5})\\z"));
     const QRegularExpressionMatch match = pattern.match(reader.text("size"));
     const QSize size(match.captured(1).toInt(), match.captured(2).toInt());
-    if (qMin(size.width(), size.height()) < smallestSide || qMax(size.width(), size.height()) > largestSide)
-        reader.refuse(
-            "size",
-            QStringLiteral("not WIDTHxHEIGHT with sides from %1 to %2 pixels").arg(smallestSide).arg(largestSide));
-    return size;
+    const bool isWithin =
+        qMin(size.width(), size.height()) >= smallestSide && qMax(size.width(), size.height()) <= largestSide;
+    const QString limits = QStringLiteral("not WIDTHxHEIGHT with sides from %1 to %2 pixels");
+    return reader.checked("size", isWithin, limits.arg(smallestSide).arg(largestSide), size).toSize();
 }
 
 /// Both ends as a list; the lower one first.
-QVariantList readRange(OptionReader &reader)
+QVariant readRange(OptionReader &reader)
 {
     const QStringList ends = reader.text("range").split(QLatin1Char(':'));
     bool areNumbers[2] = {false, false};
     const double from = ends.value(0).toDouble(&areNumbers[0]);
     const double to = ends.value(1).toDouble(&areNumbers[1]);
     const bool isRange = ends.size() == 2 && areNumbers[0] && areNumbers[1] && std::isfinite(from) && std::isfinite(to);
-    if (!isRange || from == to)
-        reader.refuse("range", QStringLiteral("not two numbers with a colon between"));
-    return {qMin(from, to), qMax(from, to)};
+    return reader.checked("range", isRange && from != to, QStringLiteral("not two numbers with a colon between"),
+                          QVariantList{qMin(from, to), qMax(from, to)});
 }
 
 /// How the files are to be read: properties of their readers.
@@ -117,24 +132,18 @@ QVariantMap readHints(OptionReader &reader)
     static const QStringList types{"float64", "float32", "int32", "uint32", "int16", "uint16", "int8", "uint8"};
     static const QStringList formats{"auto", "text", "npy", "raw", "wav"}; // in the order of the reader's enum
     QVariantMap hints;
-    for (const char *name : {"column", "x-column", "separator"}) {
-        if (reader.isSet(name))
-            hints.insert(QLatin1String(name[0] == 'x' ? "xColumn" : name), reader.text(name));
-    }
-    if (reader.isSet("decimal-point"))
-        hints.insert(QStringLiteral("decimalPoint"), reader.word("decimal-point", {".", ","}));
-    if (reader.text("separator").size() > 1)
-        reader.refuse("separator", QStringLiteral("not one character"));
-    if (reader.isSet("skip-lines"))
-        hints.insert(QStringLiteral("skipLines"), reader.wholeNumber("skip-lines", 0, int(mostLines)));
-    if (reader.isSet("sample-type")) {
-        hints.insert(QStringLiteral("sampleType"), types.indexOf(reader.word("sample-type", types)));
-        hints.insert(QStringLiteral("format"), formats.indexOf(QStringLiteral("raw")));
-    }
-    if (reader.isSet("format"))
-        hints.insert(QStringLiteral("format"), formats.indexOf(reader.word("format", formats)));
-    if (reader.isSet("follow"))
-        hints.insert(QStringLiteral("follow"), true);
+    put(hints, "column", reader.string("column"));
+    put(hints, "xColumn", reader.string("x-column"));
+    put(hints, "separator",
+        reader.checked("separator", reader.text("separator").size() == 1, QStringLiteral("not one character"),
+                       reader.text("separator")));
+    put(hints, "decimalPoint",
+        reader.word("decimal-point", {".", ","}).isValid() ? reader.text("decimal-point") : QVariant());
+    put(hints, "skipLines", reader.wholeNumber("skip-lines", 0, int(mostLines)));
+    put(hints, "sampleType", reader.word("sample-type", types));
+    put(hints, "format", reader.isSet("sample-type") ? formats.indexOf(QStringLiteral("raw")) : QVariant());
+    put(hints, "format", reader.word("format", formats));
+    put(hints, "follow", reader.isSet("follow") ? true : QVariant());
     return hints;
 }
 
@@ -142,22 +151,14 @@ QVariantMap readHints(OptionReader &reader)
 QVariantMap readScene(OptionReader &reader)
 {
     QVariantMap scene{{QStringLiteral("hints"), readHints(reader)}};
-    if (reader.isSet("start"))
-        scene.insert(QStringLiteral("start"), reader.number("start", -1e300, "not a number"));
-    if (reader.isSet("step"))
-        scene.insert(QStringLiteral("step"), reader.number("step", 1e-300, "not a number above 0"));
-    if (reader.isSet("smooth"))
-        scene.insert(QStringLiteral("smoothDepth"), reader.wholeNumber("smooth", 1, deepestSmoothing));
-    if (reader.isSet("range"))
-        scene.insert(QStringLiteral("range"), readRange(reader));
-    if (reader.isSet("unit"))
-        scene.insert(QStringLiteral("unit"), reader.text("unit"));
-    if (reader.isSet("area") || reader.isSet("line"))
-        scene.insert(QStringLiteral("look"), QLatin1String(reader.isSet("area") ? "area" : "line"));
-    if (reader.isSet("dark") || reader.isSet("light"))
-        scene.insert(QStringLiteral("colors"), QLatin1String(reader.isSet("dark") ? "dark" : "light"));
-    if (reader.isSet("log"))
-        scene.insert(QStringLiteral("logarithmic"), true);
+    put(scene, "start", reader.number("start", -1e300, "not a number"));
+    put(scene, "step", reader.number("step", 1e-300, "not a number above 0"));
+    put(scene, "smoothDepth", reader.wholeNumber("smooth", 1, deepestSmoothing));
+    put(scene, "range", readRange(reader));
+    put(scene, "unit", reader.string("unit"));
+    put(scene, "look", reader.either("area", "line"));
+    put(scene, "colors", reader.either("dark", "light"));
+    put(scene, "logarithmic", reader.isSet("log") ? true : QVariant());
     return scene;
 }
 
@@ -205,12 +206,9 @@ SViewerOptions parseViewerOptions(const QStringList &arguments)
             SViewerOptions::Action::PrintAndSucceed,
             QStringLiteral("%1 %2\n").arg(QCoreApplication::applicationName(), QCoreApplication::applicationVersion()));
     SViewerOptions options;
-    if (reader.isSet("png"))
-        options.picture = reader.fileName("png");
-    if (reader.isSet("csv"))
-        options.values = reader.fileName("csv");
-    if (reader.isSet("size"))
-        options.size = readSize(reader);
+    options.picture = reader.fileName("png");
+    options.values = reader.fileName("csv");
+    options.size = readSize(reader);
     options.scene = readScene(reader);
     options.keepsSettings = options.showsWindow() && !reader.isSet("no-settings");
     if (!options.showsWindow() && parser.positionalArguments().isEmpty())

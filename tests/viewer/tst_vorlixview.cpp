@@ -624,7 +624,7 @@ void tst_vorlixview::columnsSamplesAndPipesAreRead()
         arguments.append(fileOf(QStringLiteral("series"), content));
     const QImage image = picture(arguments, {QSize(400, 300)}, {}, asInput ? content : QByteArray());
     const QRect box = barBox(image);
-    QVERIFY(box.width() > 300);
+    QVERIFY(box.width() > 250); // a name beside the axis takes some room
     for (int i = 0; i < 3; ++i) {
         const int height = columnHeight(image, box.left() + int((i + 0.5) * box.width() / 3.0), box);
         QVERIFY(std::abs(height - box.height() * QVector<double>{3, 1, 2}[i] / 3.0) <= 1.5);
