@@ -6,6 +6,7 @@
 #include <QMap>
 
 #include <algorithm>
+#include <cstring>
 #include <tuple>
 #include <utility>
 
@@ -35,15 +36,31 @@ bool isMatched(const SCandidate &candidate, const SLineShape &shape)
 /// The number of columns that most lines with numbers have.
 int usualColumns(const SCandidate &candidate)
 {
-    QMap<int, int> lines;
-    for (const SLineShape &shape : candidate.shapes)
-        lines[shape.fields] += int(holdsNumbers(shape, candidate.separator));
-    int columns = 0;
-    for (auto it = lines.constBegin(); it != lines.constEnd(); ++it) {
-        if (it.value() > lines.value(columns))
-            columns = it.key();
+    std::vector<int> lines; // with so many fields
+    for (const SLineShape &shape : candidate.shapes) {
+        if (size_t(shape.fields) >= lines.size())
+            lines.resize(size_t(shape.fields) + 1);
+        lines[size_t(shape.fields)] += int(holdsNumbers(shape, candidate.separator));
     }
-    return columns;
+    return int(std::max_element(lines.begin(), lines.end()) - lines.begin()); // of equals the smallest
+}
+
+/// The characters that may separate, in the order in which they are tried. Of those that are nowhere only the last one:
+/// they make the same of every line.
+std::vector<char> possibleSeparators(const SampleLines &lines, bool mayBeCommas)
+{
+    std::vector<char> separators;
+    bool hasAbsent = false;
+    for (const char separator : {',', '|', '\t', ';'}) { // from the last one on
+        const bool isAbsent = std::none_of(lines.begin(), lines.end(), [=](const SSampleLine &line) {
+            return std::memchr(line.begin, separator, size_t(line.end - line.begin));
+        });
+        if ((separator == ',' && !mayBeCommas) || (isAbsent && std::exchange(hasAbsent, true)))
+            continue;
+        separators.insert(separators.begin(), separator);
+    }
+    separators.push_back(blankSeparator);
+    return separators;
 }
 
 SCandidate candidateFor(const SampleLines &lines, char separator, DecimalSign sign)
@@ -84,9 +101,7 @@ SCandidate bestCandidate(const SampleLines &lines, const STextHints &hints)
         return candidateFor(lines, hints.separator, sign);
     const bool mayBeCommas = sign != DecimalSign::Comma && !haveOtherSeparators(lines);
     SCandidate best;
-    for (const char separator : {';', '\t', '|', ',', blankSeparator}) {
-        if (separator == ',' && !mayBeCommas)
-            continue;
+    for (const char separator : possibleSeparators(lines, mayBeCommas)) {
         SCandidate candidate = candidateFor(lines, separator, sign);
         const auto rank = [](const SCandidate &c) { return std::tuple(c.matched, -c.textLength, c.columns); };
         if (rank(candidate) > rank(best) || (candidate.columns == 1 && rank(candidate) == rank(best)))

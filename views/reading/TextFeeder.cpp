@@ -20,12 +20,16 @@ TextFeeder::TextFeeder(InputFile &file, const QByteArray &front, int pieceSize)
     }
 }
 
-const char *TextFeeder::wholeEnd() const
+const char *TextFeeder::wholeEnd(qint64 most) const
 {
-    const char *at = end();
+    const char *const sampleEnd = begin() + std::min(most, qint64(m_held));
+    const char *at = sampleEnd;
     while (at != begin() && at[-1] != '\n')
         --at;
-    return at;
+    if (at != begin())
+        return at;
+    const auto *first = static_cast<const char *>(std::memchr(sampleEnd, '\n', size_t(end() - sampleEnd)));
+    return first ? first + 1 : begin();
 }
 
 InputFile::Got TextFeeder::readMore()

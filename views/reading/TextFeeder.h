@@ -27,8 +27,8 @@ public:
     /// What was read and not handed over; ends anywhere.
     const char *begin() const { return m_bytes.constData(); }
     const char *end() const { return begin() + m_held; }
-    /// Behind the last line end of that.
-    const char *wholeEnd() const;
+    /// Behind the last line end among the first `most` bytes of that; if there is none, behind the first one.
+    const char *wholeEnd(qint64 most) const;
     /// Ends the last line, since no more will come. Nothing happens if it has an end.
     void endLastLine();
     /// Drops that many bytes from the front.

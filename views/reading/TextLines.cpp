@@ -74,8 +74,7 @@ SampleLines sampleLines(const char *begin, const char *end, qint64 skip, const Q
 
 SampleKind sampleKind(const SField &field, DecimalSign sign)
 {
-    double value;
-    const FieldKind kind = numberIn(field.begin, field.end, sign, value);
+    const FieldKind kind = fieldKind(field.begin, field.end, sign);
     if (kind == FieldKind::Empty || kind == FieldKind::Gap)
         return SampleKind::Empty;
     SMoment moment;

@@ -112,6 +112,14 @@ FieldKind numberIn(const char *text, const char *end, DecimalSign sign, double &
     return FieldKind::Number;
 }
 
+FieldKind fieldKind(const char *text, const char *end, DecimalSign sign)
+{
+    if (text == end)
+        return FieldKind::Empty;
+    double value;
+    return isDecimal(text, end, sign) ? FieldKind::Number : wordIn(text, end, value);
+}
+
 char decimalSignOf(const char *text, const char *end)
 {
     const char *const sign = std::find_if(text, end, [](char c) { return c == '.' || c == ','; });

@@ -20,6 +20,9 @@ enum class FieldKind {
 /// outside. `value` becomes the number, NaN or an infinity; it's NaN if the field isn't a number.
 FieldKind numberIn(const char *text, const char *end, DecimalSign sign, double &value);
 
+/// The same without the value, which costs most.
+FieldKind fieldKind(const char *text, const char *end, DecimalSign sign);
+
 /// The decimal sign of a field that holds a number; 0 if it has none.
 char decimalSignOf(const char *text, const char *end);
 

@@ -67,7 +67,7 @@ bool TextReading::findLayout(Next &next)
         const bool isWhole = isAtEnd && (m_file.isStream() || !m_job.wakeup().follows());
         if (isFull || isAtEnd || (since.isValid() && since.elapsed() >= patience)) {
             SDetection detection;
-            if (detect(isWhole, detection))
+            if (detect(isWhole, wanted, detection))
                 return begin(std::move(*detection.layout));
             if (detection.isFinal || isWhole || wanted >= longest) {
                 m_job.fail(m_file, detection.obstacle);
@@ -77,7 +77,7 @@ bool TextReading::findLayout(Next &next)
             since.invalidate();
         }
         if (!isFull) {
-            const bool hasLine = m_feeder.wholeEnd() != m_feeder.begin();
+            const bool hasLine = m_feeder.wholeEnd(longest) != m_feeder.begin();
             if (hasLine && !since.isValid())
                 since.start();
             next = m_job.waitFor(m_file, got, hasLine ? patience : -1);
@@ -87,12 +87,12 @@ bool TextReading::findLayout(Next &next)
     }
 }
 
-/// Looks at what was read so far. False if it doesn't tell how the text is written.
-bool TextReading::detect(bool isWhole, SDetection &detection)
+/// Looks at the first `most` bytes, as far as they were read. False if they don't tell how the text is written.
+bool TextReading::detect(bool isWhole, qint64 most, SDetection &detection)
 {
     if (isWhole)
         m_feeder.endLastLine();
-    const char *const end = m_feeder.wholeEnd();
+    const char *const end = m_feeder.wholeEnd(most);
     const auto size = size_t(end - m_feeder.begin());
     if (size > 0 && std::memchr(m_feeder.begin(), '\0', size)) {
         detection = {

@@ -18,7 +18,7 @@ private:
     using Next = ReadingJob::Next;
 
     bool findLayout(Next &next);
-    bool detect(bool isWhole, SDetection &detection);
+    bool detect(bool isWhole, qint64 most, SDetection &detection);
     bool begin(STextLayout layout);
     QVariantMap layoutMap() const;
     Next readAll();
