@@ -25,6 +25,11 @@ PlotAxis::PlotAxis(bool log, QObject *parent) : QObject(parent), m_range(firstRa
 {
 }
 
+PlotAxis::~PlotAxis()
+{
+    emit aboutToGo(this);
+}
+
 bool PlotAxis::accepts(double end, const char *name)
 {
     if (canBeAnEnd(end, m_log))

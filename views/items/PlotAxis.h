@@ -45,6 +45,8 @@ class PlotAxis : public QObject
     Q_PROPERTY(bool logScale READ isLog WRITE setLog NOTIFY logScaleChanged)
 
 public:
+    ~PlotAxis() override;
+
     double min() const { return m_range.min; }
     void setMin(double min);
     void resetMin();
@@ -125,6 +127,9 @@ signals:
     void lookChanged();
     /// Which ends follow the data, or the limits, are others: whoever keeps the range looks again.
     void rulesChanged();
+    /// It's being destroyed, but can still be asked for everything: several views may have it, and what one of them
+    /// tells lets others look at it.
+    void aboutToGo(QObject *self);
 
 protected:
     explicit PlotAxis(bool log, QObject *parent);

@@ -18,6 +18,11 @@ PlotSeries::PlotSeries(QObject *parent) : QObject(parent), m_values(this), m_pla
     connect(&m_places, &SeriesSource::changed, this, &PlotSeries::lookAtPlaces);
 }
 
+PlotSeries::~PlotSeries()
+{
+    emit aboutToGo(this);
+}
+
 void PlotSeries::setName(const QString &name)
 {
     if (!change(m_name, name))

@@ -48,6 +48,8 @@ class PlotSeries : public QObject
     Q_PROPERTY(bool hoverable READ isHoverable WRITE setHoverable NOTIFY hoverableChanged)
 
 public:
+    ~PlotSeries() override;
+
     SeriesStore *store() const { return m_values.given(); }
     void setStore(SeriesStore *store);
     QVariant values() const { return m_values.values(); }
@@ -119,6 +121,9 @@ signals:
     void redrawNeeded();
     /// Values came or left; countChanged() comes with it. Whoever shows only a part asks whether it's in it.
     void dataChanged();
+    /// It's being destroyed, but can still be asked for everything: several views may have it, and what one of them
+    /// tells lets others look at it.
+    void aboutToGo(QObject *self);
 
 protected:
     explicit PlotSeries(QObject *parent = nullptr);

@@ -63,6 +63,12 @@ PlotTheme::PlotTheme(QObject *parent) : QObject(parent)
     qApp->installEventFilter(this);
 }
 
+PlotTheme::~PlotTheme()
+{
+    emit aboutToGo(this);
+    emit changed();
+}
+
 bool PlotTheme::eventFilter(QObject *watched, QEvent *event)
 {
     const bool isNews =

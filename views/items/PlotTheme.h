@@ -39,6 +39,7 @@ public:
     Q_ENUM(ColorScheme)
 
     explicit PlotTheme(QObject *parent = nullptr);
+    ~PlotTheme() override;
 
     ColorScheme colorScheme() const { return m_colorScheme; }
     void setColorScheme(ColorScheme colorScheme);
@@ -79,6 +80,8 @@ signals:
     void colorSchemeChanged();
     /// Any color, or the font, is another one.
     void changed();
+    /// It's being destroyed: views take another one, and tell of it with the changed() that follows.
+    void aboutToGo(QObject *self);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -4,6 +4,7 @@
 #include "common/Change.h"
 #include "views/items/FileJobs.h"
 #include "views/items/LeftOut.h"
+#include "views/items/OverviewStrip.h"
 #include "views/items/PlotEars.h"
 #include "views/items/PlotFrame.h"
 #include "views/items/PlotHands.h"
@@ -52,6 +53,14 @@ PlotView::PlotView(QQuickItem *parent)
 
 PlotView::~PlotView()
 {
+    // Its parts look at it, and hear of series and themes that change while the other children go.
+    delete m_overlay;
+    delete m_overview;
+    m_overview = nullptr;
+    delete m_marks;
+    delete m_hands;
+    qDeleteAll(m_pictures);
+    delete m_frame;
     for (PlotSeries *series : qAsConst(m_series))
         disconnect(series, nullptr, this, nullptr);
     disconnect(m_axisX, nullptr, this, nullptr);
@@ -80,25 +89,30 @@ bool PlotView::exchangeAxis(PlotAxis *&stored, PlotAxis *axis, PlotAxis *own)
     PlotAxis *const next = axis ? axis : own;
     if (stored == next)
         return false;
-    if (stored)
+    const PlotAxis *const other = &stored == &m_axisX ? m_axisY : m_axisX;
+    if (stored && stored != other) // one axis may be both
         disconnect(stored, nullptr, this, nullptr);
     stored = next;
-    connect(next, &PlotAxis::rangeChanged, this, &PlotView::rangesChanged);
-    connect(next, &QObject::destroyed, this, &PlotView::forgetAxis);
+    connect(next, &PlotAxis::rangeChanged, this, &PlotView::rangesChanged, Qt::UniqueConnection);
+    connect(next, &PlotAxis::aboutToGo, this, &PlotView::forgetAxis, Qt::UniqueConnection);
     return true;
 }
 
 void PlotView::forgetAxis(QObject *axis)
 {
-    // Only the address is left of it, so it's replaced without being asked for anything.
-    if (m_axisX == axis) {
-        m_axisX = nullptr;
-        setAxisX(nullptr);
-    }
-    if (m_axisY == axis) {
-        m_axisY = nullptr;
-        setAxisY(nullptr);
-    }
+    // Both are replaced before anybody hears of it.
+    const bool isX = m_axisX == axis;
+    const bool isY = m_axisY == axis;
+    if (isX)
+        exchangeAxis(m_axisX, nullptr, m_ownAxisX);
+    if (isY)
+        exchangeAxis(m_axisY, nullptr, m_ownAxisY);
+    if (isX)
+        emit axisXChanged();
+    if (isY)
+        emit axisYChanged();
+    if (isX || isY)
+        emit rangesChanged();
 }
 
 void PlotView::setTheme(PlotTheme *theme)
@@ -115,13 +129,12 @@ void PlotView::takeTheme(PlotTheme *theme)
 {
     m_theme = theme;
     connect(theme, &PlotTheme::changed, this, &PlotView::themeChanged);
-    connect(theme, &QObject::destroyed, this, &PlotView::forgetTheme);
+    connect(theme, &PlotTheme::aboutToGo, this, &PlotView::forgetTheme);
 }
 
 void PlotView::forgetTheme()
 {
-    takeTheme(m_ownTheme);
-    emit themeChanged();
+    takeTheme(m_ownTheme); // and then the other one tells of a change, when no view has it any more
 }
 
 /// Series take the theme's colors in the order in which they lie over each other.
@@ -144,7 +157,7 @@ void PlotView::addSeries(PlotSeries *series)
         return;
     m_series.append(series);
     m_pictures.append(new SeriesItem(*this, *series, m_seriesLayer));
-    connect(series, &QObject::destroyed, this, &PlotView::forgetSeries);
+    connect(series, &PlotSeries::aboutToGo, this, &PlotView::forgetSeries);
     emit seriesListChanged();
 }
 

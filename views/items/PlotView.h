@@ -232,6 +232,7 @@ private:
     bool m_readoutVisible = true;
     bool m_focusIsByKeys = false;
     QQuickItem *m_seriesLayer;
+    QQuickItem *m_overlay = nullptr;
     QRectF m_plotArea;
     QMarginsF m_margins;
     std::unique_ptr<PlotZoom> m_zoom;

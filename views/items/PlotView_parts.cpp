@@ -41,14 +41,13 @@ void PlotView::makeOverlay()
                                  {QStringLiteral("marks"), QVariant::fromValue<QObject *>(m_marks)},
                                  {QStringLiteral("leftOut"), QVariant::fromValue<QObject *>(m_leftOut.get())},
                                  {QStringLiteral("ears"), QVariant::fromValue<QObject *>(m_ears.get())}};
-    auto *const overlay =
-        qobject_cast<QQuickItem *>(component.createWithInitialProperties(properties, qmlContext(this)));
-    if (!overlay) {
+    m_overlay = qobject_cast<QQuickItem *>(component.createWithInitialProperties(properties, qmlContext(this)));
+    if (!m_overlay) {
         qmlWarning(this, component.errors()) << "the legend and the read-out can't be made";
         return;
     }
-    overlay->setParent(this);
-    overlay->setParentItem(this);
+    m_overlay->setParent(this);
+    m_overlay->setParentItem(this);
 }
 
 void PlotView::setLegendVisible(bool legendVisible)

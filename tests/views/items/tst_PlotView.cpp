@@ -2,7 +2,11 @@
 #include "views/items/BarSeries.h"
 #include "views/items/LineSeries.h"
 #include "views/items/LogValueAxis.h"
+#include "views/items/OverviewStrip.h"
+#include "views/items/PlotCursor.h"
+#include "views/items/PlotTheme.h"
 #include "views/items/PlotView.h"
+#include "views/items/ValueAxis.h"
 
 #include <QtTest>
 
@@ -19,6 +23,9 @@ private slots:
     void letsGoOfItsSeriesWhenDestroyed();
     void takesItemsAsChildrenAndTellsOfThem();
     void fallsBackToItsOwnAxis();
+    void takesOneAxisForBoth();
+    void letsGoOfSharedPartsAtOnce();
+    void partsDoNotOutliveIt();
     void tellsOfRanges();
     void laysThePlotAreaInsideTheMargins();
     void neverMakesThePlotAreaNegative();
@@ -116,6 +123,75 @@ void tst_PlotView::fallsBackToItsOwnAxis()
     view.setAxisY(nullptr);
     QCOMPARE(view.axisY(), own);
     QCOMPARE(spy.size(), 2);
+}
+
+void tst_PlotView::takesOneAxisForBoth()
+{
+    PlotView view;
+    PlotAxis *const own = view.axisY();
+    auto both = std::make_unique<ValueAxis>();
+    view.setAxisX(both.get());
+    view.setAxisY(both.get());
+    view.setAxisX(nullptr); // and y still hears of it
+    QSignalSpy spy(&view, &PlotView::rangesChanged);
+    both->setRange(3.0, 4.0);
+    QCOMPARE(spy.size(), 1);
+    view.setAxisX(both.get());
+    connect(&view, &PlotView::axisXChanged, &view, [&] { QVERIFY(view.axisY() == own); });
+    both.reset();
+    QCOMPARE(view.axisY(), own);
+}
+
+/// What one view tells when a series goes lets the others look at it.
+void tst_PlotView::letsGoOfSharedPartsAtOnce()
+{
+    PlotView first;
+    PlotView second;
+    PlotCursor cursor;
+    emit first.elementAdded(&cursor);
+    emit second.elementAdded(&cursor);
+    BarSeries staying;
+    auto going = std::make_unique<LineSeries>();
+    auto theme = std::make_unique<PlotTheme>();
+    going->setValues(QVariant::fromValue(QVector<double>{1.0, 2.0}));
+    for (PlotView *view : {&first, &second}) {
+        view->addSeries(going.get());
+        view->addSeries(&staying);
+        view->setTheme(theme.get());
+    }
+    QCOMPARE(cursor.values().size(), 2);
+    going.reset(); // the other one gets another color, which is told to all
+    QCOMPARE(first.series().size(), 1);
+    QCOMPARE(second.series().size(), 1);
+    QCOMPARE(cursor.values().size(), 1);
+    connect(&first, &PlotView::themeChanged, &first, [&] { QVERIFY(second.theme() != theme.get()); });
+    QSignalSpy spy(&second, &PlotView::themeChanged);
+    theme.reset();
+    QVERIFY(!spy.isEmpty());
+}
+
+/// The overview has the theme of its view, which goes with the view: series change their colors then.
+void tst_PlotView::partsDoNotOutliveIt()
+{
+    PlotView other;
+    OverviewStrip strip;
+    BarSeries bars;
+    LineSeries line;
+    PlotCursor cursor;
+    {
+        PlotView view;
+        emit view.elementAdded(&cursor);
+        for (PlotView *each : {&other, &view}) {
+            each->addSeries(each == &view ? static_cast<PlotSeries *>(&bars) : &line);
+            each->addSeries(each == &view ? static_cast<PlotSeries *>(&line) : &bars);
+        }
+        view.theme()->setSeriesColors({Qt::red, Qt::green});
+        other.setTheme(view.theme());
+        view.setOverviewVisible(true);
+        strip.setView(&view);
+    }
+    QCOMPARE(other.series().size(), 2);
+    QVERIFY(bars.color() != QColor(Qt::red));
 }
 
 void tst_PlotView::tellsOfRanges()
