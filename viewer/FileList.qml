@@ -11,7 +11,7 @@ Item {
     property var all: []
     property var closed: []
     /// The files that were opened last.
-    property var recent: desktop.remembered("recent", [])
+    property var recent: desktop.remembered("recent") || []
     readonly property var first: all.length > 0 ? all[0] : ({})
     readonly property bool reading: all.some(file => file.busy)
     readonly property bool hasNumbers: all.some(file => file.hasNumbers)

@@ -449,6 +449,9 @@ void tst_viewerscene::guessesAreChangedInThePanel()
     QTRY_COMPARE(files()[0]->property("store").value<QObject *>()->property("maximum").toDouble(), 9.5);
     type(column, "");
     QTRY_VERIFY(!reader->property("column").isValid());
+    click(reading(QStringLiteral("9,5"))); // a number in the second column
+    QTRY_COMPARE(reader->property("column").toString(), QStringLiteral("2"));
+    QTRY_COMPARE(m_plot->property("axisY").value<QObject *>()->property("titleText").toString(), QStringLiteral("U"));
     auto *step = itemNamed(m_window->contentItem(), QStringLiteral("step"));
     QVERIFY(step);
     type(step, "0.5");

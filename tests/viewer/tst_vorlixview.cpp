@@ -126,6 +126,7 @@ private slots:
     void oneBadFileOfTwoIsSaid();
     void valuesBeyondMeasureGiveAPicture();
     void aWindowStaysOpen();
+    void quittingDoesNotWaitForTheReader();
 
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
@@ -729,6 +730,29 @@ void tst_vorlixview::aWindowStaysOpen()
     process.terminate();
     QVERIFY(process.waitForFinished(20000));
     QCOMPARE(QString::fromUtf8(process.readAllStandardError()), QString());
+}
+
+/// Standard input never ends here.
+void tst_vorlixview::quittingDoesNotWaitForTheReader()
+{
+    const QString plugins = QStringLiteral(PLUGINS);
+    if (!QFileInfo::exists(plugins))
+        QSKIP("there is no plugin that closes the window");
+    QProcessEnvironment variables = environment();
+    variables.insert(QStringLiteral("QT_PLUGIN_PATH"), plugins);
+    variables.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("vorlixsnapshot"));
+    variables.insert(QStringLiteral("SNAPSHOT_DO"), QStringLiteral("close()"));
+    variables.insert(QStringLiteral("SNAPSHOT_UNTIL"), QStringLiteral("reading && hasNumbers"));
+    for (const QString &loop : {QStringLiteral("threaded"), QStringLiteral("basic")}) {
+        variables.insert(QStringLiteral("QSG_RENDER_LOOP"), loop);
+        QProcess process;
+        process.setProcessEnvironment(variables);
+        process.start(QStringLiteral(VIEWER), {QStringLiteral("-")});
+        process.write("1\n2\n3\n");
+        QVERIFY(process.waitForFinished(20000));
+        QCOMPARE(QString::fromUtf8(process.readAllStandardError()), QString());
+        QCOMPARE(process.exitCode(), 0);
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_vorlixview)
