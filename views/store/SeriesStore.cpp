@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/store/SeriesStore.h"
 
-#include "common/Compare.h"
+#include "common/Change.h"
 #include "views/store/NumberList.h"
 #include "views/store/StoreState.h"
 
@@ -171,10 +171,8 @@ void SeriesStore::setMaximumCount(qreal count)
 
 void SeriesStore::setStartTime(qreal seconds)
 {
-    if (fuzzyEqual(m_startTime, seconds))
-        return;
-    m_startTime = seconds;
-    emit startTimeChanged();
+    if (changeExactly(m_startTime, seconds))
+        emit startTimeChanged();
 }
 
 bool SeriesStore::appendValues(SampleType type, const void *values, qint64 count)

@@ -346,6 +346,9 @@ void tst_SeriesStore::everyPropertyTellsOfItsChanges()
     m_store->setStartTime(1.6e9);
     m_store->setStartTime(1.6e9);
     QCOMPARE(times.count(), 1);
+    m_store->setStartTime(1.6e9 + 0.001); // a millisecond is another moment
+    QCOMPARE(m_store->startTime(), 1.6e9 + 0.001);
+    QCOMPARE(times.size(), 2);
 }
 
 void tst_SeriesStore::aForeignThreadAppends()
