@@ -26,7 +26,8 @@ Column {
             return file.problem;
 
         const share = reader.progress > 0 ? Math.floor(100 * reader.progress) + " %, " : "";
-        if (file.busy)
+        const hasNoEnd = reader.follow || file.path === "-";
+        if (file.busy && !hasNoEnd)
             return "Reading " + file.name + ": " + share + speed(reader.bytesPerSecond) + ", Esc cancels";
 
         return file.name + ": " + reader.detected;
