@@ -3,10 +3,15 @@
 
 #include "views/items/PlotAxis.h"
 #include "views/items/PlotFrame.h"
+#include "views/items/PlotKeys.h"
 #include "views/items/PlotTheme.h"
 #include "views/items/PlotView.h"
 #include "views/items/PlotZoom.h"
 #include "views/items/RectsNode.h"
+
+#include <QKeyEvent>
+#include <QQmlComponent>
+#include <QQmlEngine>
 
 #include <algorithm>
 
@@ -31,7 +36,8 @@ protected:
             rects = new FramedRectsNode(*window());
         const PlotView *const view = m_strip.view();
         rects->fills.show(m_strip.dimmed(), m_strip.dimColor());
-        rects->lines.show(view ? frameOf(m_strip.shownPart(), 1.0) : QVector<QRectF>(),
+        const double line = m_strip.hasActiveFocus() ? 2.0 : 1.0;
+        rects->lines.show(view ? frameOf(m_strip.shownPart(), line) : QVector<QRectF>(),
                           view ? view->theme()->accentColor() : QColor(Qt::transparent));
         return rects;
     }
@@ -48,6 +54,8 @@ OverviewStrip::OverviewStrip(QQuickItem *parent)
       m_veil(new Veil(*this))
 {
     setAcceptedMouseButtons(Qt::LeftButton);
+    setActiveFocusOnTab(true);
+    connect(this, &QQuickItem::activeFocusChanged, m_veil, &QQuickItem::update);
     setImplicitHeight(48.0);
     m_small->setInteractive(false);
     m_small->setActiveFocusOnTab(false);
@@ -84,8 +92,26 @@ void OverviewStrip::setView(PlotView *view)
     emit viewChanged();
 }
 
+void OverviewStrip::makeEars()
+{
+    QQmlEngine *const engine = m_ears || !m_view ? nullptr : qmlEngine(m_view);
+    if (!engine)
+        return;
+    QQmlComponent component(engine, QUrl(QStringLiteral("qrc:/VorlixPlugin/Views/OverviewEars.qml")));
+    m_ears = component.createWithInitialProperties({{QStringLiteral("strip"), QVariant::fromValue<QObject *>(this)}},
+                                                   qmlContext(m_view));
+    if (m_ears)
+        m_ears->setParent(this);
+}
+
+void OverviewStrip::keyPressEvent(QKeyEvent *event)
+{
+    event->setAccepted(m_view && m_view->isInteractive() && pressKey(*m_view, *event));
+}
+
 void OverviewStrip::watch()
 {
+    makeEars();
     if (m_view) {
         connect(m_view, &PlotView::seriesListChanged, this, &OverviewStrip::takeSeries);
         connect(m_view, &PlotView::rangesChanged, m_veil, &QQuickItem::update);

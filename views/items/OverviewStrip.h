@@ -9,8 +9,8 @@
 class PlotView;
 
 /// The whole of a view's series in small, and the part that the view shows: to be moved by a drag, stretched at its
-/// edges, put somewhere by a click, zoomed by the wheel. Declared by itself, or shown in a view by `overviewVisible`.
-/// GUI thread.
+/// edges, put somewhere by a click, zoomed by the wheel; with the focus, it takes the keys that the view takes.
+/// Declared by itself, or shown in a view by `overviewVisible`. GUI thread.
 class OverviewStrip : public QQuickItem
 {
     Q_OBJECT
@@ -41,6 +41,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseUngrabEvent() override;
     void wheelEvent(QWheelEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     enum class Hold { None, From, To, All };
@@ -49,10 +50,12 @@ private:
     void watch();
     void letGo();
     void drag(double x);
+    void makeEars();
 
     QPointer<PlotView> m_view;
     PlotView *m_small; ///< shows all, and takes no events
     QQuickItem *m_veil;
+    QObject *m_ears = nullptr; ///< for screen readers; none where there's no QML
     Hold m_hold = Hold::None;
     double m_grip = 0.0; ///< pixels from the hand to the held edge, or to the left one
     int m_gesture = 0;

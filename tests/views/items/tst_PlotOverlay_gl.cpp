@@ -79,6 +79,7 @@ private slots:
     void theStateOfFollowingIsSeen();
     void theOverviewShowsAllAndMoves();
     void theOverviewStretches();
+    void theOverviewIsMovedByKeys();
     void notInteractiveNothingToggles();
     void aScreenReaderFindsTheView();
     void aScreenReaderHearsTheCursor();
@@ -475,6 +476,26 @@ void tst_PlotOverlay_gl::theOverviewStretches()
                       false);
     QCoreApplication::sendEvent(&m_scene->window(), &event);
     QVERIFY(std::abs(x().max - x().min - 80.0) < 1e-6);
+}
+
+void tst_PlotOverlay_gl::theOverviewIsMovedByKeys()
+{
+    m_view->setOverviewVisible(true);
+    OverviewStrip &strip = *m_view->overview();
+    QVERIFY(strip.activeFocusOnTab());
+    strip.forceActiveFocus(Qt::TabFocusReason);
+    m_view->zoomTo(20.0, 40.0);
+    QTest::keyClick(&m_scene->window(), Qt::Key_Right);
+    QVERIFY(x().min > 20.0 && qFuzzyCompare(x().max - x().min, 20.0));
+    QTest::keyClick(&m_scene->window(), Qt::Key_Home);
+    QCOMPARE(x().min, 0.0);
+    QAccessibleInterface *const heard = QAccessible::queryAccessibleInterface(&strip);
+    QVERIFY(heard);
+    QCOMPARE(heard->text(QAccessible::Name), QStringLiteral("Overview"));
+    QCOMPARE(heard->text(QAccessible::Description), m_view->ears()->sentence());
+    m_view->setInteractive(false);
+    QTest::keyClick(&m_scene->window(), Qt::Key_End);
+    QCOMPARE(x().min, 0.0);
 }
 
 void tst_PlotOverlay_gl::notInteractiveNothingToggles()
