@@ -100,10 +100,10 @@ signals:
 protected:
     using Signal = void (IChartArea::*)();
 
-    /// Takes the item out of everybody's reach, the render thread's too. First statement of every derived destructor.
+    /// From now on no other object and no render thread reaches the item. First statement of every derived destructor.
     void withdraw();
-    /// Emits `changed`: at once, or, while the plotters are synchronised, from the GUI thread's event loop. The scene
-    /// graph is at work on the item then, and a handler may do away with the item, its window or its plotters.
+    /// Emits `changed` at once or, while the plotters are synchronised, later from the GUI thread's event loop: the
+    /// scene graph is working on the item then, and a handler may destroy the item, its window or its plotters.
     void announce(Signal changed);
     /// The formula of mapPointToChart() against `rect`.
     QPointF mapPoint(const QPointF &point, const QRectF &rect) const;

@@ -9,7 +9,8 @@
 // Equality as the setters of this module understand it. Thread-safe, like everything in this folder.
 
 /// Equal when |a - b| * 1e12 <= min(|a|, |b|), so an exact zero equals only a zero.
-/// Bit-identical values are equal too: the same infinity or the same NaN is no change. Opposite infinities differ.
+/// Bit-identical values are equal too: the same infinity or the same NaN doesn't count as a change. Opposite infinities
+/// differ.
 inline bool fuzzyEqual(double a, double b)
 {
     if (std::memcmp(&a, &b, sizeof a) == 0)

@@ -23,8 +23,8 @@ int processors()
 
 /// Threads that wait for calls, as many as there are processors, until the process ends. One that waits is at work
 /// within a tenth of a millisecond; a new one was seen to stand behind the thread that had started it, with a processor
-/// idle, for up to 5 ms. A QThreadPool would do, but nobody can ask the thread sanitizer about it: Qt's locks are made
-/// by means that it does not see.
+/// idle, for up to 5 ms. A QThreadPool would do, but the thread sanitizer can't check it: it doesn't see how Qt's
+/// locks are made.
 class Crew
 {
 public:
@@ -115,7 +115,7 @@ public:
             m_empty.notify_one();
     }
 
-    /// Lets nobody in any more and waits until all have left.
+    /// Lets no more threads in and waits until all have left.
     void close()
     {
         std::unique_lock lock(m_mutex);

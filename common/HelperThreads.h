@@ -9,8 +9,8 @@
 /// Threads that do the same work as the one that called them, each by a call of its own. On destruction the work is
 /// closed and whoever is in it waited for, so nothing of it outlasts this.
 ///
-/// There may be fewer than were asked for, or none, and they may come when everything is done: the calling thread has
-/// to be able to do all of the work.
+/// There may be fewer than were asked for, or none, and they may come when everything is done: the calling thread must
+/// be able to do all of the work.
 class HelperThreads
 {
 public:

@@ -10,7 +10,7 @@
 /// Work in numbered parts: every thread that takes part takes the next one until none is left. They are better many and
 /// small: a thread that comes late, or has to share its processor, then takes fewer of them.
 ///
-/// What nobody has begun when this is destroyed is not done; what somebody has begun is waited for.
+/// The destructor waits for the parts that a thread has begun, and leaves out the others.
 class ParallelParts
 {
 public:

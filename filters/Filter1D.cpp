@@ -155,7 +155,7 @@ void Filter1D::setArea(const QRectF &area)
 
 void Filter1D::spreadArea(const QRectF &spread)
 {
-    // As in publish(): whatever handlers do, nobody gets an area that is older than the one it has.
+    // As in publish(): whatever handlers do, a receiver never gets an area that is older than its own.
     const QPointer<Filter1D> alive(this);
     const uint spreading = ++m_spreading;
     const auto isCurrent = [&] { return alive && m_spreading == spreading; };

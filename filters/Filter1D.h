@@ -12,11 +12,11 @@
 #include <QVector>
 
 /// A data node: holds a series and the rectangle over which it is spread, and passes both to its child nodes and
-/// plotters. As it stands it passes on what it is given; subclasses transform it in _filter_func().
+/// plotters. This class passes on what it gets; subclasses transform it in _filter_func().
 ///
 /// Sample i of n lies at x = area.left + i * w and occupies [x, x + w), w = area.width / n. All on the GUI thread and
-/// synchronous: setData() returns when the whole subtree has been fed. A node owns neither children nor plotters; one
-/// that is destroyed is forgotten. The tree should have no cycle; one is cut off with a warning.
+/// synchronous: setData() returns when the whole subtree has been fed. A node owns neither children nor plotters, and
+/// forgets those that are destroyed. A tree with a cycle is cut off with a warning.
 class VORLIX_EXPORT Filter1D : public QObject
 {
     Q_OBJECT
@@ -48,7 +48,7 @@ public:
     /// The sample nearest to x, or -1. Deliberate: rounds, so the right half of a bin belongs to the next sample; and
     /// an area that does not contain (x, 0), such as one of height 0, has no samples.
     virtual int index_at(double x) const;
-    /// The bar of sample index_at(point.x) standing on 0; null for none.
+    /// The bar of sample index_at(point.x), which stands on 0; null if there is no such sample.
     virtual const QRectF area_at(const QPointF &point) const;
 
     // linking
@@ -88,7 +88,7 @@ protected:
     const QVector<double> &originalData() const;
     /// The number of (width, value) pairs of the node's own series.
     int size2D() const;
-    /// Takes the node out of everybody's reach. First statement of every derived destructor.
+    /// From now on no other object reaches the node. First statement of every derived destructor.
     void withdraw();
 
     QRectF m_area;

@@ -34,7 +34,8 @@ public:
     /// Goes on with this bucket; those before it are another's.
     void skipTo(int bucket) { m_size = bucket; }
 
-    /// Writes the buckets that lie within the first `available` values of the source; false if there is no further one.
+    /// Writes the buckets that lie within the first `available` values of the source; false if it
+    /// wrote none.
     bool advance(int available)
     {
         const int before = m_size;

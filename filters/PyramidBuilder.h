@@ -8,11 +8,11 @@
 
 class ParallelParts;
 
-/// Builds a pyramid as buildPyramid() does, but of a long series only what is asked for: the coarse levels, which take
-/// no more than a look at the series, or the fine ones; these otherwise later, in the background, or never if the next
-/// series comes before. Who watches a stream pays for what can be seen.
+/// Builds a pyramid as buildPyramid() does, but of a long series only the levels that are asked for. The coarse ones
+/// take a single look at the series. The fine ones are built when asked for, or later in the background, or never if
+/// the next series comes first: a stream costs only what can be seen.
 ///
-/// For one thread. While levels are unfinished nobody else changes the vectors or reads a level that is not ready.
+/// For one thread. While levels are unfinished, the owner leaves the vectors as they are and reads only ready levels.
 class PyramidBuilder
 {
 public:
@@ -20,7 +20,7 @@ public:
     explicit PyramidBuilder(QVector<QVector<double>> &levels);
     ~PyramidBuilder();
 
-    /// Begins with a new series in levels[0]. Before it is put there, giveUp() has to be called. Of a series of less
+    /// Begins with a new series in levels[0]. Call giveUp() before you put it there. Of a series of less
     /// than `longSeries` values all levels are ready on return.
     void begin(double factor, int longSeries = 1 << 20);
     /// Leaves unfinished levels as they are.

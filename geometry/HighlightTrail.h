@@ -5,7 +5,7 @@
 #include <QTime>
 #include <QVector>
 
-/// A highlighted rectangle in data coordinates; null for none.
+/// A highlighted rectangle in data coordinates; null if there is none.
 struct SHighlight
 {
     QRectF rect;

@@ -5,7 +5,7 @@
 
 #include <qopengl.h>
 
-// How the corners of each plotter's elements lie in a stream. See geometry/Vertices.h for who writes them.
+// How the corners of each plotter's elements lie in a stream. geometry/Vertices.h writes them.
 
 inline SElementLayout barLayout()
 {

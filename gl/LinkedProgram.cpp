@@ -37,7 +37,7 @@ bool attachStage(QOpenGLFunctions &gl, GLuint program, QOpenGLShader::ShaderType
     return compiled != 0;
 }
 
-/// Whether the sources link, said by nobody.
+/// Whether the sources link; logs nothing.
 bool linksSilently(const LinkedProgram::Sources &sources)
 {
     QOpenGLFunctions &gl = *QOpenGLContext::currentContext()->functions();

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 
-# Appends to `result` the headers of ours that `header` includes, directly or not, and `header` itself.
+# Appends to `result` the headers of this tree that `header` includes, directly or not, and `header` itself.
 function(vorlix_collect_headers result header)
   set(collected ${${result}})
   if(header IN_LIST collected)

@@ -176,7 +176,7 @@ void BarDecorator::fade()
     }
     if (!m_settling.isValid())
         return;
-    // Requests that come too soon are dropped, and nobody else would ask for the frame without the faded rest.
+    // Requests that come too soon are dropped, and nothing else would ask for the frame without the faded rest.
     const bool isAccepted = chartArea() && m_settling.elapsed() >= qint64(chartArea()->updateIntervalMs());
     if (!m_trail.isFading() && (isAccepted || !chartArea()))
         m_settling.invalidate();

@@ -11,9 +11,9 @@ struct HResBars;
 
 /// Bars of individual widths that follow each other without gaps, exact far from the origin.
 ///
-/// The series holds pairs (width, value); a last number without partner is no bar. The bars begin at plotterArea.left;
-/// width and height of plotterArea belong to the data, only its position can be set. xOffset is not used. More than
-/// maximumNumbers numbers are not drawn.
+/// The series holds pairs (width, value) and ignores a last number without a partner. The bars begin at
+/// plotterArea.left. Only the position of plotterArea can be set: its width and height belong to the data. xOffset is
+/// not used. A series of more than maximumNumbers numbers is not drawn.
 class VORLIX_EXPORT BarPlotterDx : public IPlotter1D
 {
     Q_OBJECT

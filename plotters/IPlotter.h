@@ -79,7 +79,7 @@ public:
     bool showLegend() const { return m_showLegend; }
     void setShowLegend(bool showLegend);
     IChartArea *chartArea() const { return m_chartArea.get(); }
-    /// Leaves the old area and joins the new one. The same area again is no change, even after removePlotter().
+    /// Leaves the old area and joins the new one. Setting the same area again does nothing, even after removePlotter().
     void setChartArea(IChartArea *chartArea);
     double xOffset() const { return m_xOffset; }
     void setXOffset(double xOffset);
@@ -93,7 +93,7 @@ public:
     /// The largest value inside `area` (data coordinates), at least 0.0.
     virtual double max_in(const QRectF &area) const;
     virtual double query_in(const QRectF &area) const;
-    /// The rectangle of the element under `point` (data coordinates), null for none.
+    /// The rectangle of the element under `point` (data coordinates); null if there is none.
     virtual const QRectF area_at(const QPointF &point) const;
     virtual void setPlotterArea(const QRectF &area);
     /// The element under `point` (data coordinates).
@@ -149,7 +149,7 @@ protected:
     void emitAndRequestUpdate(Signal changed);
     /// Stores the area as the setter does.
     void storePlotterArea(const QRectF &area);
-    /// Whether setting `data` would be no change.
+    /// Whether setting `data` would change nothing.
     bool isSameData(const QVector<double> &data) const;
     /// What the frame being drawn may read. Render thread.
     const SPlotterFrame &frame() const { return m_frame; }

@@ -41,5 +41,5 @@ protected:
 private:
     const BlockMaxima &maxima() const;
 
-    mutable std::shared_ptr<const BlockMaxima> m_maxima; ///< of the series, or of one that is no longer there
+    mutable std::shared_ptr<const BlockMaxima> m_maxima; ///< of the series, or of an earlier one
 };

@@ -14,7 +14,7 @@
 
 namespace {
 
-/// A buffer is no longer created once its context is gone, also when another one has the same address.
+/// A buffer goes with its context, even if another context gets the same address.
 bool allCreated(const QVector<QOpenGLBuffer> &buffers)
 {
     return std::all_of(buffers.cbegin(), buffers.cend(),

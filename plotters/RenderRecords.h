@@ -32,7 +32,7 @@ struct SAttributeDefinition
     int offset = 0;          ///< bytes
     int tupleSize = 1;       ///< components per vertex
     int stride = 0;          ///< bytes
-    QMutex *mutex = nullptr; ///< held while the bytes are fetched and uploaded; null for no lock
+    QMutex *mutex = nullptr; ///< held while the bytes are fetched and uploaded; null: without a lock
 };
 
 /// The bytes of one attribute; valid until the plotter rebuilds them.
@@ -53,7 +53,7 @@ struct SRenderLayerDefinition
     QString programName;     ///< key into the shader-program registry; an unknown name skips the layer
     uint mode = 0;           ///< OpenGL primitive and one of the two draw bits above; 0 skips the layer
     QVector<int> attributes; ///< numbers of the attributes to bind
-    int indexBuffer = -1;    ///< number of the attribute that holds the indices, -1 for none
+    int indexBuffer = -1;    ///< number of the attribute that holds the indices; -1 without one
     /// Draws in place of what mode, first and count say; program, uniforms and width are set, and no attribute is
     /// bound. Render thread.
     std::function<void(QOpenGLShaderProgram &, QOpenGLFunctions &)> draw;

@@ -34,7 +34,7 @@ public:
     bool hasPrograms() const;
     /// Compiles every definition for the current context and logs those that do not link.
     void compileAllPrograms();
-    /// The current context's program of that name, null for none. Lives as long as the context.
+    /// The current context's program of that name, or null. Lives as long as the context.
     QOpenGLShaderProgram *program(const QString &name) const;
 
 private:

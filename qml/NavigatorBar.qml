@@ -287,7 +287,7 @@ Item {
     }
 
     /// A chart area starts with the first unit of its data. This makes it show all of it, once: when it gets another
-    /// rectangle than the one it starts with, and nobody has chosen a zoom before.
+    /// rectangle than the one it starts with, and the user hasn't chosen a zoom before.
     component FirstFit: QtObject {
         property bool isPending: true
 

@@ -7,7 +7,7 @@
 #include <cfloat>
 #include <charconv>
 
-// How numbers are read whose value is beyond doubt, whoever reads them.
+// Reads the numbers on whose value all readers agree.
 
 /// Bytes that takeDecimal() may look at from the end of its text on.
 constexpr int decimalMargin = 8;

@@ -96,7 +96,7 @@ private:
             return nullptr;
         }
         if (!m_values.hasRoomFor(block.lines)) {
-            const std::unique_lock<std::shared_mutex> move(m_place); // when nobody writes values any more
+            const std::unique_lock<std::shared_mutex> move(m_place); // when no thread writes values any more
             m_values.makeRoomFor(block.lines, m_blocks.taken());
         }
         return m_values.append(block.lines);

@@ -21,7 +21,7 @@ struct SReadingParts
     int threads = 0;         ///< the most that take part, with the calling one; 0: as many as there are processors for
 };
 
-/// Reads one value per line, in order. A line that is no number yields 0.0; a last line without a line end counts.
+/// Reads one value per line, in order. A line that isn't a number yields 0.0; a last line without a line end counts.
 ///
 /// The values are, bit by bit and for any bytes, those that reading the device in text mode with readLine(),
 /// QString::fromUtf8() and QString::toDouble() gives. Lines that hold just a number take a shorter way.

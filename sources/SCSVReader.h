@@ -5,7 +5,7 @@
 
 /// Loads a series from a text file with one number per line, inside the write of `file`, and publishes it.
 ///
-/// A line that is no number yields 0.0; nothing is skipped. The area becomes (0, 0, count * binWidth, 0). A file that
+/// A line that isn't a number yields 0.0; nothing is skipped. The area becomes (0, 0, count * binWidth, 0). A file that
 /// cannot be opened changes nothing but `file`, silently; so does a path to anything but a file, such as a directory, a
 /// pipe or a device (the null device is an empty file). One that cannot be read to its end (a read error, more than
 /// longestSeries lines) changes nothing but `file` either, with a warning.

@@ -21,7 +21,7 @@ public:
 
     /// An empty string for what may be tried to read: a file, a pipe or a device, or "-"; else why not.
     Q_INVOKABLE static QString whyUnreadable(const QString &path);
-    /// The paths of local files; of others, the URL, which is no path of a file.
+    /// The paths of local files, and the URLs of others.
     Q_INVOKABLE static QStringList pathsOf(const QList<QUrl> &urls);
     /// The beginning of a regular file as lines of text; none of others.
     Q_INVOKABLE static QStringList firstLines(const QString &path, int count);

@@ -38,7 +38,7 @@ Rectangle {
         return value === undefined || value === 0 || value === 1 && field.property === "smoothDepth" ? "" : String(value);
     }
 
-    /// Takes what was typed; what is no value leaves things as they are.
+    /// Takes what was typed; what isn't a value leaves things as they are.
     function change(field, text) {
         const isNumber = ["skipLines", "start", "step", "smoothDepth"].includes(field.property);
         const isGood = isFinite(Number(text)) && (field.property === "start" || Number(text) >= 0);

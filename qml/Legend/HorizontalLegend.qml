@@ -7,7 +7,7 @@ Rectangle {
     id: root
 
     property var plotterList: []
-    /// Whose colour the dialog changes; -1 for none.
+    /// Whose colour the dialog changes; -1 until a dot is clicked.
     property int currColorSelected: -1
     property color nameColor: Material.color(Material.Grey, Material.Shade700)
     /// Of what stands for a hidden plotter.

@@ -81,7 +81,7 @@ Item {
         property Item legend
         property QtObject chosen: null
 
-        /// A plotter of the list, null for none: what is left of a destroyed one would pass for an object.
+        /// A plotter of the list, or null: what is left of a destroyed one would pass for an object.
         function lookUp(index) {
             chosen = (legend.plotterList || [])[index] || null;
             return chosen;

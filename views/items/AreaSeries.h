@@ -10,7 +10,7 @@ class AreaSeries : public PlotSeries
     /// The color of the border, the area's own until one is set.
     Q_PROPERTY(
         QColor borderColor READ borderColor WRITE setBorderColor RESET resetBorderColor NOTIFY borderColorChanged)
-    /// In item pixels; 0, the default, is no border.
+    /// In item pixels; 0, the default, draws no border.
     Q_PROPERTY(double borderWidth READ borderWidth WRITE setBorderWidth NOTIFY borderWidthChanged)
     /// Where the area stands. On a log scale it stands on half the smallest positive value instead.
     Q_PROPERTY(double baseline READ baseline WRITE setBaseline NOTIFY baselineChanged)

@@ -5,7 +5,7 @@
 
 #include <limits>
 
-/// Finds the places that are no places: those that aren't finite, and those left of one that came before. Each place is
+/// Finds the places that don't count: those that aren't finite, and those left of one that came before. Each place is
 /// looked at once, in portions, so that a frame is never late. GUI thread.
 class PlaceOrder
 {

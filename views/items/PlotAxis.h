@@ -12,7 +12,7 @@
 ///
 /// An end that was set (min, max) stays there: it is home, to which the view returns after a zoom. Ends that weren't
 /// set follow the data while autoRange is on. A range is never empty, upside down or beyond 1e300: an end that passes
-/// the other pushes it away, and what is no number (or 0 and below on a log scale) changes nothing and is said once.
+/// the other pushes it away, and what isn't a number (or 0 and below on a log scale) changes nothing and is said once.
 class PlotAxis : public QObject
 {
     Q_OBJECT

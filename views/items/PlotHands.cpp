@@ -17,7 +17,7 @@ namespace {
 constexpr double notchFactor = 0.8;     // of what is shown, for one notch of a wheel
 constexpr double notchPan = 0.1;        // of what is shown
 constexpr double notch = 120.0;         // what a wheel tells
-constexpr double leastBox = 4.0;        // pixels: less is no box
+constexpr double leastBox = 4.0;        // pixels: less doesn't make a box
 constexpr double leastBoxHeight = 12.0; // less is meant for x alone
 
 } // namespace

@@ -52,7 +52,7 @@ QVariantMap PlotMarks::cursorPanel(const QVector<PlotCursor *> &shown) const
     for (const PlotCursor *cursor : shown)
         places.append(x.valueText(cursor->x(), pixel));
     const double apart = areTwo ? shown[1]->x() - shown[0]->x() : 0.0;
-    // A distance of moments is no moment but seconds.
+    // The distance between two moments is in seconds, not a moment.
     const QString distance = x.isTime() ? shortNumber(apart) + QStringLiteral(" s") : x.valueText(apart, pixel);
     QVariantList rows;
     for (int i = 0; i < m_view.series().size(); ++i) {

@@ -38,7 +38,7 @@ class PlotSeries : public QObject
     /// The color it's drawn with. Until one is set it's the view's choice; undefined goes back to that.
     Q_PROPERTY(QColor color READ color WRITE setColor RESET resetColor NOTIFY colorChanged)
     Q_PROPERTY(bool visible READ isVisible WRITE setVisible NOTIFY visibleChanged)
-    /// From 0 to 1; what lies outside is brought inside, and what is no number changes nothing.
+    /// From 0 to 1; what lies outside is brought inside, and NaN changes nothing.
     Q_PROPERTY(double opacity READ opacity WRITE setOpacity NOTIFY opacityChanged)
     Q_PROPERTY(double start READ start WRITE setStart NOTIFY startChanged)
     /// Above 0.

@@ -122,7 +122,7 @@ void PlotTheme::resetFont()
 
 QFont PlotTheme::ownFont()
 {
-    return QFont(); // the application's, as nobody's choice: scripts that choose a pixel size aren't warned of its
+    return QFont(); // the application's, not chosen here: scripts that choose a pixel size aren't warned of its
                     // points
 }
 

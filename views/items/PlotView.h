@@ -105,7 +105,7 @@ public:
     Q_INVOKABLE void zoomOut();
     /// Shows all; ends of axes that were set go back there, and following goes on.
     Q_INVOKABLE void zoomReset();
-    /// Shows a part of x, whichever end is named first. What is no number changes nothing.
+    /// Shows a part of x, whichever end is named first. A NaN or an infinity changes nothing.
     Q_INVOKABLE void zoomTo(double from, double to);
     /// Shows what lies as many item pixels further to the right.
     Q_INVOKABLE void panBy(double pixels);

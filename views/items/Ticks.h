@@ -33,5 +33,5 @@ double roundStep(double least);
 STicks linearTicks(const AxisMapping &mapping, const STickWish &wish);
 
 /// Whole powers of ten; every second, third… of them where they would crowd; 2 and 5, and then finer steps, where there
-/// is room. The minor ticks are the whole multiples of each power, wherever they are no major ones.
+/// is room. The minor ticks are the whole multiples of each power, except the major ones.
 STicks logTicks(const AxisMapping &mapping, const STickWish &wish);

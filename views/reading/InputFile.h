@@ -26,7 +26,7 @@ public:
 
     enum class Got {
         Bytes,
-        Nothing, ///< for now: of a pipe that nobody has closed
+        Nothing, ///< for now: of a pipe that is still open
         End,
         Error
     };

@@ -28,7 +28,7 @@ public:
     Wakeup &wakeup() { return m_wakeup; }
     /// Lets older values go, in whole chunks; 0 keeps all.
     void keepAtMost(qint64 count) { m_maximumCount = count; }
-    /// Cancels, and calls nobody back any more.
+    /// Cancels, and makes no more calls back.
     void forget();
     /// Waits until the thread has ended, but not longer than so many milliseconds. Returns whether it has.
     bool waitForEnd(int milliseconds);

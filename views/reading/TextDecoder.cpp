@@ -34,7 +34,7 @@ void appendUtf8(quint32 character, QByteArray &text)
     }
 }
 
-constexpr quint32 replacement = 0xFFFD; // of what is no character
+constexpr quint32 replacement = 0xFFFD; // of what isn't a character
 
 } // namespace
 

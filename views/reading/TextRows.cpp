@@ -250,7 +250,7 @@ bool RowReader::noteLine(LineKind kind)
     return true;
 }
 
-/// Counts the rest of the piece, which is no longer of the block of numbers.
+/// Counts the rest of the piece, which lies behind the block of numbers.
 void RowReader::noteSection(const char *text, const char *end)
 {
     const qint64 rest = lineEnds(text, end);

@@ -61,7 +61,7 @@ QString codecName(int tag)
     }
 }
 
-/// The type of the samples; none if there is no such.
+/// The type of the samples, if it is one that can be read.
 std::optional<FileSample> sampleType(const SFormat &format, int bytes)
 {
     if (format.tag == floatingPoint && bytes == 4)

@@ -70,8 +70,8 @@ public:
         SGroup &found = group(cell << (cellBits(level) - chunkBits));
         return level == levelCount ? found.sixth : found.fifth[size_t(cell % 16)];
     }
-    /// Adds a complete chunk to the cells above it. Nobody reads those before they are complete, and then the chunks
-    /// they stand for may be gone.
+    /// Adds a complete chunk to the cells above it. No reader looks at those before they are complete, and then the
+    /// chunks they stand for may be gone.
     void includeInUpper(qint64 number)
     {
         const ChunkCells<T> &cells = *chunk(number).cells.load(std::memory_order_acquire);

@@ -16,7 +16,7 @@
 class MovingAverage : public QObject
 {
     Q_OBJECT
-    /// The series to average; null for none.
+    /// The series to average, or null.
     Q_PROPERTY(SeriesStore *source READ source WRITE setSource NOTIFY sourceChanged)
     /// How many values are averaged, 1 to 1000000; what lies outside is brought inside.
     Q_PROPERTY(int depth READ depth WRITE setDepth NOTIFY depthChanged)

@@ -18,14 +18,14 @@ struct SRoom
 };
 
 /// The values of one series and what is known of them in advance, for one thread that appends and any number of threads
-/// that look at snapshots. Nobody waits for anybody on the way of a value.
+/// that look at snapshots. No thread waits for another on the way of a value.
 class VORLIX_EXPORT SeriesData : public std::enable_shared_from_this<SeriesData>
 {
 public:
     /// An empty series that grows.
     static std::shared_ptr<SeriesData> create(SampleType type);
     /// A series that is complete, over memory that isn't copied: `count` values in the byte order of this machine at
-    /// `values`, which needn't be aligned. `owner` keeps that memory; nobody may change it. Nothing is read yet: see
+    /// `values`, which needn't be aligned. `owner` keeps that memory, which must not change. Nothing is read yet: see
     /// buildNow() and buildInBackground().
     static std::shared_ptr<SeriesData> createOver(SampleType type, const void *values, qint64 count,
                                                   std::shared_ptr<const void> owner);

@@ -35,8 +35,8 @@ private:
     std::shared_ptr<StoreState> m_state;
 };
 
-/// Keeps a series of numbers that grows for as long as it likes, for any number of plots. Values of a plot are taken
-/// from here; what they cost doesn't depend on how many there are.
+/// Keeps a series of numbers that may grow without end, for any number of plots. What a frame costs doesn't depend on
+/// how many there are.
 ///
 /// The object lives in one thread, as every QObject does. Functions under "any thread" may be called from others while
 /// it lives; a thread that may outlive it appends by a writer().
@@ -52,7 +52,7 @@ class VORLIX_EXPORT SeriesStore : public QObject
     Q_PROPERTY(qreal maximum READ maximum NOTIFY countChanged)
     /// How many values are NaN or infinite.
     Q_PROPERTY(qreal gapCount READ gapCount NOTIFY countChanged)
-    /// Whether all is known: nobody is still reading values into this store, nor looking through a mapped file.
+    /// False while a reader still fills this store, or while a mapped file is still being looked through.
     Q_PROPERTY(bool complete READ isComplete NOTIFY completeChanged)
     /// 0 keeps all values. Otherwise the oldest leave when there are more, in whole chunks of 262144; indices go on.
     Q_PROPERTY(qreal maximumCount READ maximumCount WRITE setMaximumCount NOTIFY maximumCountChanged)
@@ -77,8 +77,8 @@ public:
 
     // QML
 
-    /// Appends a number, or a list of numbers. What is neither is refused with an error, and so is a list in which an
-    /// entry is not a number or doesn't fit into the value type. Fractions are rounded for types of whole numbers.
+    /// Appends a number, or a list of numbers. Refuses anything else with an error, and also a list with an entry that
+    /// isn't a number or doesn't fit into the value type. Fractions are rounded for types of whole numbers.
     Q_INVOKABLE void append(const QVariant &values);
     /// Appends the values in an ArrayBuffer: as many of `type`, in the byte order of this machine, as it has. That of a
     /// typed array is its `buffer`.
@@ -114,14 +114,14 @@ public:
     SeriesWriter writer() const;
     /// What is in the store now.
     SeriesSnapshot snapshot() const;
-    /// The series itself, for who fills it without a copy: SeriesData::room(). announce() afterwards.
+    /// The series itself, to fill it without a copy: see SeriesData::room(). Call announce() afterwards.
     std::shared_ptr<SeriesData> data() const;
     /// Has changed() emitted soon; cheap, so call it after every portion.
     void announce();
 
     // C++, the object's own thread
 
-    /// What was in the store when changed() was emitted last: the same for all who ask for one frame.
+    /// What was in the store when changed() was emitted last: all views of one frame get the same.
     SeriesSnapshot frameSnapshot() const { return m_frame; }
     /// Puts another series in place. Cells of external memory are built now if they are few, else in the background.
     void setData(const std::shared_ptr<SeriesData> &data);
@@ -129,17 +129,17 @@ public:
     /// Whether another thread fills data() itself. Until it has ended, append(), appendBuffer(), clear() and writers
     /// are refused, and that thread lets older values go.
     void setFilledElsewhere(bool isFilledElsewhere);
-    /// How often all values were replaced.
+    /// How many times all values were replaced.
     int revision() const { return m_revision; }
 
-    /// What becomes of a call from QML that was refused: a warning, until somebody sets something better. For the QML
-    /// module, which makes an exception of it.
+    /// What happens when a call from QML is refused: a warning, unless another function is set. The QML module sets one
+    /// that throws an exception.
     using Refusal = void (*)(const QObject *store, const QString &words);
     static void setRefusal(Refusal refusal);
 
 signals:
-    /// Something is different: values came or left, or cells were built. Not for each append but at most once between
-    /// two events of this thread.
+    /// Values came or left, or cells were built. Emitted at most once between two events of this thread, not for each
+    /// append.
     void changed();
     void countChanged(); ///< of minimum, maximum and gapCount, too
     void valueTypeChanged();
@@ -157,6 +157,6 @@ private:
     SeriesSnapshot m_frame;
     qreal m_startTime = std::numeric_limits<qreal>::quiet_NaN();
     int m_revision = 0;
-    bool m_isFilled = true; ///< nobody is still reading
+    bool m_isFilled = true; ///< no reader is still filling it
     bool m_wasComplete = true;
 };
