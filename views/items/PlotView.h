@@ -105,7 +105,8 @@ public:
     Q_INVOKABLE void zoomOut();
     /// Shows all; ends of axes that were set go back there, and following goes on.
     Q_INVOKABLE void zoomReset();
-    /// Shows a part of x, whichever end is named first. A NaN or an infinity changes nothing.
+    /// Shows a part of x, whichever end is named first. NaN changes nothing, and nor does 0 or less on a log
+    /// scale.
     Q_INVOKABLE void zoomTo(double from, double to);
     /// Shows what lies as many item pixels further to the right.
     Q_INVOKABLE void panBy(double pixels);

@@ -6,7 +6,7 @@
 //! [destructor]
 Envelope::~Envelope()
 {
-    withdraw(); // first thing in every node's destructor: nobody reaches it any more
+    withdraw(); // first thing in every node's destructor: no other object reaches it from here on
 }
 //! [destructor]
 
