@@ -13,7 +13,7 @@
 
 namespace {
 
-/// Where files lie in memory, if there is such a place: what a disk does meanwhile is no part of a measurement.
+/// Where files lie in memory, if there is such a place: what a disk does meanwhile isn't measured.
 QString folderTemplate()
 {
     const QString memory = QStringLiteral("/dev/shm");

@@ -248,5 +248,5 @@ int runContest(Contender &contender)
     if (!done)
         std::printf("{\"what\": \"no picture\"}\n");
     std::fflush(stdout);
-    std::_Exit(done ? 0 : 3); // tearing down a million items is nobody's measurement
+    std::_Exit(done ? 0 : 3); // tearing down a million items isn't measured
 }

@@ -593,7 +593,7 @@ void tst_IChartArea::notANumberAndInfinityEndTheNestedRequests()
     QVERIFY(area.fits <= 4);
     QSignalSpy changed(&area, &IChartArea::chartRectChanged);
     area.requestUpdate();
-    QCOMPARE(changed.count(), 0); // bit-identical components are no change
+    QCOMPARE(changed.count(), 0); // bit-identical components don't count as a change
 }
 
 void tst_IChartArea::aHandlerThatRequestsForEverIsCutOff()

@@ -137,7 +137,7 @@ void tst_Windows_gl::aWindowIsHiddenAndShown()
         else
             scene.window().close();
         QTest::qWait(50);
-        bars.plotter.setData({1.0, 0.1 * i}); // while nobody looks
+        bars.plotter.setData({1.0, 0.1 * i}); // while the window is hidden
         bars.plotter.setData({1.0, 0.5});
         if (!isThreadedLoop())
             continue; // it keeps both until the window is destroyed

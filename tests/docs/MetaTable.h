@@ -14,7 +14,7 @@ namespace MetaTable {
 QStringList properties(const QMetaObject &meta, QObject &object);
 /// "| `name` | type | `default`", without the notify column that QML's own properties need not have.
 QStringList componentProperties(const QMetaObject &meta, QObject &object);
-/// "| `name(type argument)`" for each signal that is no property's NOTIFY signal.
+/// "| `name(type argument)`" for each signal that isn't a property's NOTIFY signal.
 QStringList signalRows(const QMetaObject &meta);
 /// "| `name(type argument) : type`" for each invokable.
 QStringList functions(const QMetaObject &meta);

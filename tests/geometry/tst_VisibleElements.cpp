@@ -72,7 +72,7 @@ float fusedPosition(int bar, const SBarRow &row)
     return std::fma(float(bar), row.step, row.start);
 }
 
-/// The first bar that is left out although it may be seen, -1 for none.
+/// The first bar that is left out although it may be seen; -1 if there is none.
 int missedBar(const SBarRow &row, const SPixelRow &pixels, const QVector<SIndexRange> &ranges)
 {
     int bar = row.first;

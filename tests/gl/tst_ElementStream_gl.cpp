@@ -15,7 +15,7 @@
 
 #include <memory>
 
-// Leaving out bars that nobody can see must change no pixel: every picture here is compared with one for which all bars
+// Leaving out bars that can't be seen must change no pixel: every picture here is compared with one for which all bars
 // were drawn. The colour is half transparent, so that a bar drawn twice would show, too.
 
 namespace {

@@ -179,7 +179,7 @@ void tst_BarDecoratorHighlight_gl::theReleasedHighlightFadesOnItsOwn()
     QVERIFY(hover.scene.show());
     hover.decorator.setMouseX(35.0);
     QTRY_VERIFY(isClose(hover.footOfBar(hover.now(), 3), lit()));
-    hover.decorator.setMouseX(75.0); // nobody but the decorator asks for frames from here on
+    hover.decorator.setMouseX(75.0); // only the decorator asks for frames from here on
     QTRY_VERIFY(isClose(hover.footOfBar(hover.now(), 3), barColor));
     QVERIFY(isClose(hover.footOfBar(hover.now(), 7), lit()));
 }

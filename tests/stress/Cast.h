@@ -34,7 +34,7 @@ public:
     QObject *add(const QByteArray &type);
     /// One object of each type, two of each area.
     void addEverybody();
-    /// Somebody who is still there and inherits the class; null if nobody does.
+    /// Somebody who is still there and inherits the class; null if there is none.
     QObject *any(const char *className);
     bool isEmpty();
 

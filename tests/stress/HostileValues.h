@@ -10,7 +10,7 @@
 
 #include <limits>
 
-// Values that nobody should pass, and somebody will.
+// Values that an application shouldn't pass, and will.
 
 inline double hostileDouble(Chance &chance)
 {

@@ -7,7 +7,7 @@
 struct SMemory
 {
     qint64 resident = 0;
-    qint64 anonymous = 0; ///< the part of `resident` that is no file's: heap, stacks, compiled shaders
+    qint64 anonymous = 0; ///< the part of `resident` that doesn't belong to files: heap, stacks, compiled shaders
     qint64 heap = 0;      ///< in use, according to malloc
 
     /// Gives free memory back to the system first, so that only what is in use counts.

@@ -30,7 +30,7 @@ double worked()
     return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
 }
 
-/// The visible item below another one with a property that reads so; null for none.
+/// The visible item below another one with a property that reads so, or null.
 QQuickItem *itemReading(QQuickItem *item, const QString &text)
 {
     if (!item->isVisible())
@@ -456,7 +456,7 @@ void tst_viewerscene::guessesAreChangedInThePanel()
     QVERIFY(step);
     type(step, "0.5");
     QTRY_COMPARE(to(), 1.5);
-    type(step, "wide"); // is no step
+    type(step, "wide"); // isn't a step
     QCOMPARE(to(), 1.5);
     QTRY_COMPARE(step->property("text").toString(), QStringLiteral("0.5"));
     press(Qt::Key_Escape);
