@@ -6,8 +6,8 @@
 #include <functional>
 #include <memory>
 
-/// Threads that do the same work as the one that called them, each by a call of its own. On destruction the work is
-/// closed and whoever is in it waited for, so nothing of it outlasts this.
+/// Threads that do the same work as the one that called them, each by a call of its own. The destructor
+/// lets no more threads in and waits for those that are at work, so none of the work outlasts this.
 ///
 /// There may be fewer than were asked for, or none, and they may come when everything is done: the calling thread must
 /// be able to do all of the work.

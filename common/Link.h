@@ -5,7 +5,7 @@
 #include <vector>
 
 // Pointers between objects that may be destroyed at any time and in any order. A class that others point at has an
-// Anchor; who points at it holds a Link or a LinkList. Whoever goes first is forgotten by the other, silently.
+// Anchor; objects that point at it hold a Link or a LinkList. When one of them goes, the other forgets it silently.
 // GUI thread only (or the render thread while the GUI thread is blocked).
 
 class LinkEnd;

@@ -11,7 +11,7 @@ class HalvedLevel;
 /// Consecutive levels of a pyramid at factor 2, which are written together, portion by portion, while what they need is
 /// in the cache. Storage that is large enough and not shared is used again.
 ///
-/// The levels written to are somebody else's: they stay where they are as long as this lives.
+/// Doesn't own the levels that it writes to: they must stay where they are as long as this lives.
 class HalvedLevels
 {
 public:

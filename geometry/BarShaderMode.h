@@ -24,5 +24,5 @@ constexpr bool barModeHasIndices(int mode)
     return mode != BarGeometryShader;
 }
 
-/// The process-wide variant; written by whoever constructs the program.
+/// The process-wide variant; written when the program is constructed.
 inline std::atomic<int> barShaderMode{BarAttributes};

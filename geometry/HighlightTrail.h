@@ -18,7 +18,7 @@ bool containsRect(const QVector<QRectF> &rects, const QRectF &rect);
 
 /// The rectangles that were highlighted lately, newest first, and the moments at which each fades in the shader's
 /// clock. There is always a newest one, and it stays; the others live for lifeMs after they were released. At most
-/// `maximum` are kept. Times of day pass midnight. Needs no event loop: whoever uses it says what time it is.
+/// `maximum` are kept. Times of day pass midnight. Needs no event loop: the caller passes the time.
 class HighlightTrail
 {
 public:

@@ -36,7 +36,7 @@ Item {
         target: errand.scene
     }
 
-    // Frames have to be asked for, again and again: a request that comes while one is drawn may be lost.
+    // Ask for frames again and again: a request that comes while one is drawn may be lost.
     Timer {
         property int ticks: 0
 

@@ -16,7 +16,7 @@ struct SChunk
     std::atomic<ChunkCells<T> *> cells{}; ///< null while external values wait for their cells
     std::unique_ptr<T[]> ownValues;       ///< null if they are external
     std::unique_ptr<ChunkCells<T>> ownCells;
-    std::atomic<bool> isTaken{false}; ///< somebody builds the cells
+    std::atomic<bool> isTaken{false}; ///< a thread builds the cells
 };
 
 /// What is known about a cell of the levels above the chunks.

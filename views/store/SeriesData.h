@@ -36,7 +36,7 @@ public:
     // Any thread
 
     SampleType type() const { return m_type; }
-    /// Whether it is over memory of somebody else, and so can't grow.
+    /// Whether it lies over external memory, and so can't grow.
     virtual bool isExternal() const = 0;
     qint64 begin() const;
     qint64 end() const { return m_end.load(std::memory_order_acquire); }
@@ -58,7 +58,7 @@ public:
     /// The same for a type that is known only at run time.
     virtual bool appendValues(SampleType type, const void *values, qint64 count) = 0;
     /// Room for the next values, at least one and as many as fit in the chunk; none if memory ran out or is external.
-    /// Whoever wrote the first n of them calls publish(n). Nothing is copied.
+    /// Write the first n of them and call publish(n). Nothing is copied.
     virtual SRoom room() = 0;
     virtual void publish(qint64 count) = 0;
     /// Lets go of whole chunks of values before `index`. Snapshots keep theirs.
@@ -68,8 +68,7 @@ public:
 
     /// Builds all cells before it returns; helping threads take part.
     virtual void buildNow() = 0;
-    /// Builds the cells in helping threads. `progressed` is called by them now and then, and at the end, as long as
-    /// this lives.
+    /// Builds the cells in helping threads. They call `progressed` now and then, and at the end, as long as this lives.
     virtual void buildInBackground(std::function<void()> progressed) = 0;
 
 protected:
@@ -88,5 +87,5 @@ protected:
 
     const SampleType m_type;
     std::atomic<qint64> m_end{0};       ///< what lies before it is published: stored with release, loaded with acquire
-    const std::unique_ptr<Pins> m_pins; ///< also used by those who only look
+    const std::unique_ptr<Pins> m_pins; ///< readers use it, too
 };

@@ -73,7 +73,7 @@ private:
     const bool m_isExternal;
     std::atomic<bool> m_isBuilt;
     std::atomic<int> m_unbuilt{0};
-    mutable std::atomic<qint64> m_wanted{-1}; ///< a chunk that somebody looked at in vain
+    mutable std::atomic<qint64> m_wanted{-1}; ///< a chunk that a reader looked at in vain
     std::function<void()> m_progressed;
     std::unique_ptr<ParallelParts> m_building; ///< last: what it calls uses the rest
 };

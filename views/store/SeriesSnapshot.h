@@ -45,12 +45,12 @@ public:
     SExtremes extremes() const { return extremesIn(m_begin, m_end); }
     /// The first places of the lowest and the highest value.
     SExtremePlaces extremePlacesIn(qint64 from, qint64 to) const;
-    /// Of the values above zero the smallest; NaN if there is none.
+    /// The smallest value above zero; NaN if there is none.
     double smallestPositiveIn(qint64 from, qint64 to) const;
     SStatistics statisticsIn(qint64 from, qint64 to) const;
 
-    /// The first index from `from` on whose value is at least `x`; end() if there is none. Gaps are passed over. Of
-    /// ascending values this is the usual lower bound, of others still what it says. end() if `x` is NaN.
+    /// The first index from `from` on whose value is at least `x`; end() if there is none. Gaps are passed over. For
+    /// ascending values this is the usual lower bound. end() if `x` is NaN.
     qint64 lowerBound(double x, qint64 from) const;
     qint64 lowerBound(double x) const { return lowerBound(x, m_begin); }
     /// The first gap, or the first finite value, in [from, to); if there is none, `to`, cut to the snapshot.
