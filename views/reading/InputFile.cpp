@@ -75,6 +75,7 @@ void InputFile::setDescriptor(int descriptor)
     m_isStream = !S_ISREG(status.st_mode) && !S_ISBLK(status.st_mode);
     m_device = status.st_dev;
     m_inode = status.st_ino;
+    m_hasSize = !m_isStream && status.st_size > 0;
     if (m_isStandardInput && !m_isStream)
         m_given = m_position = std::max<off_t>(lseek(descriptor, 0, SEEK_CUR), 0);
 }
@@ -142,6 +143,10 @@ InputFile::Got InputFile::read(char *bytes, qint64 most, qint64 &count)
     m_error = got < 0 ? errno : 0;
     if (got <= 0)
         return got < 0 ? Got::Error : Got::End;
+    // What was written anew since the last look would be read as if it went on.
+    m_isRewritten = m_isRewritten || (m_wakeup.follows() && m_hasSize && isRewritten());
+    if (m_isRewritten)
+        return Got::End;
     count = got;
     m_position += count;
     m_given += count;
@@ -189,9 +194,10 @@ bool InputFile::isRewritten() const
 InputFile::Change InputFile::change()
 {
     struct stat status = {};
-    if (m_isStream || !m_hasSize || fstat(m_descriptor, &status) != 0)
+    if (m_isStream || fstat(m_descriptor, &status) != 0)
         return Change::None;
-    if (status.st_size < m_position || isRewritten())
+    m_hasSize = m_hasSize || status.st_size > 0;
+    if (m_hasSize && (m_isRewritten || status.st_size < m_position || isRewritten()))
         return Change::Shrunk;
     if (status.st_size > m_position)
         return Change::Grown;
@@ -199,7 +205,9 @@ InputFile::Change InputFile::change()
         return Change::None;
     if (stat(QFile::encodeName(m_path).constData(), &status) != 0)
         return Change::Missing;
-    return status.st_dev == m_device && status.st_ino == m_inode ? Change::None : Change::Replaced;
+    const bool isSame = status.st_dev == m_device && status.st_ino == m_inode;
+    const bool isSizeless = !m_hasSize && status.st_size == 0; // of the kernel, or as empty as before
+    return isSame || isSizeless ? Change::None : Change::Replaced;
 }
 
 bool InputFile::isMissing() const

@@ -30,7 +30,8 @@ public:
         End,
         Error
     };
-    /// Reads at most `most` bytes that are there. Doesn't wait.
+    /// Reads at most `most` bytes that are there. Doesn't wait. A file that is followed and was written anew has ended:
+    /// change() says so.
     Got read(char *bytes, qint64 most, qint64 &count);
     /// Gives back bytes that were read first; they will be read again.
     void putBack(const QByteArray &bytes);
@@ -75,6 +76,7 @@ private:
     int m_error = 0;
     bool m_isStream = false;
     bool m_isStandardInput = false;
+    bool m_isRewritten = false;
     bool m_hasSize = false; ///< files of /proc say 0
     dev_t m_device = 0;
     ino_t m_inode = 0;

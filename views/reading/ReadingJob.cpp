@@ -232,10 +232,14 @@ ReadingJob::Next ReadingJob::waitFor(InputFile &file, InputFile::Got got, int mi
 
 ReadingJob::Next ReadingJob::waitForFollowed(InputFile &file, int milliseconds)
 {
-    file.wait(milliseconds < 0 ? lookEvery : std::min(milliseconds, lookEvery));
-    if (!m_wakeup.mayRead())
-        return m_wakeup.isCancelled() ? Next::Stop : Next::Read;
-    switch (file.change()) {
+    InputFile::Change change = file.change();
+    if (change == InputFile::Change::None || change == InputFile::Change::Missing) {
+        file.wait(milliseconds < 0 ? lookEvery : std::min(milliseconds, lookEvery));
+        if (!m_wakeup.mayRead())
+            return m_wakeup.isCancelled() ? Next::Stop : Next::Read;
+        change = file.change();
+    }
+    switch (change) {
     case InputFile::Change::Shrunk:
         m_reason = QStringLiteral("read anew, since the file was truncated or written anew");
         return Next::Again;
