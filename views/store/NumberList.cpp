@@ -45,6 +45,12 @@ SNumbers numbersOf(const QByteArray &buffer)
     return numbers;
 }
 
+SNumbers noNumbers(bool isObject)
+{
+    const QString words = QStringLiteral("a number or a list of numbers was expected");
+    return {{}, isObject ? words + QStringLiteral("; of a typed array, hand over its buffer") : words};
+}
+
 /// Of what can become a list. So can every object of JavaScript, but that list is empty; what tells a typed array from
 /// an empty list is that it has properties.
 SNumbers numbersOfList(const QVariant &values)
@@ -52,7 +58,7 @@ SNumbers numbersOfList(const QVariant &values)
     const QVariantList list = values.toList();
     if (!list.isEmpty() || !values.canConvert<QVariantMap>() || values.toMap().isEmpty())
         return numbersOf(list);
-    return {{}, QStringLiteral("a number or a list of numbers was expected; of a typed array, hand over its buffer")};
+    return noNumbers(true);
 }
 
 } // namespace
@@ -69,7 +75,7 @@ SNumbers numbersIn(const QVariant &values)
         return numbersOf(values.toByteArray());
     if (values.canConvert<QVariantList>())
         return numbersOfList(values);
-    return {{}, QStringLiteral("a number or a list of numbers was expected")};
+    return noNumbers(values.userType() == QMetaType::QVariantMap); // what a property makes of a typed array
 }
 
 bool isNothing(const QVariant &value)
