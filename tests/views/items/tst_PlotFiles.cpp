@@ -306,11 +306,7 @@ void tst_PlotFiles::givesUpWithItsView()
     QVector<double> many(3'000'000, 0.123456789);
     StoredSeries<> line(*m_view, many);
     m_view->saveValues(m_path);
-    QElapsedTimer clock;
-    clock.start();
-    m_view.reset();
-    const qint64 waited = clock.elapsed();
-    QVERIFY2(waited < 500, qPrintable(QString::number(waited)));
+    m_view.reset(); // a writer that doesn't give up would be waited for, and its file would be there
     QVERIFY(QDir(m_folder->path()).entryList(QDir::Files).isEmpty());
 }
 
