@@ -262,7 +262,7 @@ ReadingJob::Next ReadingJob::stayWith(InputFile &file, const MappedFile &mapped)
         const qint64 torn = mapped.tornFrom();
         if (torn >= 0 && !file.canBeRead(torn)) {
             update([](SReadingState &state) { // zeros stand for what is missing: better nothing
-                state.series.clear();
+                state.series = {};
                 state.chosen = state.x = -1;
                 ++state.pass;
             });

@@ -135,13 +135,14 @@ std::shared_ptr<SeriesData> SampleReading::seriesOver(const std::shared_ptr<cons
 /// Makes the series, or takes the one that is `whole`, and shows them. False if the wanted channel isn't among them.
 bool SampleReading::begin(const std::shared_ptr<SeriesData> &whole)
 {
-    for (int channel = 0; channel < m_layout.channels; ++channel)
+    QVector<SReadSeries> series;
+    for (int channel = 0; channel < m_layout.channels; ++channel) {
         m_series.push_back(whole ? whole : SeriesData::create(storedAs(m_layout.type)));
+        series << SReadSeries{{}, {}, channel + 1, m_series.back()};
+    }
     bool found = false;
     m_job.update([&](SReadingState &state) {
-        state.series.clear();
-        for (int channel = 0; channel < m_layout.channels; ++channel)
-            state.series << SReadSeries{{}, {}, channel + 1, m_series[size_t(channel)]};
+        state.series = series; // never changed in place: the GUI thread may hold a copy
         found = m_job.choose(m_file, state, -1);
         ++state.pass;
         state.detected = words(false);

@@ -114,6 +114,21 @@ bool TextReading::detect(bool isWhole, qint64 most, SDetection &detection)
     return detection.layout.has_value();
 }
 
+QVector<SReadSeries> TextReading::seriesOfColumns() const
+{
+    QVector<SReadSeries> all;
+    for (int i = 0; i < int(m_layout->columns.size()); ++i) {
+        const STextColumn &column = m_layout->columns.at(i);
+        if (!m_sink->series(i))
+            continue;
+        SReadSeries series{column.name, column.unit, i + 1, m_sink->series(i)};
+        if (column.isTime())
+            series.startTime = double(column.origin);
+        all << series;
+    }
+    return all;
+}
+
 /// Makes the series that a layout asks for and shows them. False if the wanted column isn't among them.
 bool TextReading::begin(STextLayout layout)
 {
@@ -122,17 +137,9 @@ bool TextReading::begin(STextLayout layout)
     m_described = describe(*m_layout);
     m_feeder.skip(m_layout->headSize);
     bool found = false;
+    const QVector<SReadSeries> series = seriesOfColumns();
     m_job.update([&](SReadingState &state) {
-        state.series.clear();
-        for (int i = 0; i < int(m_layout->columns.size()); ++i) {
-            const STextColumn &column = m_layout->columns.at(i);
-            if (!m_sink->series(i))
-                continue;
-            SReadSeries series{column.name, column.unit, i + 1, m_sink->series(i)};
-            if (column.isTime())
-                series.startTime = double(column.origin);
-            state.series << series;
-        }
+        state.series = series; // never changed in place: the GUI thread may hold a copy
         found = m_job.choose(m_file, state, m_layout->timeColumn);
         ++state.pass;
         state.detected = words(*m_sink, false);

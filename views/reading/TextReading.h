@@ -19,6 +19,7 @@ private:
 
     bool findLayout(Next &next);
     bool detect(bool isWhole, qint64 most, SDetection &detection);
+    QVector<SReadSeries> seriesOfColumns() const;
     bool begin(STextLayout layout);
     QVariantMap layoutMap() const;
     Next readAll();
