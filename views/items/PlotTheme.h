@@ -35,7 +35,7 @@ class PlotTheme : public QObject
     Q_PROPERTY(QColor accentColor READ accentColor NOTIFY changed)
 
 public:
-    enum ColorScheme { Automatic, Light, Dark };
+    enum ColorScheme : int { Automatic, Light, Dark };
     Q_ENUM(ColorScheme)
 
     explicit PlotTheme(QObject *parent = nullptr);

@@ -69,7 +69,7 @@ class PlotView : public QQuickItem
     Q_CLASSINFO("DefaultProperty", "seriesList")
 
 public:
-    enum FollowMode { FollowNone, FollowEnd, FollowAll };
+    enum FollowMode : int { FollowNone, FollowEnd, FollowAll };
     Q_ENUM(FollowMode)
 
     explicit PlotView(QQuickItem *parent = nullptr);

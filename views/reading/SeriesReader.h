@@ -84,11 +84,11 @@ class SeriesReader : public QObject, public QQmlParserStatus
     Q_PROPERTY(qreal sampleRate READ sampleRate NOTIFY storesChanged)
 
 public:
-    enum Format { Auto, Text, Npy, Raw, Wav };
+    enum Format : int { Auto, Text, Npy, Raw, Wav };
     Q_ENUM(Format)
-    enum ByteOrder { LittleEndian, BigEndian };
+    enum ByteOrder : int { LittleEndian, BigEndian };
     Q_ENUM(ByteOrder)
-    enum Status { Null, Loading, Ready, Error };
+    enum Status : int { Null, Loading, Ready, Error };
     Q_ENUM(Status)
 
     explicit SeriesReader(QObject *parent = nullptr);

@@ -60,7 +60,7 @@ class VORLIX_EXPORT SeriesStore : public QObject
     Q_PROPERTY(qreal startTime READ startTime WRITE setStartTime NOTIFY startTimeChanged)
 
 public:
-    enum ValueType {
+    enum ValueType : int { // of a fixed type, because a script may set any number
         Float64 = int(SampleType::Float64),
         Float32 = int(SampleType::Float32),
         Int32 = int(SampleType::Int32),
