@@ -280,6 +280,7 @@ QString PlotAxis::valueText(double value, double resolution) const
     const double size = std::max(std::abs(value), std::abs(resolution));
     const double digits = resolution > 0.0 && size > 0.0 ? std::ceil(std::log10(size / resolution)) + 1.0 : 7.0;
     const QString number = formattedNumber(value, m_labelFormat);
-    const QString text = number.isEmpty() ? shortNumber(value, int(std::clamp(digits, 3.0, 15.0))) : number;
+    const QString text =
+        number.isEmpty() ? shortNumber(value, int(std::fmin(std::fmax(digits, 3.0), 15.0))) : number; // 3 for NaN
     return m_unit.isEmpty() || std::isnan(value) ? text : text + QChar(0xa0) + m_unit;
 }
