@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "views/store/SeriesStore.h"
+
+#include <QString>
+
+#include <atomic>
+#include <memory>
+#include <thread>
+
+/// A long series of floats: a wave with noise and a glitch now and then.
+class Recording
+{
+public:
+    /// In memory; a thread appends a value each millisecond.
+    explicit Recording(qint64 count);
+    /// In a file in `folder` that's mapped, and deleted already. It can't grow.
+    Recording(qint64 count, const QString &folder);
+    ~Recording();
+
+    SeriesStore &store() { return m_store; }
+    qint64 count() const { return m_count; } ///< at first
+    bool isGrowing() const { return m_isGrowing; }
+    /// Has the cells of a mapped series forgotten, as if it were opened just now.
+    void reopen();
+    QString name() const;
+
+private:
+    void grow();
+
+    const qint64 m_count;
+    SeriesStore m_store;
+    std::shared_ptr<const void> m_mapping; ///< null if it isn't mapped
+    std::atomic<bool> m_isGrowing{false};
+    std::thread m_device;
+};
