@@ -63,6 +63,35 @@ void coverRange(qint64 from, qint64 to, int topLevel, Visit &&visit)
         visit(topLevel, from, to);
 }
 
+/// The same, but from coarse to fine, so that much needn't be looked at. What a range has beside the whole cells of a
+/// level lies, at each end, in one more cell of it: `isSettled(level, cell)` says whether that one changes nothing.
+template <class Visit, class IsSettled>
+void coverFromTop(qint64 from, qint64 to, int topLevel, Visit &&visit, IsSettled &&isSettled)
+{
+    const auto visitCells = [&](int level, qint64 first, qint64 end) {
+        if (first < end)
+            visit(level, first >> cellBits(level), end >> cellBits(level));
+    };
+    int top = 0;
+    while (top < topLevel && roundUp(from, cellBits(top + 1)) < roundDown(to, cellBits(top + 1)))
+        ++top;
+    qint64 left = roundUp(from, cellBits(top));
+    qint64 right = std::max(left, roundDown(to, cellBits(top)));
+    const qint64 middle = top < topLevel ? std::min(roundUp(left, cellBits(top + 1)), right) : right;
+    visitCells(top, left, middle);
+    visitCells(top, middle, right);
+    for (int level = top; from < left && !isSettled(level, from >> cellBits(level)); --level) {
+        const qint64 end = left;
+        left = roundUp(from, cellBits(level - 1));
+        visitCells(level - 1, left, end);
+    }
+    for (int level = top; right < to && !isSettled(level, right >> cellBits(level)); --level) {
+        const qint64 first = right;
+        right = roundDown(to, cellBits(level - 1));
+        visitCells(level - 1, first, right);
+    }
+}
+
 /// The first index in [from, to) for which `holds(index)`, or `to`. `mayHold(level, cell)` says whether it is worth
 /// looking into a cell, which lies wholly in the range.
 template <class MayHold, class Holds>

@@ -61,7 +61,10 @@ private:
     const ChunkCells<T> *cellsOf(int level, qint64 cell, int &inside) const;
     /// A cell of any level; false if it isn't built.
     bool cellAt(int level, qint64 cell, SCell<T> &found) const;
-    void includeCell(SExtremes &extremes, int level, qint64 number) const;
+    void includeCells(SExtremes &extremes, int level, qint64 first, qint64 end) const;
+    void includeWhole(SExtremes &extremes, int level, qint64 number) const;
+    bool isWithin(const SExtremes &extremes, int level, qint64 number) const;
+    static bool hasGap(const ChunkCells<T> &cells, int level, int first, int end);
     void includeUnbuilt(SExtremes &extremes, int level, qint64 number) const;
     T positiveOf(int level, qint64 number) const;
     qint64 includeBlocks(SStatistics &statistics, qint64 from, qint64 to) const;

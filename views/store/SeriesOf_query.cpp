@@ -9,6 +9,8 @@ namespace {
 /// page holds, so that a cold mapping isn't read as a whole for one picture.
 constexpr qint64 mostScanned = 1024;
 constexpr qint64 samples = 64;
+/// Of fewer, cells aren't worth the look.
+constexpr qint64 fewValues = 64;
 
 template <class T>
 void include(SExtremes &extremes, const SCell<T> &cell)
@@ -44,9 +46,14 @@ bool SeriesOf<T>::cellAt(int level, qint64 cell, SCell<T> &found) const
 template <class T>
 void SeriesOf<T>::copyValues(qint64 from, qint64 to, double *target) const
 {
-    for (qint64 index = from; index < to; ++index) {
-        const T found = value(index);
-        *target++ = isGap(found) ? std::nan("") : double(found);
+    while (from < to) {
+        const char *values = valuesAt(from);
+        const qint64 count = std::min(to, roundDown(from, chunkBits) + chunkSize) - from;
+        for (qint64 i = 0; i < count; ++i) {
+            const T found = loadValue<T>(values, i);
+            *target++ = isGap(found) ? std::nan("") : double(found);
+        }
+        from += count;
     }
 }
 
@@ -54,19 +61,74 @@ template <class T>
 SExtremes SeriesOf<T>::extremesIn(qint64 from, qint64 to) const
 {
     SExtremes extremes;
-    coverRange(from, to, topLevel(), [&](int level, qint64 first, qint64 end) {
+    if (to - from <= fewValues && from >> chunkBits == (to - 1) >> chunkBits) {
+        include(extremes, cellOf<T>(valuesAt(from), to - from, extremes.hasGap));
+        return extremes;
+    }
+    const auto visit = [&](int level, qint64 first, qint64 end) {
         if (level == 0) {
             include(extremes, cellOf<T>(valuesAt(first), end - first, extremes.hasGap));
             return;
         }
+        if (level < chunkLevel)
+            return includeCells(extremes, level, first, end);
         for (qint64 number = first; number < end; ++number)
-            includeCell(extremes, level, number);
-    });
+            includeWhole(extremes, level, number);
+    };
+    coverFromTop(from, to, topLevel(), visit,
+                 [&](int level, qint64 number) { return isWithin(extremes, level, number); });
     return extremes;
 }
 
+/// Whether what a cell holds changes nothing in what is known already. False if that isn't clear.
 template <class T>
-void SeriesOf<T>::includeCell(SExtremes &extremes, int level, qint64 number) const
+bool SeriesOf<T>::isWithin(const SExtremes &extremes, int level, qint64 number) const
+{
+    // A cell above the chunks may be one whose first chunks have left, and be written to. What isn't published may be
+    // written to, too.
+    if (level < 1 || level > chunkLevel || (number + 1) << cellBits(level) > end())
+        return false;
+    int inside = 0;
+    const ChunkCells<T> *cells = cellsOf(level, number, inside);
+    if (!cells)
+        return extremes.isSampled; // a few samples more make it no better
+    const SCell<T> &cell = cells->cell(level, inside);
+    return double(cell.lowest) >= extremes.lowest && double(cell.highest) <= extremes.highest
+        && (extremes.hasGap || !hasGap(*cells, level, inside, inside + 1));
+}
+
+/// Whether one of the cells [first, end) of a level has a gap.
+template <class T>
+bool SeriesOf<T>::hasGap(const ChunkCells<T> &cells, int level, int first, int end)
+{
+    if (level == chunkLevel)
+        return cells.statistics().count < chunkSize;
+    const int finest = 1 << (cellBits(level) - cellBits(1));
+    return cells.hasGap(first * finest, end * finest);
+}
+
+/// Cells of one chunk.
+template <class T>
+void SeriesOf<T>::includeCells(SExtremes &extremes, int level, qint64 first, qint64 end) const
+{
+    int inside = 0;
+    const ChunkCells<T> *cells = cellsOf(level, first, inside);
+    if (!cells) {
+        for (qint64 number = first; number < end; ++number)
+            includeUnbuilt(extremes, level, number);
+        return;
+    }
+    const int insideEnd = inside + int(end - first);
+    SCell<T> joined;
+    for (int i = inside; i < insideEnd; ++i)
+        joined.include(cells->cell(level, i));
+    include(extremes, joined);
+    extremes.hasGap = extremes.hasGap || hasGap(*cells, level, inside, insideEnd);
+}
+
+/// A chunk, or a cell above.
+template <class T>
+void SeriesOf<T>::includeWhole(SExtremes &extremes, int level, qint64 number) const
 {
     if (level > chunkLevel) {
         const SUpperCell<T> &cell = m_directory.upper(level, number);
@@ -74,15 +136,11 @@ void SeriesOf<T>::includeCell(SExtremes &extremes, int level, qint64 number) con
         extremes.hasGap |= cell.statistics.count < qint64(1) << cellBits(level);
         return;
     }
-    int inside = 0;
-    const ChunkCells<T> *cells = cellsOf(level, number, inside);
-    if (!cells) {
-        includeUnbuilt(extremes, level, number);
-        return;
-    }
-    include(extremes, cells->cell(level, inside));
-    const int finest = 1 << (cellBits(level) - cellBits(1));
-    extremes.hasGap = extremes.hasGap || cells->hasGap(inside * finest, (inside + 1) * finest);
+    const ChunkCells<T> *cells = m_directory.chunk(number).cells.load(std::memory_order_acquire);
+    if (!cells)
+        return includeUnbuilt(extremes, level, number);
+    include(extremes, cells->cell(level, 0));
+    extremes.hasGap |= cells->statistics().count < chunkSize;
 }
 
 template <class T>
@@ -219,8 +277,7 @@ qint64 SeriesOf<T>::nextGap(qint64 from, qint64 to) const
                 return m_directory.upper(level, number).statistics.count < qint64(1) << cellBits(level);
             int inside = 0;
             const ChunkCells<T> *cells = cellsOf(level, number, inside);
-            const int finest = 1 << (cellBits(level) - cellBits(1));
-            return !cells || cells->hasGap(inside * finest, (inside + 1) * finest);
+            return !cells || hasGap(*cells, level, inside, inside + 1);
         },
         [&](qint64 index) { return isGap(value(index)); });
 }

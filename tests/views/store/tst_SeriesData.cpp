@@ -8,6 +8,7 @@
 #include <atomic>
 #include <random>
 #include <thread>
+#include <utility>
 
 namespace {
 
@@ -98,6 +99,7 @@ private slots:
     void everyTypeIsAnsweredAsAScanDoes();
     void everyBoundaryOfCellsAndChunks();
     void theUppermostLevelsAreUsed();
+    void whatStandsOutAtTheEndsCounts();
     void gapsStandAnywhere();
     void tinyAndHugeValues();
     void theDeviationOfLargeValuesIsRight();
@@ -229,6 +231,24 @@ void tst_SeriesData::theUppermostLevelsAreUsed()
         QCOMPARE(snapshot.smallestPositiveIn(from, end), 10.0);
         QCOMPARE(snapshot.lowerBound(11.0, from), end - 1);
         QCOMPARE(snapshot.extremePlacesIn(from, end).highestAt, end - 1);
+    }
+}
+
+void tst_SeriesData::whatStandsOutAtTheEndsCounts()
+{
+    // Cells at the ends of a range hold what is in it and what isn't.
+    PlainSeries series = someNumbers(2 * chunkSize + 1000, 0.0, 12);
+    std::mt19937 random(13);
+    for (const double outstanding : {1e6, -1e6, notANumber}) {
+        for (const qint64 length : {90, 700, 5000, 40'000, 300'000}) {
+            const qint64 from = qint64(random() % quint64(series.size() - length - 2)) + 1;
+            const qint64 to = from + length;
+            for (const qint64 at : {from - 1, from, from + 1, from + length / 2, to - 2, to - 1, to}) {
+                const double before = std::exchange(series.data()[at], outstanding);
+                COMPARE_EXTREMES(stored(series)->snapshot(), series, from, to);
+                series.data()[at] = before;
+            }
+        }
     }
 }
 
