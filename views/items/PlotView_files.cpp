@@ -17,20 +17,20 @@
 
 namespace {
 
-QString writePicture(const QImage &picture, const QString &path)
+QString writePicture(const QImage &picture, const QString &path, const std::atomic<bool> &isGivenUp)
 {
     QBuffer encoded;
     QImageWriter writer(&encoded, "png");
     if (!writer.write(picture))
         return QStringLiteral("%1: %2").arg(path, writer.errorString());
-    OutputFile file(path);
+    OutputFile file(path, isGivenUp);
     const bool isWritten = file.open() && file.write(encoded.data().constData(), encoded.size()) && file.close();
     return isWritten ? QString() : file.error();
 }
 
 QString writeTable(ValueTable &table, const QString &path, const std::atomic<bool> &isGivenUp)
 {
-    OutputFile file(path);
+    OutputFile file(path, isGivenUp);
     if (!file.open())
         return file.error();
     for (QByteArray text = table.head(); !text.isEmpty(); text = table.nextRows()) {
@@ -49,8 +49,8 @@ void PlotView::saveImage(const QString &file, double scale)
     QString error;
     const QString path = pathFor(file, error);
     const QImage picture = error.isEmpty() ? pictureOf(*this, scale, error) : QImage();
-    m_files->start(file, [picture, path, error](const std::atomic<bool> &) {
-        return error.isEmpty() ? writePicture(picture, path) : error;
+    m_files->start(file, [picture, path, error](const std::atomic<bool> &isGivenUp) {
+        return error.isEmpty() ? writePicture(picture, path, isGivenUp) : error;
     });
 }
 

@@ -8,11 +8,16 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <chrono>
 #include <cstring>
+#include <future>
 #include <memory>
 #include <random>
+#include <thread>
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -26,6 +31,16 @@ QByteArray textOf(double value, SampleType type)
 {
     char text[longestNumberText];
     return QByteArray(text, int(writeNumber(text, value, type) - text));
+}
+
+/// More than a pipe holds, as values and as a picture.
+QVector<double> someNoise()
+{
+    std::mt19937 random(3);
+    QVector<double> values(100'000);
+    for (double &value : values)
+        value = double(random());
+    return values;
 }
 
 } // namespace
@@ -56,10 +71,15 @@ private slots:
     void keepsTheFileBeforeUntilAllIsThere();
     void warnsWhereNobodyListens();
     void givesUpWithItsView();
+    void givesUpAPipeThatNothingReads_data();
+    void givesUpAPipeThatNothingReads();
+    void saysThatAReaderLeft();
     void writesAPicture();
     void writesSeveralFilesAtOnce();
 
 private:
+    /// Makes a named pipe and returns its path.
+    QString newPipe() const;
     /// What saveValues() writes; "error: ..." if it doesn't.
     QByteArray saved();
 
@@ -74,6 +94,12 @@ void tst_PlotFiles::init()
     m_path = m_folder->filePath(QStringLiteral("values.csv"));
     m_view = std::make_unique<PlotView>();
     m_view->setSize(QSizeF(300.0, 200.0));
+}
+
+QString tst_PlotFiles::newPipe() const
+{
+    const QString pipe = m_folder->filePath(QStringLiteral("pipe"));
+    return mkfifo(pipe.toLocal8Bit().constData(), 0600) == 0 ? pipe : QString();
 }
 
 QByteArray tst_PlotFiles::saved()
@@ -231,8 +257,7 @@ void tst_PlotFiles::isReadBackByAReader()
 void tst_PlotFiles::writesInTheBackground()
 {
     StoredSeries<> line(*m_view, {1.0, 2.0});
-    const QString pipe = m_folder->filePath(QStringLiteral("pipe"));
-    QCOMPARE(mkfifo(pipe.toLocal8Bit().constData(), 0600), 0);
+    const QString pipe = newPipe();
     QSignalSpy spy(m_view.get(), &PlotView::saved);
     m_view->saveValues(pipe); // nothing reads yet, so it can't be written
     QVERIFY(spy.isEmpty());
@@ -308,6 +333,58 @@ void tst_PlotFiles::givesUpWithItsView()
     m_view->saveValues(m_path);
     m_view.reset(); // a writer that doesn't give up would be waited for, and its file would be there
     QVERIFY(QDir(m_folder->path()).entryList(QDir::Files).isEmpty());
+}
+
+void tst_PlotFiles::givesUpAPipeThatNothingReads_data()
+{
+    QTest::addColumn<bool>("isOpened");
+    QTest::addColumn<bool>("isPicture");
+    for (const bool isPicture : {false, true}) {
+        const char *what = isPicture ? "a picture" : "values";
+        QTest::addRow("%s, never opened", what) << false << isPicture;
+        QTest::addRow("%s, opened and not read", what) << true << isPicture;
+    }
+}
+
+void tst_PlotFiles::givesUpAPipeThatNothingReads()
+{
+    QFETCH(bool, isOpened);
+    QFETCH(bool, isPicture);
+    StoredSeries<> line(*m_view, someNoise());
+    const QByteArray pipe = newPipe().toLocal8Bit();
+    const int reader = isOpened ? ::open(pipe.constData(), O_RDONLY | O_NONBLOCK) : -1;
+    if (isPicture)
+        m_view->saveImage(QString::fromLocal8Bit(pipe), 4.0);
+    else
+        m_view->saveValues(QString::fromLocal8Bit(pipe));
+    QTest::qWait(200); // the pipe is full by now, or still waits for a reader
+    std::promise<void> gone;
+    std::thread rescue([&pipe, isGone = gone.get_future()] { // or the test would hang where the view does
+        if (isGone.wait_for(std::chrono::seconds(5)) == std::future_status::timeout)
+            contentOf(QString::fromLocal8Bit(pipe));
+    });
+    QElapsedTimer clock;
+    clock.start();
+    m_view.reset();
+    const qint64 taken = clock.elapsed();
+    gone.set_value();
+    rescue.join();
+    ::close(reader);
+    QVERIFY2(taken < 4000, qPrintable(QString::number(taken)));
+}
+
+void tst_PlotFiles::saysThatAReaderLeft()
+{
+    StoredSeries<> line(*m_view, someNoise());
+    const QString pipe = newPipe();
+    const int reader = ::open(pipe.toLocal8Bit().constData(), O_RDONLY | O_NONBLOCK);
+    QSignalSpy spy(m_view.get(), &PlotView::saved);
+    m_view->saveValues(pipe);
+    QTest::qWait(100); // some of it is in the pipe
+    QVERIFY(spy.isEmpty());
+    ::close(reader); // the program would end by a signal
+    QTRY_COMPARE(spy.size(), 1);
+    QCOMPARE(spy.first().at(1).toString(), pipe + QStringLiteral(": Broken pipe"));
 }
 
 void tst_PlotFiles::writesAPicture()
