@@ -23,7 +23,11 @@ PictureFrame::PictureFrame(QQuickWindow *window, QSGSimpleTextureNode *node,
             window, next, &m_connections, [this] { putBack(); }, Qt::DirectConnection);
 }
 
-PictureFrame::~PictureFrame() = default;
+PictureFrame::~PictureFrame()
+{
+    // The node deletes the texture that it shows right after the renderer, so it may not be left with ours.
+    putBack();
+}
 
 void PictureFrame::drawOnce()
 {

@@ -18,6 +18,25 @@ Item {
     }
 
     Component {
+        id: windowComponent
+
+        Window {
+            readonly property alias plot: windowScene.plot
+            readonly property alias chart: windowScene.chart
+
+            width: 300
+            height: 200
+            visible: true
+
+            PlotScene {
+                id: windowScene
+
+                anchors.fill: parent
+            }
+        }
+    }
+
+    Component {
         id: areaComponent
 
         AreaPlotter {
@@ -335,6 +354,22 @@ Item {
             settle();
             spy.clear();
             exported("after.png", 3);
+        }
+
+        function test_aWindowMayGoRightAfterAPictureOfIt() {
+            const path = tools.temporaryPath("last.png");
+            const window = windowComponent.createObject(null);
+            tryVerify(() => window.chart.zoomRect.width === 1000);
+            let gone = false;
+            window.plot.exportComplete.connect(() => {
+                window.close(); // it has no further frame
+                window.destroy();
+                gone = true;
+            });
+            window.plot.exportImage(path, 2);
+            tryVerify(() => gone);
+            wait(0);
+            compare(tools.imageSize(path), Qt.size(600, 400));
         }
 
         function test_theChartAreasOwnExportWritesNothing() {
