@@ -113,14 +113,13 @@ void SeriesReader::start()
     m_isStarting = false;
     stopJob();
     m_shownPass = 0;
-    if (m_source.isEmpty()) {
-        setStatus(Null, {});
-        return;
-    }
     SReadingRequest request;
     QString error;
-    if (!makeRequest(request, error)) {
-        setStatus(Error, error);
+    if (m_source.isEmpty() || !makeRequest(request, error)) {
+        const QPointer<SeriesReader> alive(this);
+        letGoOfStores();
+        if (alive)
+            setStatus(m_source.isEmpty() ? Null : Error, error);
         return;
     }
     setStatus(Loading, {});
@@ -156,16 +155,27 @@ void SeriesReader::showState()
         return;
     for (SeriesStore *store : qAsConst(m_stores)) {
         store->announce();
-        if (state.ended) {
-            store->setFilledElsewhere(false);
-            store->setComplete(true);
-        }
         if (!alive)
             return;
     }
-    showCounts(state);
+    if (state.ended)
+        letGoOfStores();
+    if (alive)
+        showCounts(state);
     if (alive)
         setStatus(Status(int(state.status) + 1), state.error);
+}
+
+/// No more values come: whoever wants to may append.
+void SeriesReader::letGoOfStores()
+{
+    const QPointer<SeriesReader> alive(this);
+    for (SeriesStore *store : qAsConst(m_stores)) {
+        store->setFilledElsewhere(false);
+        store->setComplete(true);
+        if (!alive)
+            return;
+    }
 }
 
 void SeriesReader::showCounts(const SReadingState &state)

@@ -178,6 +178,7 @@ private:
     void showState();
     void showSeries(const SReadingState &state);
     void keepAtMost();
+    void letGoOfStores();
     void showCounts(const SReadingState &state);
     void setStatus(Status status, const QString &error);
 

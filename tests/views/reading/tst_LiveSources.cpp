@@ -288,6 +288,10 @@ void tst_LiveSources::aStoreThatIsFilledTakesNothingElse()
     reader.reload();
     QTRY_COMPARE(shownStores(reader), QByteArray("1 2 3"));
     QVERIFY(!writer.append(7.0));
+    reader.setSource(QString());
+    QTRY_COMPARE(reader.status(), SeriesReader::Null);
+    QVERIFY(store->isComplete());
+    QVERIFY(writer.append(7.0));
     SeriesStore::setRefusal(nullptr);
 }
 
