@@ -44,7 +44,7 @@ public:
     {
         m_geometry.allocate(verticesOfRect * std::max(leastRects, int(rects.size())));
         QSGGeometry::Point2D *vertex = m_geometry.vertexDataAsPoint2D();
-        std::fill_n(vertex, m_geometry.vertexCount(), QSGGeometry::Point2D{0.0f, 0.0f});
+        QSGGeometry::Point2D *const end = vertex + m_geometry.vertexCount();
         for (const QRectF &rect : rects) {
             const float left = float(rect.left()), right = float(rect.right());
             const float top = float(rect.top()), bottom = float(rect.bottom());
@@ -55,6 +55,7 @@ public:
             (vertex++)->set(right, top);
             (vertex++)->set(right, bottom);
         }
+        std::fill(vertex, end, QSGGeometry::Point2D{0.0f, 0.0f});
         markDirty(DirtyGeometry);
     }
 
