@@ -48,7 +48,7 @@ public:
     /// The sample nearest to x, or -1. Deliberate: rounds, so the right half of a bin belongs to the next sample; and
     /// an area that does not contain (x, 0), such as one of height 0, has no samples.
     virtual int index_at(double x) const;
-    /// The bar of sample index_at(point.x), which stands on 0; null if there is no such sample.
+    /// The bar of sample index_at(point.x), from 0 up to its value; a null rectangle without such a sample.
     virtual const QRectF area_at(const QPointF &point) const;
 
     // linking

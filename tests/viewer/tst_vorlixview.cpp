@@ -672,7 +672,7 @@ void tst_vorlixview::noNumberAtAllIsAFailure_data()
     QTest::newRow("bytes") << QByteArray("1\n2\0003\n", 6) << QStringLiteral("is not a text");
 }
 
-/// Said once, there is no picture that would pass for one, and the former one stays.
+/// The viewer says so once and writes no picture. The one that was there stays.
 void tst_vorlixview::noNumberAtAllIsAFailure()
 {
     QFETCH(QByteArray, content);

@@ -51,7 +51,8 @@ class PlotView : public QQuickItem
     Q_PROPERTY(bool following READ isFollowing NOTIFY followingChanged)
     /// Whether mouse, wheel, fingers and keys do anything.
     Q_PROPERTY(bool interactive READ isInteractive WRITE setInteractive NOTIFY interactiveChanged)
-    /// The names of the series, which hide and show them; only there if one has a name.
+    /// Whether the view lists the names of its series; a click on one hides or shows that series. Series without a name
+    /// aren't listed.
     Q_PROPERTY(bool legendVisible READ legendVisible WRITE setLegendVisible NOTIFY legendVisibleChanged)
     /// The whole of the series in small under the plot, with the part that's shown.
     Q_PROPERTY(bool overviewVisible READ overviewVisible WRITE setOverviewVisible NOTIFY overviewVisibleChanged)
