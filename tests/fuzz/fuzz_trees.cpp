@@ -9,7 +9,7 @@
 #include "filters/FixedDecimatorU64.h"
 #include "filters/MinimalWidth2D.h"
 #include "filters/MovingAvarangeU64.h"
-#include "fuzz/Bytes.h"
+#include "fuzz/TroupeTarget.h"
 #include "plotters/AreaPlotter.h"
 #include "plotters/BarDecorator.h"
 #include "plotters/BarPlotter.h"
@@ -18,10 +18,6 @@
 #include "sources/RandomU64Data.h"
 #include "sources/SCSVReader.h"
 #include "stress/Cast.h"
-
-#include <QCoreApplication>
-#include <QEvent>
-#include <QGuiApplication>
 
 namespace {
 
@@ -61,55 +57,22 @@ QObject *makeObject(const QByteArray &type)
 void play(Cast &cast, Bytes &bytes)
 {
     static const QVector<QByteArray> types = Cast::areaTypes() + Cast::plotterTypes() + Cast::nodeTypes();
-    switch (bytes.below(12)) {
-    case 0:
+    const int deed = bytes.below(12);
+    if (playCommon(cast, deed))
+        return;
+    if (deed == 0)
         cast.add(types.at(bytes.below(types.size())));
-        break;
-    case 1:
-    case 2:
-    case 3:
-        cast.link();
-        break;
-    case 4:
-        cast.unlink();
-        break;
-    case 5:
-        cast.destroyOne();
-        break;
-    case 6:
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        break;
-    case 7:
-    case 8:
+    else if (deed <= 8)
         cast.mistreat();
-        break;
-    default:
+    else
         cast.act();
-    }
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    static int argc = 3;
-    static const char *argv[] = {"fuzz_trees", "-platform", "offscreen", nullptr};
-    // Never destroyed: the offscreen platform would leave its screens behind, which the leak sanitizer reports.
-    static const auto *const application = new QGuiApplication(argc, const_cast<char **>(argv));
-    Q_UNUSED(application)
-    static const bool quiet = [] {
-        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
-        return true;
-    }();
-    Q_UNUSED(quiet)
-
-    Bytes bytes(data, size);
-    Chance chance([&bytes] { return bytes.raw<uint32_t>(); });
-    Cast cast(chance, makeObject);
-    for (int i = 0; i < 8; ++i)
-        play(cast, bytes);
-    while (!bytes.atEnd())
-        play(cast, bytes);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    beQuietApplication("fuzz_trees");
+    playAll<Cast>(data, size, makeObject, play);
     return 0;
 }

@@ -3,7 +3,7 @@
 // Views, series, stores, axes and what else belongs to plots, made, linked, fed, painted, mistreated and destroyed at
 // random. There is nothing to compare: nothing may crash, hang or leak.
 
-#include "fuzz/Bytes.h"
+#include "fuzz/TroupeTarget.h"
 #include "stress/PlotCast.h"
 #include "views/items/AreaSeries.h"
 #include "views/items/BarSeries.h"
@@ -16,10 +16,6 @@
 #include "views/items/PlotTheme.h"
 #include "views/items/PlotView.h"
 #include "views/items/ValueAxis.h"
-
-#include <QCoreApplication>
-#include <QEvent>
-#include <QGuiApplication>
 
 namespace {
 
@@ -62,61 +58,26 @@ void paint(PlotCast &cast)
 
 void play(PlotCast &cast, Bytes &bytes)
 {
-    switch (bytes.below(14)) {
-    case 0:
+    const int deed = bytes.below(14);
+    if (playCommon(cast, deed))
+        return;
+    if (deed == 0)
         cast.add(PlotCast::types().at(bytes.below(int(PlotCast::types().size()))));
-        break;
-    case 1:
-    case 2:
-    case 3:
-        cast.link();
-        break;
-    case 4:
-        cast.unlink();
-        break;
-    case 5:
-        cast.destroyOne();
-        break;
-    case 6:
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        break;
-    case 7:
+    else if (deed == 7)
         QCoreApplication::processEvents(); // tells of what stores got
-        break;
-    case 8:
-    case 9:
+    else if (deed <= 9)
         cast.mistreat();
-        break;
-    case 10:
+    else if (deed == 10)
         paint(cast);
-        break;
-    default:
+    else
         cast.act();
-    }
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    static int argc = 3;
-    static const char *argv[] = {"fuzz_views", "-platform", "offscreen", nullptr};
-    // Never destroyed: the offscreen platform would leave its screens behind, which the leak sanitizer reports.
-    static const auto *const application = new QGuiApplication(argc, const_cast<char **>(argv));
-    Q_UNUSED(application)
-    static const bool quiet = [] {
-        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
-        return true;
-    }();
-    Q_UNUSED(quiet)
-
-    Bytes bytes(data, size);
-    Chance chance([&bytes] { return bytes.raw<uint32_t>(); });
-    PlotCast cast(chance, makeObject);
-    for (int i = 0; i < 8; ++i)
-        play(cast, bytes);
-    while (!bytes.atEnd())
-        play(cast, bytes);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    beQuietApplication("fuzz_views");
+    playAll<PlotCast>(data, size, makeObject, play);
     return 0;
 }

@@ -3,28 +3,14 @@
 
 #include "plugin/TypeList.h"
 #include "stress/HostileValues.h"
+#include "stress/MetaCalls.h"
 
-#include <QMetaMethod>
-#include <QMetaProperty>
-#include <QQuickItem>
+#include <QColor>
 #include <QRectF>
 
-#include <algorithm>
 #include <functional>
 
 namespace {
-
-void write(QObject *object, const char *property, const QVariant &value)
-{
-    if (object)
-        object->setProperty(property, value);
-}
-
-void call(QObject *object, const char *method)
-{
-    if (object)
-        QMetaObject::invokeMethod(object, method);
-}
 
 QVector<QByteArray> typesOf(TypeKind kind)
 {
@@ -56,24 +42,6 @@ const QVector<QByteArray> &Cast::nodeTypes()
     return types;
 }
 
-Cast::Cast(Chance &chance, Creator creator) : m_chance(chance), m_creator(std::move(creator)) {}
-
-Cast::~Cast()
-{
-    QVector<QObject *> left = living();
-    m_chance.shuffle(left);
-    for (QObject *object : qAsConst(left))
-        delete object;
-}
-
-QObject *Cast::add(const QByteArray &type)
-{
-    QObject *object = m_creator(type);
-    if (object)
-        m_objects.append(object);
-    return object;
-}
-
 void Cast::addEverybody()
 {
     for (const auto &types : {areaTypes(), plotterTypes(), nodeTypes()}) {
@@ -83,30 +51,6 @@ void Cast::addEverybody()
     add("ChartArea");
     add("BarPlotter");
     add("Filter1D");
-}
-
-QVector<QObject *> Cast::living()
-{
-    m_objects.erase(std::remove(m_objects.begin(), m_objects.end(), nullptr), m_objects.end());
-    QVector<QObject *> objects;
-    for (const QPointer<QObject> &object : qAsConst(m_objects))
-        objects.append(object);
-    return objects;
-}
-
-bool Cast::isEmpty()
-{
-    return living().isEmpty();
-}
-
-QObject *Cast::any(const char *className)
-{
-    QVector<QObject *> fitting;
-    for (QObject *object : living()) {
-        if (object->inherits(className))
-            fitting.append(object);
-    }
-    return fitting.isEmpty() ? nullptr : m_chance.pick(fitting);
 }
 
 void Cast::link()
@@ -190,19 +134,6 @@ void Cast::mistreat()
         mistreatProperty(*object);
 }
 
-void Cast::mistreatProperty(QObject &object)
-{
-    const QMetaObject &meta = *object.metaObject();
-    // Those of the item itself are Qt's business.
-    const QMetaObject &base = object.inherits("QQuickItem") ? QQuickItem::staticMetaObject : QObject::staticMetaObject;
-    const int first = base.propertyCount();
-    const QMetaProperty property = meta.property(first + m_chance.below(meta.propertyCount() - first));
-    if (!property.isWritable())
-        return;
-    const QVariant ofItsType = hostileValue(m_chance, property.userType());
-    property.write(&object, ofItsType.isValid() && !m_chance.oneIn(3) ? ofItsType : hostileVariant(m_chance));
-}
-
 void Cast::mistreatInvokable(QObject &object)
 {
     QObject *area = object.inherits("IChartArea") ? &object : nullptr;
@@ -223,48 +154,4 @@ void Cast::mistreatInvokable(QObject &object)
         },
     };
     m_chance.pick(ways)();
-}
-
-void Cast::destroyOne()
-{
-    QObject *object = any("QObject");
-    if (!object)
-        return;
-    if (auto *item = qobject_cast<QQuickItem *>(object); item && m_chance.oneIn(3))
-        item->setParentItem(nullptr);
-    if (m_chance.oneIn(2))
-        delete object;
-    else
-        object->deleteLater();
-}
-
-bool callWith(QObject *object, const char *method, const char *argumentType, QObject *argument)
-{
-    if (!object)
-        return false;
-    const QByteArray signature = QByteArray(method) + '(' + argumentType + ')';
-    const int index = object->metaObject()->indexOfMethod(signature);
-    if (index < 0)
-        return false;
-    // A pointer to an object has the same address as one to its first base.
-    const QGenericArgument typed(argumentType, &argument);
-    return object->metaObject()->method(index).invoke(object, Qt::DirectConnection, typed);
-}
-
-bool writeObject(QObject *object, const char *property, QObject *value)
-{
-    const int index = object ? object->metaObject()->indexOfProperty(property) : -1;
-    if (index < 0)
-        return false;
-    const QMetaProperty written = object->metaObject()->property(index);
-    return written.write(object, QVariant(written.userType(), static_cast<const void *>(&value)));
-}
-
-bool writeObjects(QObject *object, const char *property, const QList<QObject *> &values)
-{
-    const int index = object ? object->metaObject()->indexOfProperty(property) : -1;
-    if (index < 0)
-        return false;
-    const QMetaProperty written = object->metaObject()->property(index);
-    return written.write(object, QVariant(written.userType(), static_cast<const void *>(&values)));
 }

@@ -1,30 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "stress/PlotCast.h"
 
-#include "stress/Cast.h"
 #include "stress/HostileValues.h"
+#include "stress/MetaCalls.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
-#include <QMetaProperty>
 #include <QQmlListReference>
 #include <QQuickItem>
 
-#include <algorithm>
+#include <functional>
 
 namespace {
-
-void write(QObject *object, const char *property, const QVariant &value)
-{
-    if (object)
-        object->setProperty(property, value);
-}
-
-void call(QObject *object, const char *method)
-{
-    if (object)
-        QMetaObject::invokeMethod(object, method);
-}
 
 void press(QObject *view, int key, Qt::KeyboardModifiers modifiers)
 {
@@ -53,53 +40,12 @@ const QVector<QByteArray> &PlotCast::types()
     return types;
 }
 
-PlotCast::PlotCast(Chance &chance, Creator creator) : m_chance(chance), m_creator(std::move(creator)) {}
-
-PlotCast::~PlotCast()
-{
-    m_chance.shuffle(m_objects);
-    while (!m_objects.isEmpty())
-        delete m_objects.takeLast().data(); // null if somebody took it along
-}
-
-QObject *PlotCast::add(const QByteArray &type)
-{
-    QObject *object = m_creator(type);
-    if (object)
-        m_objects.append(object);
-    return object;
-}
-
 void PlotCast::addEverybody()
 {
     for (const QByteArray &type : types())
         add(type);
     for (const char *type : {"PlotView", "LineSeries", "BarSeries", "SeriesStore", "SeriesStore"})
         add(type);
-}
-
-QVector<QObject *> PlotCast::living()
-{
-    m_objects.erase(std::remove(m_objects.begin(), m_objects.end(), nullptr), m_objects.end());
-    QVector<QObject *> objects;
-    for (const QPointer<QObject> &object : qAsConst(m_objects))
-        objects.append(object);
-    return objects;
-}
-
-bool PlotCast::isEmpty()
-{
-    return living().isEmpty();
-}
-
-QObject *PlotCast::any(const char *className)
-{
-    QVector<QObject *> fitting;
-    for (QObject *object : living()) {
-        if (object->inherits(className))
-            fitting.append(object);
-    }
-    return fitting.isEmpty() ? nullptr : m_chance.pick(fitting);
 }
 
 void PlotCast::link()
@@ -202,19 +148,6 @@ void PlotCast::mistreat()
         mistreatProperty(*object);
 }
 
-void PlotCast::mistreatProperty(QObject &object)
-{
-    const QMetaObject &meta = *object.metaObject();
-    const QMetaObject &base = object.inherits("QQuickItem") ? QQuickItem::staticMetaObject : QObject::staticMetaObject;
-    const int first = base.propertyCount();
-    const QMetaProperty property = meta.property(first + m_chance.below(meta.propertyCount() - first));
-    if (!property.isWritable())
-        return;
-    const QVariant ofItsType =
-        property.isEnumType() ? hostileInt(m_chance) : hostileValue(m_chance, property.userType());
-    property.write(&object, ofItsType.isValid() && !m_chance.oneIn(3) ? ofItsType : hostileVariant(m_chance));
-}
-
 void PlotCast::mistreatView(QObject *view)
 {
     const double a = hostileDouble(m_chance);
@@ -249,17 +182,4 @@ void PlotCast::mistreatSeries(QObject *series)
     QMetaObject::invokeMethod(series, "extremeIn", Q_RETURN_ARG(QVariantMap, found),
                               Q_ARG(double, hostileDouble(m_chance)), Q_ARG(double, hostileDouble(m_chance)));
     write(series, m_chance.oneIn(2) ? "values" : "xValues", QVariant::fromValue(hostileSeries(m_chance)));
-}
-
-void PlotCast::destroyOne()
-{
-    QObject *object = any("QObject");
-    if (!object)
-        return;
-    if (auto *item = qobject_cast<QQuickItem *>(object); item && m_chance.oneIn(3))
-        item->setParentItem(nullptr);
-    if (m_chance.oneIn(2))
-        delete object;
-    else
-        object->deleteLater();
 }

@@ -3,6 +3,7 @@
 // Values that make no sense.
 
 #include "stress/Cast.h"
+#include "stress/Plays.h"
 #include "stress/Scenario.h"
 
 namespace {
@@ -26,15 +27,8 @@ class HostileValues : public Scenario
             m_window = stage.open();
         Cast cast(stage.chance, castIn(stage, *m_window));
         cast.addEverybody();
-        for (int i = 0; i < 30; ++i)
-            cast.link();
-        for (int i = 0; i < 60; ++i) {
-            cast.mistreat();
-            if (stage.chance.oneIn(4))
-                cast.act();
-            if (stage.chance.oneIn(8))
-                stage.frames(*m_window, 1);
-        }
+        linkOften(cast, 30);
+        mistreatOften(stage, *m_window, cast, 60);
     }
 
     std::unique_ptr<QQuickWindow> m_window;

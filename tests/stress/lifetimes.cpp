@@ -3,6 +3,8 @@
 // Destroying things in every order and at every moment.
 
 #include "stress/Cast.h"
+#include "stress/MetaCalls.h"
+#include "stress/Plays.h"
 #include "stress/Scenario.h"
 
 namespace {
@@ -23,21 +25,12 @@ class DestroyOrders : public Scenario
             m_window = stage.open();
         Cast cast(stage.chance, castIn(stage, *m_window));
         cast.addEverybody();
-        for (int i = 0; i < 40; ++i)
-            cast.link();
+        linkOften(cast, 40);
         for (int i = 0; i < 20; ++i)
             cast.act();
         if (stage.chance.oneIn(2))
             stage.frames(*m_window, 1);
-        while (!cast.isEmpty()) {
-            cast.destroyOne();
-            cast.act();
-            cast.unlink();
-            if (stage.chance.oneIn(3))
-                cast.link();
-            if (stage.chance.oneIn(2))
-                stage.spin();
-        }
+        destroyOneByOne(stage, cast);
     }
 
     std::unique_ptr<QQuickWindow> m_window;
@@ -54,8 +47,7 @@ class DestroyInHandlers : public Scenario
             m_window = stage.open();
         Cast cast(stage.chance, castIn(stage, *m_window));
         cast.addEverybody();
-        for (int i = 0; i < 30; ++i)
-            cast.link();
+        linkOften(cast, 30);
         Trigger trigger([&] { cast.destroyOne(); });
         for (int i = 0; i < 3; ++i) {
             QObject *sender = cast.any("QObject");

@@ -4,6 +4,7 @@
 
 #include "stress/Cast.h"
 #include "stress/FreshChart.h"
+#include "stress/MetaCalls.h"
 #include "stress/Scenario.h"
 
 #include <functional>

@@ -3,6 +3,7 @@
 // Handlers that change what has just changed.
 
 #include "stress/Cast.h"
+#include "stress/Plays.h"
 #include "stress/Scenario.h"
 
 namespace {
@@ -45,8 +46,7 @@ class ReentrantCast : public Scenario
             m_window = stage.open();
         Cast cast(stage.chance, castIn(stage, *m_window));
         cast.addEverybody();
-        for (int i = 0; i < 30; ++i)
-            cast.link();
+        linkOften(cast, 30);
         int depth = 0;
         Trigger trigger([&] {
             if (depth >= 3)

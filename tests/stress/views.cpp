@@ -2,6 +2,7 @@
 
 // Plots of the companion module: destroyed in every order, fed by another thread, given values that make no sense.
 
+#include "stress/Plays.h"
 #include "stress/PlotCast.h"
 #include "stress/Scenario.h"
 #include "views/store/SeriesStore.h"
@@ -16,12 +17,10 @@ namespace {
 PlotCast::Creator plotsIn(Stage &stage, QQuickWindow &window)
 {
     return [&](const QByteArray &type) -> QObject * {
-        const QString text =
-            QStringLiteral("import VorlixPlugin.Views 1.0\n%1 {%2}")
-                .arg(QString::fromUtf8(type),
-                     type == "PlotView" || type == "OverviewStrip" ? QStringLiteral(" width: 160; height: 100 ")
-                                                                   : QString());
         const bool isItem = type == "PlotView" || type == "OverviewStrip";
+        const QString size = isItem ? QStringLiteral(" width: 160; height: 100 ") : QString();
+        const QString text =
+            QStringLiteral("import VorlixPlugin.Views 1.0\n%1 {%2}").arg(QString::fromUtf8(type), size);
         return isItem ? stage.makeIn(window, text) : stage.make(text);
     };
 }
@@ -32,7 +31,7 @@ void expectRefusals(Stage &stage)
     constexpr int often = 1'000'000;
     for (const char *line :
          {"isn't a finite number", "isn't above 0", "can't be", "would close a circle", "isn't a format for one number",
-          "is no color", "QFont::fromString: Invalid description", "isn't a color", "go back or aren't numbers",
+          "QFont::fromString: Invalid description", "isn't a color", "go back or aren't numbers",
           "a number or a list of numbers was expected", "of the list is not a number", "is not a value type",
           "the store isn't empty", "doesn't fit into", "/nowhere/values: No such file or directory",
           "there are no values in view"})
@@ -84,21 +83,12 @@ class PlotsInAnyOrder : public Scenario
             m_window = stage.open();
         PlotCast cast(stage.chance, plotsIn(stage, *m_window));
         cast.addEverybody();
-        for (int i = 0; i < 40; ++i)
-            cast.link();
+        linkOften(cast, 40);
         const Feeder feeder(cast);
         for (int i = 0; i < 20; ++i)
             cast.act();
         stage.frames(*m_window, 1);
-        while (!cast.isEmpty()) {
-            cast.destroyOne();
-            cast.act();
-            cast.unlink();
-            if (stage.chance.oneIn(3))
-                cast.link();
-            if (stage.chance.oneIn(2))
-                stage.spin();
-        }
+        destroyOneByOne(stage, cast);
     }
 
     std::unique_ptr<QQuickWindow> m_window;
@@ -115,15 +105,8 @@ class HostilePlots : public Scenario
             m_window = stage.open();
         PlotCast cast(stage.chance, plotsIn(stage, *m_window));
         cast.addEverybody();
-        for (int i = 0; i < 40; ++i)
-            cast.link();
-        for (int i = 0; i < 80; ++i) {
-            cast.mistreat();
-            if (stage.chance.oneIn(4))
-                cast.act();
-            if (stage.chance.oneIn(8))
-                stage.frames(*m_window, 1);
-        }
+        linkOften(cast, 40);
+        mistreatOften(stage, *m_window, cast, 80);
     }
 
     std::unique_ptr<QQuickWindow> m_window;
@@ -140,8 +123,7 @@ class MovedPlots : public Scenario
         auto second = stage.open();
         PlotCast cast(stage.chance, plotsIn(stage, *first));
         cast.addEverybody();
-        for (int i = 0; i < 40; ++i)
-            cast.link();
+        linkOften(cast, 40);
         for (int i = 0; i < 6; ++i) {
             auto *view = qobject_cast<QQuickItem *>(cast.any("PlotView"));
             QQuickItem *const homes[] = {first->contentItem(), second->contentItem(), nullptr};
