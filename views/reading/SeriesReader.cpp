@@ -206,7 +206,9 @@ void SeriesReader::showSeries(const SReadingState &state)
             connect(m_stores.last(), &SeriesStore::maximumCountChanged, this, &SeriesReader::keepAtMost);
         }
         const SReadSeries &series = state.series.at(i);
-        m_stores.at(i)->setFilledElsewhere(!state.ended);
+        m_stores.at(i)->setFilledElsewhere(!state.ended,
+                                           QStringLiteral("a SeriesReader is filling this store. Append to a store of "
+                                                          "your own, or call the reader's cancel() before"));
         m_stores.at(i)->setComplete(state.ended);
         m_stores.at(i)->setStartTime(series.startTime);
         m_stores.at(i)->setData(series.data);

@@ -46,6 +46,7 @@ MovingAverage::MovingAverage(QObject *parent) : QObject(parent)
 {
     m_work.setInterval(0);
     connect(&m_work, &QTimer::timeout, this, &MovingAverage::work);
+    m_store.setFilledElsewhere(true, QStringLiteral("a MovingAverage fills this store. Use a store of your own"));
 }
 
 void MovingAverage::setSource(SeriesStore *source)
@@ -74,7 +75,8 @@ void MovingAverage::setDepth(int depth)
 
 void MovingAverage::restart()
 {
-    m_store.clear();
+    if (m_store.snapshot().end() > 0)
+        m_store.setData(SeriesData::create(SampleType::Float64));
     m_revision = m_source ? m_source->revision() : 0;
     look();
 }
@@ -139,7 +141,9 @@ bool MovingAverage::average(const SeriesSnapshot &values, qint64 from, qint64 to
         sum.add(portion[i], -1);
         sum.add(portion[i + m_depth], 1);
     }
-    const bool isAppended = m_store.data()->append(m_averages.constData(), count);
+    const std::shared_ptr<SeriesData> averages = m_store.data();
+    const bool isAppended = averages->append(m_averages.constData(), count);
+    averages->dropBefore(values.begin());
     m_store.announce();
     return isAppended;
 }

@@ -81,9 +81,7 @@ void SeriesStore::appendBuffer(const QVariant &buffer, ValueType type)
 QString SeriesStore::whyNotTaken() const
 {
     if (m_state->isFilledElsewhere())
-        return QStringLiteral(
-            "a SeriesReader is filling this store. Append to a store of your own, or call the reader's "
-            "cancel() before");
+        return m_whyNotTaken;
     return QStringLiteral("a value doesn't fit into %1, or there is no memory left")
         .arg(QLatin1String(nameOf(data()->type())));
 }
@@ -110,6 +108,10 @@ void SeriesStore::setValueType(ValueType type)
 {
     if (type == valueType())
         return;
+    if (m_state->isFilledElsewhere()) {
+        refuse(QStringLiteral("valueType: ") + whyNotTaken());
+        return;
+    }
     if (!isSampleType(type) || !snapshot().isEmpty()) {
         refuse(isSampleType(type) ? QStringLiteral("valueType: the store isn't empty; clear() it before")
                                   : QStringLiteral("valueType: %1 is not a value type").arg(int(type)));
@@ -147,8 +149,9 @@ void SeriesStore::setComplete(bool complete)
     showChanges();
 }
 
-void SeriesStore::setFilledElsewhere(bool isFilledElsewhere)
+void SeriesStore::setFilledElsewhere(bool isFilledElsewhere, const QString &words)
 {
+    m_whyNotTaken = words.isEmpty() ? QStringLiteral("another thread fills this store") : words;
     m_state->setFilledElsewhere(isFilledElsewhere);
     if (!isFilledElsewhere)
         m_state->setMaximumCount(m_state->maximumCount()); // what came meanwhile may be too much

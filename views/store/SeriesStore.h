@@ -126,9 +126,10 @@ public:
     /// Puts another series in place. Cells of external memory are built now if they are few, else in the background.
     void setData(const std::shared_ptr<SeriesData> &data);
     void setComplete(bool complete);
-    /// Whether another thread fills data() itself. Until it has ended, append(), appendBuffer(), clear() and writers
-    /// are refused, and that thread lets older values go.
-    void setFilledElsewhere(bool isFilledElsewhere);
+    /// Whether something else fills data() itself, such as another thread. Until it has ended, append(),
+    /// appendBuffer(), clear(), another value type and writers are refused, and what fills it lets older values go.
+    /// `words` tell a script who that is and what to do instead.
+    void setFilledElsewhere(bool isFilledElsewhere, const QString &words = {});
     /// How many times all values were replaced.
     int revision() const { return m_revision; }
 
@@ -154,6 +155,7 @@ private:
     QString whyNotTaken() const;
 
     const std::shared_ptr<StoreState> m_state;
+    QString m_whyNotTaken; ///< while it's filled elsewhere
     SeriesSnapshot m_frame;
     qreal m_startTime = std::numeric_limits<qreal>::quiet_NaN();
     int m_revision = 0;

@@ -45,6 +45,8 @@ private slots:
     void startsAnewWithOtherValues();
     void outlivesItsSource();
     void longSeriesDontHoldUpTheThread();
+    void refusesValuesOfOthers();
+    void letsGoWhatLeavesItsSource();
 };
 
 void tst_MovingAverage::isTheMeanOfWhatIsAround_data()
@@ -155,6 +157,57 @@ void tst_MovingAverage::longSeriesDontHoldUpTheThread()
     QCOMPARE(average.store()->count(), 4e6);
     QCOMPARE(average.store()->minimum(), 2.0);
     QCOMPARE(average.store()->maximum(), 2.0);
+}
+
+/// The averages are computed: what a script appends would stand among them, without a word.
+void tst_MovingAverage::refusesValuesOfOthers()
+{
+    static QStringList words;
+    SeriesStore::setRefusal([](const QObject *, const QString &refused) { words.append(refused); });
+    SeriesStore source;
+    source.setComplete(false);
+    source.append(QVariantList{1, 3, 5, 7});
+    MovingAverage average;
+    average.setDepth(3);
+    SeriesStore &store = *average.store();
+    store.setValueType(SeriesStore::Int8); // the averages would be rounded
+    average.setSource(&source);
+    QTRY_COMPARE(store.count(), 3.0);
+    store.append(QVariantList{1, 2});
+    store.appendBuffer(QByteArray(16, '\0'));
+    store.clear();
+    QVERIFY(!store.append(4.0));
+    QVERIFY(!store.writer().append(4.0));
+    SeriesStore::setRefusal(nullptr);
+    QCOMPARE(words.size(), 4);
+    for (const char *what : {"valueType", "append", "appendBuffer", "clear"})
+        QCOMPARE(words.takeFirst(),
+                 QLatin1String(what) + QStringLiteral(": a MovingAverage fills this store. Use a store of your own"));
+    source.setComplete(true);
+    QTRY_COMPARE(store.count(), 4.0);
+    QCOMPARE(stored(store), (QVector<double>{2.0, 3.0, 5.0, 6.0}));
+    average.setDepth(1); // still its own to clear
+    QCOMPARE(store.count(), 0.0);
+}
+
+/// Else a series that is kept short would have averages without end.
+void tst_MovingAverage::letsGoWhatLeavesItsSource()
+{
+    SeriesStore source;
+    source.setMaximumCount(300'000.0);
+    MovingAverage average;
+    average.setDepth(3);
+    average.setSource(&source);
+    const QVector<double> portion(100'000, 2.0);
+    for (int i = 0; i < 12; ++i) {
+        source.append(portion.constData(), portion.size());
+        QTRY_COMPARE(average.store()->snapshot().end(), source.snapshot().end());
+    }
+    QVERIFY(source.snapshot().begin() > 0);
+    QCOMPARE(average.store()->snapshot().begin(), source.snapshot().begin());
+    QCOMPARE(average.store()->minimum(), 2.0);
+    QCOMPARE(average.store()->maximum(), 2.0);
+    QCOMPARE(average.store()->gapCount(), 0.0);
 }
 
 QTEST_GUILESS_MAIN(tst_MovingAverage)
