@@ -19,6 +19,19 @@ struct SDigits
     int count = 0;
 };
 
+/// Doubles hold all whole numbers up to this one.
+constexpr quint64 largestExactWhole = quint64(1) << DBL_MANT_DIG;
+
+/// The value of eight digits: bytes from 0 to 9, the first digit lowest.
+inline quint64 valueOfEightDigits(quint64 bytes)
+{
+    constexpr quint64 everyFourth = 0x000000FF000000FFu;
+    const quint64 pairs = 10 * bytes + (bytes >> 8); // in every second byte
+    const quint64 sum = (pairs & everyFourth) * (100 + (quint64(1'000'000) << 32))
+        + ((pairs >> 16) & everyFourth) * (1 + (quint64(10'000) << 32));
+    return sum >> 32;
+}
+
 /// The digits among the first eight bytes, up to the first that is none.
 inline SDigits upToEightDigits(const char *text)
 {
@@ -27,12 +40,7 @@ inline SDigits upToEightDigits(const char *text)
     const int count = int(qCountTrailingZeroBits(others) / 8); // a carry reaches only bytes behind the first other
     if (count == 0)
         return {};
-    constexpr quint64 everyFourth = 0x000000FF000000FFu;
-    quint64 sum = bytes << (64 - 8 * count); // as if zeros were in front
-    sum = 10 * sum + (sum >> 8);             // pairs of digits, in every second byte
-    sum = (sum & everyFourth) * (100 + (quint64(1'000'000) << 32))
-        + ((sum >> 16) & everyFourth) * (1 + (quint64(10'000) << 32));
-    return {sum >> 32, count};
+    return {valueOfEightDigits(bytes << (64 - 8 * count)), count}; // as if zeros were in front
 }
 
 /// Appends the digits at `text` and returns what is behind them.
@@ -70,7 +78,6 @@ inline const char *takeShortDecimal(const char *text, double &value, char point 
                                         1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
     constexpr int largestPower = 22;
     constexpr int mostDigits = 19; // more may not fit
-    constexpr quint64 largestWhole = quint64(1) << DBL_MANT_DIG;
 
     const bool negative = *text == '-';
     SDigits digits;
@@ -81,7 +88,7 @@ inline const char *takeShortDecimal(const char *text, double &value, char point 
         text = takeDigits(text + 1, digits);
         exponent -= digits.count;
     }
-    if (digits.count == 0 || digits.count > mostDigits || digits.value > largestWhole)
+    if (digits.count == 0 || digits.count > mostDigits || digits.value > largestExactWhole)
         return nullptr;
     if ((*text == 'e' || *text == 'E') && !(text = takeExponent(text, exponent)))
         return nullptr;

@@ -2,6 +2,7 @@
 #include "views/reading/TextRows.h"
 
 #include "common/LineEnds.h"
+#include "views/reading/PlainLines.h"
 #include "views/reading/TextTime.h"
 
 #include <algorithm>
@@ -28,15 +29,11 @@ public:
 
     void read(const char *text, const char *end)
     {
-        m_lastEnd = end - 1;
+        PlainLines plain(m_layout, m_rows, text, end);
         while (text != end) {
-            const char *const next = takePlainLine(text);
-            if (next) {
-                noteValues();
-                text = next;
-                ++m_line;
-                continue;
-            }
+            text = takePlainLines(plain, text);
+            if (text == end)
+                break;
             const auto *lineEnd = static_cast<const char *>(std::memchr(text, '\n', size_t(end - text)));
             if (!noteLine(readLine(text, lineEnd))) {
                 noteSection(text, end);
@@ -55,20 +52,13 @@ private:
         double *place;
     };
 
-    const char *takePlainLine(const char *text);
-    const char *takePlainField(const char *text, const SColumn &column);
+    const char *takePlainLines(PlainLines &plain, const char *text);
     LineKind readLine(const char *text, const char *end);
     LineKind readFields(const char *text, const char *end);
     FieldKind fieldValue(const SField &field, const STextColumn &column, double &value);
     void noteSign(char sign);
 
-    void noteValues()
-    {
-        if (m_rows.openLines > 0)
-            closeOpenLines();
-        ++m_row;
-        m_rows.rows = m_row;
-    }
+    void noteValues();
     void closeOpenLines();
     void fillGaps();
     bool noteLine(LineKind kind);
@@ -78,54 +68,20 @@ private:
     TextRows &m_rows;
     std::vector<SColumn> m_columns;
     char m_point = '.';
-    const char *m_lastEnd = nullptr;
     qint64 m_row = 0; ///< the next one, behind gaps that may not become rows
     qint64 m_line = 0;
 };
 
-bool isInnerBlank(char c, char separator)
+/// Takes lines that need no closer look and returns what is behind them.
+const char *RowReader::takePlainLines(PlainLines &plain, const char *text)
 {
-    return c == ' ' || (c == '\t' && separator != '\t');
-}
-
-/// Takes a field of the usual kind and returns what is behind it; null if it needs a closer look.
-const char *RowReader::takePlainField(const char *text, const SColumn &column)
-{
-    if (column.column.kind == STextColumn::Kind::Number)
-        return takeNumber(text, m_lastEnd, m_point, column.place[m_row]);
-    if (column.column.kind != STextColumn::Kind::Text)
-        return nullptr;
-    if (*text == '"')
-        return nullptr;
-    const char separator = m_layout.separator;
-    const char *const begin = text;
-    while (*text != '\n' && *text != separator && !(separator == blankSeparator && isBlank(*text)))
-        ++text;
-    return text != begin ? text : nullptr;
-}
-
-/// Takes a line of plain numbers, as many as there are columns, and returns what is behind its end; null if it's
-/// another one. Values may have been written then, behind the last row.
-const char *RowReader::takePlainLine(const char *text)
-{
-    const char separator = m_layout.separator;
-    const SColumn *const last = m_columns.data() + m_columns.size() - 1;
-    for (const SColumn *column = m_columns.data();; ++column) {
-        while (isInnerBlank(*text, separator))
-            ++text;
-        text = takePlainField(text, *column);
-        if (!text)
-            return nullptr;
-        const char *const behind = text;
-        while (isInnerBlank(*text, separator))
-            ++text;
-        if (column == last)
-            break;
-        if (separator == blankSeparator ? text == behind : *text++ != separator)
-            return nullptr;
+    const qint64 before = m_row;
+    text = plain.take(text, m_point, m_row);
+    if (m_row > before) {
+        m_line += m_row - before;
+        noteValues();
     }
-    text += int(*text == '\r');
-    return *text == '\n' ? text + 1 : nullptr;
+    return text;
 }
 
 /// Takes the other sign for the more likely one from now on, while both are allowed.
@@ -209,6 +165,14 @@ void RowReader::closeOpenLines()
     m_rows.firstOpenLine = -1;
 }
 
+/// Counts the rows so far, the last of which has values.
+void RowReader::noteValues()
+{
+    if (m_rows.openLines > 0)
+        closeOpenLines();
+    m_rows.rows = m_row;
+}
+
 void RowReader::fillGaps()
 {
     for (const SColumn &column : m_columns) {
@@ -229,6 +193,7 @@ bool RowReader::noteLine(LineKind kind)
         return true;
     case LineKind::Values:
     case LineKind::Doubtful:
+        ++m_row;
         noteValues();
         if (kind == LineKind::Doubtful) {
             ++m_rows.badLines;

@@ -17,6 +17,10 @@ private slots:
     void linesBecomeRows();
     void linesAreCounted_data();
     void linesAreCounted();
+    void plainNumbersAreRoundedAsStrtodDoes_data();
+    void plainNumbersAreRoundedAsStrtodDoes();
+    void linesOfAnyLengthAreRead();
+    void signsWithoutANumberAreNoNumbers();
     void aSectionEndsTheNumbers();
     void rowsDoNotDependOnWhereATextIsCut();
     void anyBytesAreTaken();
@@ -57,6 +61,31 @@ QByteArray shown(const TextRows &rows, const STextLayout &layout)
         lines << values.join(' ');
     }
     return lines.join('|');
+}
+
+/// A number with a decimal point that every reader takes.
+QByteArray randomNumber(RandomSeries &random)
+{
+    const auto digits = [&](int fewest) {
+        QByteArray text;
+        for (int i = random.whole(fewest, random.oneIn(6) ? 22 : 9); i > 0; --i)
+            text += char('0' + random.whole(0, 9));
+        return text;
+    };
+    QByteArray text = random.oneIn(3) ? "-" : random.oneIn(20) ? "+" : "";
+    if (random.oneIn(4))
+        text += digits(1);
+    else
+        text += random.oneIn(20) ? '.' + digits(1) : digits(1) + '.' + digits(1);
+    if (random.oneIn(10))
+        text += (random.oneIn(2) ? "e" : "E-") + QByteArray::number(random.whole(0, 40));
+    return text;
+}
+
+/// Blanks around a field, mostly none.
+QByteArray randomBlanks(RandomSeries &random)
+{
+    return QByteArray(random.oneIn(10) ? random.whole(1, 3) : 0, ' ');
 }
 
 } // namespace
@@ -128,6 +157,67 @@ void tst_TextRows::linesAreCounted()
                                 QByteArray::number(rows.firstBadLine),  QByteArray::number(rows.openLines),
                                 QByteArray::number(rows.openTextLines), QByteArray::number(rows.comments)};
     QTEST(counts.join(' '), "expected");
+}
+
+void tst_TextRows::plainNumbersAreRoundedAsStrtodDoes_data()
+{
+    QTest::addColumn<char>("separator");
+    QTest::addColumn<char>("point");
+    QTest::addColumn<int>("columns");
+    QTest::newRow("semicolons and commas") << ';' << ',' << 3;
+    QTest::newRow("semicolons") << ';' << '.' << 3;
+    QTest::newRow("commas") << ',' << '.' << 2;
+    QTest::newRow("tabs and commas") << '\t' << ',' << 4;
+    QTest::newRow("blanks") << ' ' << '.' << 3;
+    QTest::newRow("one column") << ' ' << '.' << 1;
+    QTest::newRow("one column, commas") << ' ' << ',' << 1;
+    QTest::newRow("many columns") << ';' << ',' << 900; // a line is longer than what is looked through at once
+}
+
+void tst_TextRows::plainNumbersAreRoundedAsStrtodDoes()
+{
+    QFETCH(char, separator);
+    QFETCH(char, point);
+    QFETCH(int, columns);
+    RandomSeries random{quint64(columns)};
+    const STextLayout layout = layoutOf(columns, separator, point == ',' ? DecimalSign::Comma : DecimalSign::Point);
+    const int lines = std::max(20, 60'000 / columns);
+    QByteArray text;
+    QVector<QVector<double>> expected{columns};
+    for (int line = 0; line < lines; ++line) {
+        for (int column = 0; column < columns; ++column) {
+            QByteArray number = randomNumber(random);
+            expected[column] << std::strtod(number.constData(), nullptr);
+            text += randomBlanks(random) + number.replace('.', point) + randomBlanks(random);
+            if (column + 1 < columns)
+                text += separator;
+        }
+        text += random.oneIn(5) ? "\r\n" : "\n";
+    }
+    const TextRows rows = convert(text, layout);
+    QCOMPARE(rows.rows, qint64(lines));
+    QCOMPARE(rows.badLines, qint64(0));
+    for (int column = 0; column < columns; ++column) {
+        const double *const values = rows.column(column);
+        COMPARE_BITS(QVector<double>(values, values + lines), expected.at(column));
+    }
+}
+
+void tst_TextRows::linesOfAnyLengthAreRead()
+{
+    // Lines end around the ends of what is looked through at once.
+    const STextLayout layout = layoutOf(2, ';', DecimalSign::Point);
+    for (int blanks = 8150; blanks < 8250; ++blanks) {
+        const QByteArray text = "1;2\n3;" + QByteArray(blanks, ' ') + "-4.5\n6;7\n";
+        QCOMPARE(shown(convert(text, layout), layout), QByteArray("1 2|3 -4.5|6 7"));
+    }
+}
+
+void tst_TextRows::signsWithoutANumberAreNoNumbers()
+{
+    const STextLayout layout = layoutOf(2, ';', DecimalSign::Comma);
+    const QByteArray text = "1;2\n--3;4\n5;-\n1,-2;3\n4-5;6\n-;-7\n-8,5;-9\n5,;6\n,5;-0\n";
+    QCOMPARE(shown(convert(text, layout), layout), QByteArray("1 2|- 4|5 -|- 3|- 6|- -7|-8.5 -9|- 6|0.5 0"));
 }
 
 void tst_TextRows::aSectionEndsTheNumbers()
