@@ -14,7 +14,7 @@ struct SChunk
 {
     const char *values = nullptr;         ///< its own or external
     std::atomic<ChunkCells<T> *> cells{}; ///< null while external values wait for their cells
-    std::unique_ptr<T[]> ownValues;       ///< null if they are external
+    std::shared_ptr<char> ownValues;      ///< null if they are external
     std::unique_ptr<ChunkCells<T>> ownCells;
     std::atomic<bool> isTaken{false}; ///< a thread builds the cells
 };

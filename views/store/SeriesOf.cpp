@@ -113,7 +113,7 @@ SRoom SeriesOf<T>::room()
     const qint64 inside = end & (chunkSize - 1);
     if (end >> chunkBits == m_nextChunk && !addChunk())
         return {};
-    return {reinterpret_cast<char *>(m_held.back()->ownValues.get() + inside), chunkSize - inside};
+    return {m_held.back()->ownValues.get() + bytesOf(inside), chunkSize - inside};
 }
 
 template <class T>
@@ -124,9 +124,9 @@ bool SeriesOf<T>::addChunk()
         return false;
     try {
         auto chunk = std::make_shared<Chunk>();
-        chunk->ownValues.reset(new T[chunkSize]); // not set to zero: every value is written before it is read
+        chunk->ownValues = m_memory.take(bytesOf(chunkSize)); // every value is written before it is read
         chunk->ownCells.reset(new ChunkCells<T>);
-        chunk->values = reinterpret_cast<const char *>(chunk->ownValues.get());
+        chunk->values = chunk->ownValues.get();
         chunk->cells = chunk->ownCells.get();
         m_directory.put(m_nextChunk, *chunk);
         m_held.push_back(std::move(chunk));

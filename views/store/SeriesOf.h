@@ -2,6 +2,7 @@
 #pragma once
 
 #include "common/ParallelParts.h"
+#include "views/store/ChunkMemory.h"
 #include "views/store/Directory.h"
 #include "views/store/SeriesData.h"
 
@@ -70,6 +71,7 @@ private:
     qint64 includeBlocks(SStatistics &statistics, qint64 from, qint64 to) const;
 
     Directory<T> m_directory;
+    ChunkMemory m_memory;                      ///< of the thread that appends
     std::deque<std::shared_ptr<Chunk>> m_held; ///< of the thread that appends
     qint64 m_nextChunk = 0;                    ///< of the thread that appends: the number of the chunk to come
     std::shared_ptr<const void> m_owner;       ///< of external memory
