@@ -75,6 +75,16 @@ void ReadingJob::fail(const InputFile &file, const QString &words)
     });
 }
 
+bool ReadingJob::failIfShortened(InputFile &file)
+{
+    if (m_wakeup.follows() || file.change() != InputFile::Change::Shrunk)
+        return false;
+    fail(file,
+         QStringLiteral("was shortened or written anew by another program while it was read, so that what is shown "
+                        "isn't all of it. Read it once more when that program is done, or set follow"));
+    return true;
+}
+
 void ReadingJob::dropExcess(SeriesData &series) const
 {
     const qint64 most = m_maximumCount;

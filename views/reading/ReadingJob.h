@@ -39,6 +39,8 @@ public:
     /// Changes the state under its lock and tells.
     void update(const std::function<void(SReadingState &)> &change);
     void fail(const InputFile &file, const QString &words);
+    /// Fails if a file that isn't followed ended because it was shortened or written anew since it was opened.
+    bool failIfShortened(InputFile &file);
     /// Why the file is read once more, to be said with what was detected; empty for the first time.
     const QString &reason() const { return m_reason; }
     /// Lets go of values beyond those that are to be kept. Called by whoever appends.

@@ -168,6 +168,8 @@ SampleReading::Next SampleReading::readAll()
             report(false);
             continue;
         }
+        if (got == InputFile::Got::End && !isWhole && m_job.failIfShortened(m_file))
+            return Next::Finish;
         if (got == InputFile::Got::End)
             report(true);
         const Next next = m_job.waitFor(m_file, got);

@@ -64,6 +64,8 @@ bool TextReading::findLayout(Next &next)
         if (!isFull && got == InputFile::Got::Bytes)
             continue;
         const bool isAtEnd = got == InputFile::Got::End;
+        if (isAtEnd && m_job.failIfShortened(m_file))
+            return false;
         const bool isWhole = isAtEnd && (m_file.isStream() || !m_job.wakeup().follows());
         if (isFull || isAtEnd || (since.isValid() && since.elapsed() >= patience)) {
             SDetection detection;
@@ -171,6 +173,8 @@ TextReading::Next TextReading::readAll()
             return Next::Finish;
         }
         const InputFile::Got got = stop == TextPump::Stop::End ? InputFile::Got::End : InputFile::Got::Nothing;
+        if (stop == TextPump::Stop::End && m_job.failIfShortened(m_file))
+            return Next::Finish;
         if (stop == TextPump::Stop::End)
             report(*m_sink, true);
         const Next next = stop == TextPump::Stop::Told ? m_job.waitFor(m_file, InputFile::Got::Nothing, 0)
