@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QSize>
 #include <QString>
 #include <QStringList>
 #include <QVariantMap>
@@ -11,14 +10,15 @@ struct SViewerOptions
 {
     enum class Action { Show, PrintAndSucceed, PrintAndFail };
 
-    bool showsWindow() const { return picture.isEmpty() && values.isEmpty(); }
+    /// Otherwise a picture or values are written.
+    bool showsWindow() const
+    {
+        return !scene.contains(QStringLiteral("picture")) && !scene.contains(QStringLiteral("values"));
+    }
 
     Action action = Action::Show;
     QString message; ///< what to print, for the two actions that print
 
-    QString picture; ///< path of the PNG to write instead of showing a window; empty for none
-    QString values;  ///< path of the CSV, or "-"; empty for none
-    QSize size;      ///< of the window or the picture, in pixels; empty if none is asked for
     bool keepsSettings = true;
     QVariantMap scene; ///< properties of the window
 };

@@ -12,8 +12,6 @@
 
 namespace {
 
-constexpr QSize usualSize(1280, 720);
-
 void addImportPaths(QQmlApplicationEngine &engine)
 {
     const QDir programFolder(QCoreApplication::applicationDirPath());
@@ -31,18 +29,12 @@ QQuickWindow *loadViewerScene(QQmlApplicationEngine &engine, const SViewerOption
     addImportPaths(engine);
     auto *const desktop = new Desktop(options.keepsSettings, &engine);
     engine.rootContext()->setContextProperty(QStringLiteral("desktop"), desktop);
-    const QSize size =
-        options.size.isEmpty() ? desktop->remembered(QStringLiteral("size"), usualSize).toSize() : options.size;
     QVariantMap scene = options.scene;
-    for (const char *name : {"look", "colors", "logarithmic", "overview"}) {
+    for (const char *name : {"pixels", "look", "colors", "logarithmic", "overview"}) {
         const QVariant value = desktop->remembered(QLatin1String(name));
-        const bool isGiven = scene.contains(QLatin1String(name));
-        if (value.isValid() && !isGiven)
+        if (value.isValid() && !scene.contains(QLatin1String(name)))
             scene.insert(QLatin1String(name), value);
     }
-    scene.insert(QStringLiteral("picture"), options.picture);
-    scene.insert(QStringLiteral("values"), options.values);
-    scene.insert(QStringLiteral("pixels"), QSizeF(size));
     engine.setInitialProperties(scene);
     engine.load(QUrl(QStringLiteral("qrc:/vorlixview/Viewer.qml")));
     return engine.rootObjects().isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());

@@ -61,8 +61,8 @@ void tst_vieweroptions::badArgumentsAreRefused_data()
     const auto row = [](const char *arguments, const QString &message) {
         QTest::newRow(arguments) << QString::fromLatin1(arguments) << message;
     };
-    row("--png out.png", "no file given for the picture; --help tells how");
-    row("--csv -", "no file given for the values; --help tells how");
+    row("--png out.png", "no file given; --help tells how");
+    row("--csv -", "no file given; --help tells how");
     row("missing.txt", "missing.txt: no such file");
     row("series.txt other/missing.txt", "other/missing.txt: no such file");
     row(".", ".: a directory, not a file of numbers");
@@ -70,8 +70,8 @@ void tst_vieweroptions::badArgumentsAreRefused_data()
     row("--colour series.txt", "Unknown option 'colour'.");
     row("--help-all", "Unknown option 'help-all'.");
     row("series.txt --png", "Missing value after '--png'.");
-    row("--png= series.txt", "--png: no file name");
-    row("--csv= series.txt", "--csv: no file name");
+    row("--png= series.txt", "--png needs a file name");
+    row("--csv= series.txt", "--csv needs a file name");
     row("--format text2 series.txt", "--format text2: not one of auto, text, npy, raw, wav");
     row("--sample-type int64 series.txt",
         "--sample-type int64: not one of float64, float32, int32, uint32, int16, uint16, int8, uint8");
@@ -175,8 +175,8 @@ void tst_vieweroptions::picturesRememberNothing()
     QVERIFY(!parsed("--no-settings").keepsSettings);
     QVERIFY(!parsed("--png out.png series.txt").keepsSettings);
     QVERIFY(!parsed("--csv - series.txt").keepsSettings);
-    QCOMPARE(parsed("--size 3000x2000").size, QSize(3000, 2000));
-    QVERIFY(parsed("").size.isEmpty());
+    QCOMPARE(parsed("--size 3000x2000").scene.value("pixels").toSizeF(), QSizeF(3000, 2000));
+    QVERIFY(!parsed("").scene.contains("pixels"));
 }
 
 int main(int argc, char **argv)
