@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: MIT
-#include "viewer/OpenGLCheck.h"
 #include "viewer/ViewerOptions.h"
 #include "viewer/ViewerScene.h"
 
+#include <QDeadlineTimer>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
 #include <QSGRendererInterface>
 #include <QTextStream>
+#include <QThread>
 
 #include <cstdio>
 #include <cstdlib>
@@ -43,16 +44,39 @@ void prepareForErrand()
     QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);
 }
 
+/// The variable that chose another renderer than OpenGL's, or the platform, which has nothing else.
+QString whoDrawsWithoutOpenGL()
+{
+    for (const char *variable : {"QT_QUICK_BACKEND", "QMLSCENE_DEVICE", "QSG_RHI"}) {
+        if (!qEnvironmentVariableIsEmpty(variable))
+            return QStringLiteral("%1=%2 draws without OpenGL")
+                .arg(QLatin1String(variable), qEnvironmentVariable(variable));
+    }
+    return QStringLiteral("the platform \"%1\" has no OpenGL").arg(QGuiApplication::platformName());
+}
+
+/// What comes at once is in the first frame already: that saves one without it.
+void awaitNumbers(const QQuickWindow &window)
+{
+    constexpr int patience = 40; // milliseconds
+    const QDeadlineTimer end(patience);
+    while (window.property("reading").toBool() && !window.property("hasNumbers").toBool() && !end.hasExpired()) {
+        QThread::msleep(1);
+        QCoreApplication::processEvents();
+    }
+}
+
+int giveUp(const QString &why)
+{
+    print(stderr, QStringLiteral("vorlixview: %1, which the charts need\n").arg(why));
+    return EXIT_FAILURE;
+}
+
 int run(int argc, char **argv, const SViewerOptions &options)
 {
     if (!options.showsWindow())
         prepareForErrand();
     QGuiApplication application(argc, argv);
-    const QString lack = options.showsWindow() ? whyNoOpenGL() : QString();
-    if (!lack.isEmpty()) {
-        print(stderr, QStringLiteral("vorlixview: %1\n").arg(lack));
-        return EXIT_FAILURE;
-    }
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/vorlixview/icon.png")));
     QGuiApplication::setDesktopFileName(QStringLiteral("vorlixview"));  // Wayland takes the icon from there
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering); // the same pixels in every run
@@ -60,6 +84,12 @@ int run(int argc, char **argv, const SViewerOptions &options)
     QQuickWindow *window = loadViewerScene(engine, options);
     if (!window)
         return EXIT_FAILURE;
+    if (options.showsWindow() && window->rendererInterface()->graphicsApi() != QSGRendererInterface::OpenGL)
+        return giveUp(whoDrawsWithoutOpenGL());
+    // Without this Qt ends the program if there is no context.
+    QObject::connect(window, &QQuickWindow::sceneGraphError, window,
+                     [] { QCoreApplication::exit(giveUp(whoDrawsWithoutOpenGL())); });
+    awaitNumbers(*window);
     window->show();
     return QGuiApplication::exec();
 }

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 LabelPool::LabelPool(QQuickItem *parent) : m_parent(parent) {}
 
@@ -22,6 +23,7 @@ void LabelPool::show(const QVector<SLabel> &labels, const QFont &font, const QCo
             item->setProperty("font", m_font);
             item->setProperty("color", m_color);
         }
+        delete std::exchange(m_letters, nullptr);
     }
     QVector<QQuickItem *> unused = m_items;
     QVector<QQuickItem *> shown(labels.size(), nullptr);
@@ -37,6 +39,24 @@ void LabelPool::show(const QVector<SLabel> &labels, const QFont &font, const QCo
     }
     for (QQuickItem *item : qAsConst(unused))
         item->setVisible(false);
+    if (!m_letters && !labels.isEmpty())
+        bringLetters();
+}
+
+/// The scene graph looks first at what came last, seen or not. With all letters at once the texture of glyphs has its
+/// size from the start: one that grows is copied by a shader, and making that takes a third of the first frame.
+void LabelPool::bringLetters()
+{
+    QString letters;
+    for (char letter = '!'; letter <= '~'; ++letter)
+        letters += QLatin1Char(letter);
+    m_letters = made();
+    if (!m_letters)
+        return;
+    m_items.removeLast();
+    // A letter has up to four pictures, by the part of a pixel that it begins at.
+    m_letters->setProperty("text", (letters + QLatin1Char('.')).repeated(5));
+    m_letters->setVisible(false);
 }
 
 QQuickItem *LabelPool::takeWithText(QVector<QQuickItem *> &unused, const QString &text) const

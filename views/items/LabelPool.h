@@ -37,11 +37,13 @@ public:
 private:
     QQuickItem *takeWithText(QVector<QQuickItem *> &unused, const QString &text) const;
     QQuickItem *made();
+    void bringLetters();
     void place(QQuickItem *item, const SLabel &label, double pixelRatio) const;
 
     QQuickItem *const m_parent;
     QQmlComponent *m_component = nullptr; ///< a child of the parent
     QVector<QQuickItem *> m_items;        ///< children of the parent
+    QQuickItem *m_letters = nullptr;      ///< one of them, never seen: all letters
     QFont m_font;
     QColor m_color;
 };
