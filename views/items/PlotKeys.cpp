@@ -79,6 +79,33 @@ void follow(PlotView &view)
         view.zoom()->toEnd();
 }
 
+bool measureByLetter(PlotView &view, int key)
+{
+    PlotMarks &marks = *view.marks();
+    switch (key) {
+    case Qt::Key_C:
+        marks.cycleCursors();
+        return true;
+    case Qt::Key_M:
+        marks.showRegion(!marks.isRegionShown());
+        return true;
+    case Qt::Key_P:
+        marks.markPeak(0);
+        return true;
+    case Qt::Key_Comma:
+        marks.markPeak(-1);
+        return true;
+    case Qt::Key_Period:
+        marks.markPeak(1);
+        return true;
+    case Qt::Key_X:
+        marks.unmarkPeak();
+        return true;
+    default:
+        return false;
+    }
+}
+
 bool pressLetter(PlotView &view, int key)
 {
     PlotZoom &zoom = *view.zoom();
@@ -108,9 +135,6 @@ bool pressLetter(PlotView &view, int key)
     case Qt::Key_L:
         zoom.switchScale();
         return true;
-    case Qt::Key_C:
-        view.marks()->cycleCursors();
-        return true;
     case Qt::Key_Escape:
         return view.hands()->cancel();
     default:
@@ -132,5 +156,5 @@ bool pressKey(PlotView &view, const QKeyEvent &event)
     if (modifiers == Qt::ShiftModifier && walkByArrow(view, key))
         return true;
     // + takes Shift on some keyboards; with Ctrl or Alt letters are the application's.
-    return !(modifiers & ~Qt::ShiftModifier) && pressLetter(view, key);
+    return !(modifiers & ~Qt::ShiftModifier) && (pressLetter(view, key) || measureByLetter(view, key));
 }

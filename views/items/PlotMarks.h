@@ -10,6 +10,7 @@
 
 class PlotCursor;
 class PlotRegion;
+class PlotSeries;
 class PlotView;
 
 /// Where cursors and regions stand, in item pixels of the view.
@@ -22,8 +23,9 @@ struct SMarksLook
     QColor fillColor;
 };
 
-/// The cursors and regions of a view: those declared in it and the two that the C key brings. It draws them over the
-/// series, keeps what they tell up to date, and moves the one that a hand took. A child of the view. GUI thread.
+/// The cursors and regions of a view: those declared in it, and its own, which the keys C, M and P bring. It draws them
+/// over the series, keeps what they tell up to date, and moves the one that a hand took. A child of the view. GUI
+/// thread.
 class PlotMarks : public QQuickItem
 {
     Q_OBJECT
@@ -46,6 +48,18 @@ public:
     /// What is to be drawn of them as things are now.
     SMarksLook lookOn(const SPlotGround &ground) const;
 
+    // Measuring: of the first visible series.
+
+    bool isRegionShown() const;
+    /// Shows a region of its own: around the marked peak, or else the middle third of what is in view.
+    void showRegion(bool shown);
+    /// Marks the highest peak in view (0), or the next one to the left (-1) or the right (1) of the mark.
+    void markPeak(int direction);
+    void unmarkPeak();
+    /// The numbers of regions, cursors and the marked peak, each a line with its name; or as CSV: a line of names and
+    /// one of numbers. Empty if nothing is shown.
+    QString numbers(bool asTable) const;
+
     // Hands
 
     /// Takes what is at a place of the view: a cursor, an edge of a region, or a region. False if nothing is.
@@ -55,6 +69,7 @@ public:
 
 signals:
     void panelsChanged();
+    void regionShownChanged();
 
 protected:
     void updatePolish() override;
@@ -82,6 +97,9 @@ private:
     void tell();
     PlotCursor *walker();
     QVector<PlotCursor *> shownCursors() const;
+    PlotSeries *firstSeries() const;
+    PlotRegion &ownRegion();
+    void placeRegion(PlotRegion &region) const;
     QVariantList panelsNow() const;
     QVariantMap cursorPanel(const QVector<PlotCursor *> &shown) const;
     QVariantMap regionPanel(const PlotRegion &region) const;
@@ -90,6 +108,8 @@ private:
     QVector<PlotCursor *> m_cursors;
     QVector<PlotRegion *> m_regions;
     PlotCursor *m_own[2];
+    PlotCursor *m_peak = nullptr;      ///< a child; made when it's needed
+    PlotRegion *m_ownRegion = nullptr; ///< likewise
     QPointer<PlotCursor> m_walker;
     STaken m_taken;
     QVariantList m_panels;

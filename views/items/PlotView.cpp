@@ -41,6 +41,7 @@ PlotView::PlotView(QQuickItem *parent)
     m_readout = std::make_unique<PlotReadout>(*this);
     m_leftOut = std::make_unique<LeftOut>(*this);
     connect(m_leftOut.get(), &LeftOut::changed, this, &PlotView::leftOutCountChanged);
+    connect(m_marks, &PlotMarks::regionShownChanged, this, &PlotView::regionVisibleChanged);
     m_ears = std::make_unique<PlotEars>(*this);
     connect(m_hands, &PlotHands::pointed, m_readout.get(), &PlotReadout::point);
     connect(m_hands, &PlotHands::left, m_readout.get(), &PlotReadout::leave);

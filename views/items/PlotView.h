@@ -58,6 +58,9 @@ class PlotView : public QQuickItem
     Q_PROPERTY(bool overviewVisible READ overviewVisible WRITE setOverviewVisible NOTIFY overviewVisibleChanged)
     /// What the series are under the pointer.
     Q_PROPERTY(bool readoutVisible READ readoutVisible WRITE setReadoutVisible NOTIFY readoutVisibleChanged)
+    /// A region of the view's own, to be measured: brought around the marked peak, or else the middle third of what is
+    /// in view.
+    Q_PROPERTY(bool regionVisible READ regionVisible WRITE setRegionVisible NOTIFY regionVisibleChanged)
     /// How many values of the visible series have no place on a log scale: those of 0 and below in the shown part of x,
     /// and on a log scale of x those that stand there. The view says it in words, too. It follows changes after a
     /// twentieth of a second.
@@ -96,6 +99,8 @@ public:
     void setOverviewVisible(bool overviewVisible);
     bool readoutVisible() const { return m_readoutVisible; }
     void setReadoutVisible(bool readoutVisible);
+    bool regionVisible() const;
+    void setRegionVisible(bool regionVisible);
     qreal leftOutCount() const;
     PlotView *linkedTo() const;
     void setLinkedTo(PlotView *view);
@@ -113,6 +118,14 @@ public:
     Q_INVOKABLE void panBy(double pixels);
     /// Shows what was shown before the last zoom or pan.
     Q_INVOKABLE void back();
+    /// Puts a mark on the highest value in view of the first visible series (0), or on the next peak to the left (-1)
+    /// or the right (1) of the mark: what rises from its surroundings by a fiftieth of the view's height. Nothing
+    /// changes if there is none.
+    Q_INVOKABLE void markPeak(int direction = 0);
+    Q_INVOKABLE void unmarkPeak();
+    /// The numbers of regions, cursors and the marked peak for people, each a line with its name; or as CSV: a line of
+    /// names and one of numbers. Empty if none is shown.
+    Q_INVOKABLE QString numbers(bool asTable = false) const;
     /// Both ways between places in the view, in item pixels, and values.
     Q_INVOKABLE QPointF mapToValue(const QPointF &position) const;
     Q_INVOKABLE QPointF mapToPosition(const QPointF &value) const;
@@ -121,7 +134,7 @@ public:
     // not. Nothing is written by halves: what was in the file stays until all is there. A view that's destroyed before
     // gives values up and finishes a picture.
 
-    /// Writes what is shown as a PNG: `scale` pixels for an item pixel, whatever the ratio of the window, and the
+    /// Writes what is shown as a PNG, or as a page of PDF to a file that ends with .pdf: `scale` pixels for an item pixel, whatever the ratio of the window, and the
     /// larger, the sharper. With the background, legend, cursors, regions and overview; without the read-out, the focus
     /// and items that are declared in the view. At most 32767 pixels to a side.
     Q_INVOKABLE void saveImage(const QString &file, double scale = 1.0);
@@ -175,6 +188,7 @@ signals:
     void legendVisibleChanged();
     void overviewVisibleChanged();
     void readoutVisibleChanged();
+    void regionVisibleChanged();
     void leftOutCountChanged();
     void linkedToChanged();
     void seriesListChanged();

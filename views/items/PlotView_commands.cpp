@@ -4,6 +4,7 @@
 #include "common/Change.h"
 #include "views/items/PlotHands.h"
 #include "views/items/PlotKeys.h"
+#include "views/items/PlotMarks.h"
 #include "views/items/PlotZoom.h"
 
 #include <QFocusEvent>
@@ -103,6 +104,31 @@ void PlotView::panBy(double pixels)
 void PlotView::back()
 {
     m_zoom->back();
+}
+
+bool PlotView::regionVisible() const
+{
+    return m_marks->isRegionShown();
+}
+
+void PlotView::setRegionVisible(bool regionVisible)
+{
+    m_marks->showRegion(regionVisible);
+}
+
+void PlotView::markPeak(int direction)
+{
+    m_marks->markPeak(direction);
+}
+
+void PlotView::unmarkPeak()
+{
+    m_marks->unmarkPeak();
+}
+
+QString PlotView::numbers(bool asTable) const
+{
+    return m_marks->numbers(asTable);
 }
 
 QPointF PlotView::mapToValue(const QPointF &position) const
