@@ -10,6 +10,8 @@
 #include <QBuffer>
 #include <QImageWriter>
 #include <QMetaMethod>
+#include <QPainter>
+#include <QPdfWriter>
 
 #include <qqmlinfo.h>
 
@@ -17,11 +19,26 @@
 
 namespace {
 
-QString writePicture(const QImage &picture, const QString &path, const std::atomic<bool> &isGivenUp)
+/// A page of the picture's size.
+bool writePage(const QImage &picture, double scale, QIODevice &device)
+{
+    constexpr double pointsPerPixel = 72.0 / 96.0;
+    QPdfWriter writer(&device);
+    writer.setPageSize(
+        QPageSize(QSizeF(picture.size()) / scale * pointsPerPixel, QPageSize::Point, QString(), QPageSize::ExactMatch));
+    writer.setPageMargins(QMarginsF());
+    QPainter painter(&writer);
+    painter.drawImage(QRectF(0.0, 0.0, writer.width(), writer.height()), picture);
+    return painter.end();
+}
+
+QString writePicture(const QImage &picture, double scale, const QString &path, const std::atomic<bool> &isGivenUp)
 {
     QBuffer encoded;
+    encoded.open(QIODevice::WriteOnly);
+    const bool isPage = path.endsWith(QLatin1String(".pdf"), Qt::CaseInsensitive);
     QImageWriter writer(&encoded, "png");
-    if (!writer.write(picture))
+    if (isPage ? !writePage(picture, scale, encoded) : !writer.write(picture))
         return QStringLiteral("%1: %2").arg(path, writer.errorString());
     OutputFile file(path, isGivenUp);
     const bool isWritten = file.open() && file.write(encoded.data().constData(), encoded.size()) && file.close();
@@ -49,8 +66,8 @@ void PlotView::saveImage(const QString &file, double scale)
     QString error;
     const QString path = pathFor(file, error);
     const QImage picture = error.isEmpty() ? pictureOf(*this, scale, error) : QImage();
-    m_files->start(file, [picture, path, error](const std::atomic<bool> &isGivenUp) {
-        return error.isEmpty() ? writePicture(picture, path, isGivenUp) : error;
+    m_files->start(file, [picture, scale, path, error](const std::atomic<bool> &isGivenUp) {
+        return error.isEmpty() ? writePicture(picture, scale, path, isGivenUp) : error;
     });
 }
 
