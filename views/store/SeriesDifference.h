@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "views/store/SeriesStore.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+#include <QVector>
+
+/// What one series is above another, value by value, in a store of its own that grows as both do: value i is that of
+/// `minuend` less `factor` times that of `subtrahend`. Where either has a gap it's a gap, and it ends where the shorter
+/// one ends. It's worked out in portions of some milliseconds between the events of this object's thread.
+class SeriesDifference : public QObject
+{
+    Q_OBJECT
+    /// The two series, or null: there is no difference then.
+    Q_PROPERTY(SeriesStore *minuend READ minuend WRITE setMinuend NOTIFY seriesChanged)
+    Q_PROPERTY(SeriesStore *subtrahend READ subtrahend WRITE setSubtrahend NOTIFY seriesChanged)
+    /// NaN and infinities change nothing.
+    Q_PROPERTY(double factor READ factor WRITE setFactor NOTIFY factorChanged)
+    /// The differences. Never null. It's complete once both series are and all is worked out.
+    Q_PROPERTY(SeriesStore *store READ store CONSTANT)
+    /// Whether there is something to work out now.
+    Q_PROPERTY(bool busy READ isBusy NOTIFY busyChanged)
+
+public:
+    explicit SeriesDifference(QObject *parent = nullptr);
+
+    SeriesStore *minuend() const { return m_minuend.series; }
+    void setMinuend(SeriesStore *series) { setSeries(m_minuend, series); }
+    SeriesStore *subtrahend() const { return m_subtrahend.series; }
+    void setSubtrahend(SeriesStore *series) { setSeries(m_subtrahend, series); }
+    double factor() const { return m_factor; }
+    void setFactor(double factor);
+    SeriesStore *store() { return &m_store; }
+    bool isBusy() const { return m_work.isActive(); }
+
+signals:
+    void seriesChanged();
+    void factorChanged();
+    void busyChanged();
+
+private:
+    struct STerm
+    {
+        QPointer<SeriesStore> series;
+        int revision = 0; ///< of the series: another one has other values
+    };
+
+    void setSeries(STerm &term, SeriesStore *series);
+    void restart();
+    void look();
+    void work();
+    void setBusy(bool busy);
+
+    STerm m_minuend;
+    STerm m_subtrahend;
+    double m_factor = 1.0;
+    SeriesStore m_store;
+    QTimer m_work;
+    QVector<double> m_portion;
+    QVector<double> m_lessened;
+};
