@@ -4,6 +4,7 @@
 #include "common/Change.h"
 #include "common/LocalPath.h"
 #include "views/reading/ReadingJob.h"
+#include "views/reading/TextPreview.h"
 
 #include <QMetaObject>
 #include <QPointer>
@@ -139,6 +140,15 @@ void SeriesReader::cancel()
 {
     if (m_job)
         m_job->wakeup().cancel();
+}
+
+QVariantList SeriesReader::firstLines(int count) const
+{
+    const QByteArray separator = m_layout.value(QStringLiteral("separator")).toString().toUtf8();
+    QVariantList lines;
+    for (const QStringList &cells : previewOf(localPath(m_source), count, separator.isEmpty() ? 0 : separator.at(0)))
+        lines.append(cells);
+    return lines;
 }
 
 /// Shows what the reading thread told last. Whoever hears of it may destroy this.

@@ -142,6 +142,9 @@ public:
     Q_INVOKABLE void reload();
     /// Stops reading for good, within 50 ms; what was read stays. reload() begins again.
     Q_INVOKABLE void cancel();
+    /// The first lines of a regular file, each a list of cells that are cut as the file is read; of a long line the
+    /// first 400 letters. Waits for the disk. Empty for pipes, and for what can't be opened.
+    Q_INVOKABLE QVariantList firstLines(int count) const;
 
     /// Files of so many bytes and more are mapped instead of copied if they can be; 0 for half of the memory. C++ only.
     void setMapFrom(qint64 bytes);
