@@ -13,6 +13,7 @@
 #include "views/items/ValueAxis.h"
 #include "views/reading/SeriesReader.h"
 #include "views/store/MovingAverage.h"
+#include "views/store/SeriesDifference.h"
 #include "views/store/SeriesStore.h"
 
 #include <QDebug>
@@ -56,6 +57,7 @@ void ViewsPlugin::registerTypes(const char *)
     registerType<SeriesStore>("SeriesStore");
     registerType<SeriesReader>("SeriesReader");
     registerType<MovingAverage>("MovingAverage");
+    registerType<SeriesDifference>("SeriesDifference");
     registerType<OverviewStrip>("OverviewStrip");
     registerType<PlotCursor>("PlotCursor");
     registerType<PlotRegion>("PlotRegion");
@@ -66,4 +68,7 @@ void ViewsPlugin::registerTypes(const char *)
     registerType<AreaSeries>("AreaSeries");
     registerType<ValueAxis>("ValueAxis");
     registerType<LogValueAxis>("LogValueAxis");
+    for (const char *name : {"FileSeries", "ReaderPanel"})
+        qmlRegisterType(QUrl(QStringLiteral("qrc:/VorlixPlugin/Views/%1.qml").arg(QLatin1String(name))), moduleUri, 1,
+                        0, name);
 }

@@ -17,6 +17,7 @@ private slots:
     void makesItsTypes();
     void takesSeriesAsTheyAreDeclared();
     void readsAFile();
+    void drawsAFile();
     void takesAFontInPixels();
     void throwsWhatAStoreDoesntTake();
     void standsBesideTheFirstModule();
@@ -37,8 +38,9 @@ std::unique_ptr<QObject> tst_ViewsModule::make(QQmlEngine &engine, const QByteAr
 void tst_ViewsModule::makesItsTypes_data()
 {
     QTest::addColumn<QByteArray>("name");
-    for (const char *name : {"PlotView", "BarSeries", "LineSeries", "AreaSeries", "ValueAxis", "LogValueAxis",
-                             "PlotTheme", "SeriesStore", "SeriesReader", "MovingAverage"})
+    for (const char *name :
+         {"PlotView", "BarSeries", "LineSeries", "AreaSeries", "ValueAxis", "LogValueAxis", "PlotTheme", "SeriesStore",
+          "SeriesReader", "MovingAverage", "SeriesDifference", "FileSeries", "ReaderPanel"})
         QTest::newRow(name) << QByteArray(name);
 }
 
@@ -85,6 +87,49 @@ void tst_ViewsModule::readsAFile()
     QVERIFY2(reader, qPrintable(error));
     QTRY_COMPARE(reader->property("highest").toDouble(), 4.5);
     QVERIFY(reader->property("isReady").toBool());
+}
+
+/// The series changes with the look, and keeps its place among the others.
+void tst_ViewsModule::drawsAFile()
+{
+    QTemporaryFile file;
+    QVERIFY(file.open());
+    file.write("t [s];U [V]\n1;2,5\n2;-4,5\n");
+    file.close();
+    QQmlEngine engine;
+    QString error;
+    const std::unique_ptr<QObject> view =
+        make(engine,
+             "PlotView { property alias file: shown\n FileSeries { id: shown; source: '" + file.fileName().toUtf8()
+                 + "'; look: 'area'; step: 0.5 } LineSeries { name: 'b' } }",
+             &error);
+    QVERIFY2(view, qPrintable(error));
+    auto *shown = view->property("file").value<QObject *>();
+    QTRY_VERIFY(!shown->property("busy").toBool());
+    QVERIFY(shown->property("hasNumbers").toBool());
+    QCOMPARE(shown->property("problem").toString(), QString());
+    shown->property("reader").value<QObject *>()->setProperty("column", QStringLiteral("U"));
+    QTRY_COMPARE(shown->property("column").toString(), QStringLiteral("U"));
+    QCOMPARE(shown->property("unit").toString(), QStringLiteral("V"));
+    QQmlListReference list(view.get(), "seriesList", &engine);
+    const auto classNames = [&list] {
+        QStringList names;
+        for (int i = 0; i < list.count(); ++i)
+            names.append(list.at(i)->metaObject()->className());
+        names.sort();
+        return names;
+    };
+    QCOMPARE(classNames(), (QStringList{"AreaSeries", "LineSeries"}));
+    const int place = list.at(0)->property("name") == QLatin1String("b") ? 1 : 0;
+    QCOMPARE(list.at(place)->property("step").toDouble(), 0.5);
+    QTRY_COMPARE(list.at(place)->property("minimum").toDouble(), -4.5);
+    shown->setProperty("look", QStringLiteral("bars"));
+    QCOMPARE(list.count(), 2);
+    QCOMPARE(list.at(place)->metaObject()->className(), "BarSeries");
+    shown->setProperty("look", QString());
+    QCOMPARE(list.at(place)->metaObject()->className(), "LineSeries"); // as a value is negative
+    shown->setProperty("look", QStringLiteral("pie"));
+    QCOMPARE(list.at(place)->metaObject()->className(), "BarSeries");
 }
 
 void tst_ViewsModule::takesAFontInPixels()
