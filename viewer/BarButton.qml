@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 import QtQuick 2.15
 
-// A word that does something when it's clicked, tapped, or reached by Tab and pressed; a switch if it can be checked.
+// Words that do something when they're clicked, tapped, or reached by Tab and pressed; a switch if they can be checked.
 Rectangle {
     id: button
 
     property string text
-    /// The key that does the same, for who waits with the pointer over it.
-    property string key
+    property color textColor: theme.labelTextColor
+    /// The keys that do the same.
+    property string keys
+    property bool showsKeys: false
     property QtObject theme
     property bool checkable: false
     property bool checked: false
@@ -16,7 +18,7 @@ Rectangle {
 
     Accessible.checkable: checkable
     Accessible.checked: checked
-    Accessible.description: key
+    Accessible.description: keys
     Accessible.focusable: true
     Accessible.name: text
     Accessible.onPressAction: clicked()
@@ -33,15 +35,28 @@ Rectangle {
     implicitWidth: label.implicitWidth + 16
     radius: 4
 
-    Text {
-        id: label
-
-        anchors.centerIn: parent
-        color: button.theme.labelTextColor
+    component Words: Text {
+        anchors.verticalCenter: parent.verticalCenter
+        color: button.textColor
         font: button.theme.font
         renderType: Text.NativeRendering
-        text: button.text
         textFormat: Text.PlainText
+        wrapMode: Text.Wrap
+    }
+
+    Words {
+        id: label
+
+        text: button.text
+        width: button.width - 16
+        x: 8
+    }
+
+    Words {
+        anchors.right: label.right
+        opacity: 0.75
+        text: button.keys
+        visible: button.showsKeys
     }
 
     HoverHandler {

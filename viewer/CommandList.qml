@@ -30,12 +30,6 @@ Rectangle {
     color: theme.panelColor
     radius: 6
 
-    component Words: Text {
-        color: list.theme.panelTextColor
-        font: list.theme.font
-        textFormat: Text.PlainText
-    }
-
     TapHandler {
         // what lies under it gets none
     }
@@ -59,7 +53,9 @@ Rectangle {
         objectName: "search"
         onTextChanged: rows.currentIndex = 0
 
-        Words {
+        Text {
+            color: field.color
+            font: field.font
             opacity: 0.6
             text: "Type to search; Enter does it, Esc closes"
             visible: field.text === ""
@@ -78,40 +74,20 @@ Rectangle {
         clip: true
         model: list.found.length
 
-        delegate: Rectangle {
+        delegate: BarButton {
             readonly property var command: list.found[index] || { "words": "", "keys": [] }
 
-            Accessible.description: keys.text
-            Accessible.name: words.text
             Accessible.role: Accessible.MenuItem
-            color: ListView.isCurrentItem ? list.theme.gridColor : "transparent"
-            height: words.implicitHeight + 8
-            radius: 4
+            checked: ListView.isCurrentItem
+            keys: command.keys.join("  ")
+            showsKeys: true
+            text: command.words
+            textColor: list.theme.panelTextColor
+            theme: list.theme
             width: rows.width
-
-            Words {
-                id: words
-
-                anchors.verticalCenter: parent.verticalCenter
-                text: command.words
-                x: 8
-            }
-
-            Words {
-                id: keys
-
-                anchors.right: parent.right
-                anchors.rightMargin: 8
-                anchors.verticalCenter: parent.verticalCenter
-                opacity: 0.75
-                text: command.keys.join("  ")
-            }
-
-            TapHandler {
-                onTapped: {
-                    rows.currentIndex = index;
-                    list.runCurrent();
-                }
+            onClicked: {
+                rows.currentIndex = index;
+                list.runCurrent();
             }
         }
     }

@@ -10,16 +10,14 @@ Item {
     /// The window.
     property QtObject scene
     property QtObject plot
-    property Measure measure
     property FileList files
-    property CommandLine commandLine
     property bool active: true
     readonly property var all: [
         command("Open…", ["Ctrl+O"], () => scene.showDialog("open")),
-        command("Close the file on top", ["Ctrl+W"], () => files.closeTop()),
-        command("Close all files", ["Ctrl+Shift+W"], () => files.closeAll()),
+        command("Close the file on top", ["Ctrl+W"], () => files.close(files.all.slice(-1))),
+        command("Close all files", ["Ctrl+Shift+W"], () => files.close(files.all)),
         command("Open again what was closed", ["Ctrl+Z"], () => files.reopen()),
-        command("Read all files again", ["R", "F5"], () => files.reload()),
+        command("Read all files again", ["R", "F5"], () => files.all.forEach(file => file.reader.reload())),
         command("How the file is read…", ["H"], () => scene.showFile()),
         command("Picture…", ["Ctrl+S"], () => scene.showDialog("picture")),
         command("Values in view as CSV…", ["Ctrl+E"], () => scene.showDialog("table")),
@@ -27,6 +25,7 @@ Item {
         command("Areas", ["A"], () => toggleLook("area"), () => scene.look === "area"),
         command("Logarithmic", ["L"], undefined, () => plot.axisY.logScale),
         command("Dark", ["D"], () => scene.colors = plot.theme.dark ? "light" : "dark", () => plot.theme.dark),
+        command("Difference of the first two files", ["Ctrl+D"], () => scene.toggleDifference(), () => scene.difference),
         command("Overview", ["O"], () => scene.overview = !scene.overview, () => plot.overviewVisible),
         command("Full screen", ["F11"], () => toggleFullScreen()),
         command("Zoom in", ["+", "Ctrl+Right"]),
@@ -47,14 +46,14 @@ Item {
         command("One cursor, two, or none", ["C"]),
         command("Move the cursor to the left", ["Shift+Left"]),
         command("Move the cursor to the right", ["Shift+Right"]),
-        command("Region", ["M"], () => measure.toggleRegion(), () => measure.region.visible),
-        command("Mark the highest peak", ["P"], () => measure.toHighest()),
-        command("Mark the next peak to the left", [","], () => measure.toNext(-1)),
-        command("Mark the next peak to the right", ["."], () => measure.toNext(1)),
-        command("Remove the mark", ["X"], () => measure.peak.visible = false),
-        command("Copy the numbers of region and peak", ["Ctrl+C"], () => measure.copyNumbers(false)),
-        command("Copy them as CSV", ["Ctrl+Shift+C"], () => measure.copyNumbers(true)),
-        command("Copy as command", ["Ctrl+Alt+C"], () => desktop.copy(commandLine.text())),
+        command("Region", ["M"], undefined, () => plot.regionVisible),
+        command("Mark the highest peak", ["P"]),
+        command("Mark the next peak to the left", [","]),
+        command("Mark the next peak to the right", ["."]),
+        command("Remove the mark", ["X"]),
+        command("Copy the numbers of cursors, region and peak", ["Ctrl+C"], () => copyNumbers(false)),
+        command("Copy them as CSV", ["Ctrl+Shift+C"], () => copyNumbers(true)),
+        command("Copy as command", ["Ctrl+Alt+C"], () => desktop.copy(commandLine())),
         command("Menu", ["Ctrl+K", "?", "F1"], () => scene.showCommands()),
         command("Quit", ["Ctrl+Q"], () => scene.close())
     ]
@@ -63,8 +62,33 @@ Item {
         return { "words": words, "keys": keys, "run": run, "isOn": isOn };
     }
 
+    function quoted(text) {
+        return /^[\w@%+=:,./-]+$/.test(text) ? text : "'" + String(text).replace(/'/g, "'\\''") + "'";
+    }
+
+    /// Shows the same in another window.
+    function commandLine() {
+        const hints = files.first.hints || ({});
+        const axis = plot.axisX;
+        const switches = [["--follow", hints.follow], ["--" + scene.look, scene.look], ["--log", plot.axisY.logScale],
+            ["--difference", scene.difference], ["--" + scene.colors, scene.colors]];
+        const values = [["--column", hints.column], ["--x-column", hints.xColumn], ["--separator", hints.separator],
+            ["--decimal-point", hints.decimalPoint], ["--skip-lines", hints.skipLines], ["--start", scene.start],
+            ["--step", scene.step], ["--unit", scene.unit], ["--smooth", scene.smoothDepth > 1 ? scene.smoothDepth : 0],
+            ["--range", axis.min + ":" + axis.max]];
+        return ["vorlixview"].concat(switches.filter(option => option[1]).map(option => option[0]),
+            ...values.filter(option => option[1]).map(option => [option[0], quoted(option[1])]),
+            files.all.map(file => quoted(file.source))).join(" ");
+    }
+
     function toggleLook(wanted) {
         scene.look = scene.look === wanted ? "" : wanted;
+    }
+
+    function copyNumbers(asTable) {
+        const numbers = plot.numbers(asTable);
+        if (numbers !== "")
+            desktop.copy(numbers);
     }
 
     function toggleFullScreen() {

@@ -3,7 +3,6 @@
 
 #include <QClipboard>
 #include <QCoreApplication>
-#include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QJSValue>
@@ -11,12 +10,6 @@
 #include <QKeySequence>
 #include <QSettings>
 #include <QTextStream>
-
-namespace {
-
-constexpr int longestLine = 400; // letters
-
-} // namespace
 
 Desktop::Desktop(bool keepsSettings, QObject *parent) : QObject(parent)
 {
@@ -42,18 +35,6 @@ QStringList Desktop::pathsOf(const QList<QUrl> &urls)
     for (const QUrl &url : urls)
         paths.append(url.isLocalFile() ? url.toLocalFile() : url.toString());
     return paths;
-}
-
-QStringList Desktop::firstLines(const QString &path, int count)
-{
-    QFile file(path);
-    QStringList lines;
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
-        return lines;
-    QTextStream text(file.read(qint64(count) * longestLine));
-    while (!text.atEnd() && lines.size() < count)
-        lines.append(text.readLine().left(longestLine));
-    return lines;
 }
 
 void Desktop::exit(const QStringList &problems, int code)

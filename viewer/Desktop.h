@@ -23,8 +23,6 @@ public:
     Q_INVOKABLE static QString whyUnreadable(const QString &path);
     /// The paths of local files, and the URLs of others.
     Q_INVOKABLE static QStringList pathsOf(const QList<QUrl> &urls);
-    /// The beginning of a regular file as lines of text; none of others.
-    Q_INVOKABLE static QStringList firstLines(const QString &path, int count);
     /// Says what went wrong on standard error, a line each, and ends the program.
     Q_INVOKABLE static void exit(const QStringList &problems, int code);
     Q_INVOKABLE static void copy(const QString &text);

@@ -2,7 +2,8 @@
 import QtQuick 2.15
 import QtQuick.Window 2.15
 
-// Writes what a plot shows and ends the program: once everything is read, and the names of the files have their places.
+// Writes what a plot shows and ends the program: once everything is read, and two frames later, when the names of the
+// files have their places.
 Item {
     id: errand
 
@@ -24,9 +25,17 @@ Item {
         desktop.exit(scene.problems.concat(error === "" ? [] : [error]), error === "" ? 0 : 1);
     }
 
+    Timer {
+        interval: 5
+        repeat: true
+        running: !errand.scene.reading && errand.frames < 2
+        onTriggered: errand.scene.update() // again and again: a request that comes while a frame is drawn may be lost
+    }
+
     Connections {
         function onFrameSwapped() {
-            errand.frames += 1;
+            if (!errand.scene.reading && ++errand.frames === 2)
+                errand.write();
         }
 
         function onReadingChanged() {
@@ -34,23 +43,6 @@ Item {
         }
 
         target: errand.scene
-    }
-
-    // Ask for frames again and again: a request that comes while one is drawn may be lost.
-    Timer {
-        property int ticks: 0
-
-        interval: 5
-        repeat: true
-        running: !errand.scene.reading
-        onTriggered: {
-            errand.scene.update();
-            if (errand.frames < 2 && ++ticks < 1000)
-                return ;
-
-            stop();
-            errand.write();
-        }
     }
 
     Connections {

@@ -13,14 +13,26 @@ Item {
     /// The files that were opened last.
     property var recent: desktop.remembered("recent") || []
     readonly property var first: all.length > 0 ? all[0] : ({})
-    readonly property bool reading: all.some(file => file.busy)
+    readonly property bool reading: all.some(file => file.busy) || subtraction.busy
     readonly property bool hasNumbers: all.some(file => file.hasNumbers)
-    readonly property var problems: all.map(file => file.problem).filter(Boolean)
+    readonly property var problems: all.map(file => file.problem).concat(whyNoDifference).filter(Boolean)
+    /// Of the first two files, if it's wanted.
+    readonly property string whyNoDifference: {
+        if (!scene.difference || reading)
+            return "";
+
+        const places = all.map(file => {
+            const x = file.reader.xStore;
+            return [file.series.step].concat(x !== null ? [x.count, x.minimum, x.maximum] : []).join();
+        });
+        return all.length < 2 ? "a difference needs two files"
+            : places[0] !== places[1] ? "no difference: the values of the two files stand at different places" : "";
+    }
     /// Whether values may still come, and have come to their end.
-    readonly property bool follows: all.some(file => file.reader.follow || file.path === "-")
+    readonly property bool follows: all.some(file => file.reader.follow || file.source === "-")
     readonly property bool hasEnded: all.every(file => file.store !== null && file.store.complete)
-    /// Whether another file took the place of a followed one just now.
-    property bool isReplaced: false
+    /// Whether another file took the place of a followed one.
+    readonly property bool isReplaced: all.some(file => file.reader.detected.includes("read anew"))
     /// Values a second, in words.
     property string speed: ""
 
@@ -35,44 +47,24 @@ Item {
             if (reason)
                 refused.push(path + ": " + reason);
             else
-                opened.push(fileComponent.createObject(list, {
-                "path": path,
-                "hints": hints || ({})
-            }));
+                opened.push(fileComponent.createObject(plot, { "source": path, "hints": hints || ({}) }));
         }
         all = all.concat(opened);
-        const named = opened.map(file => file.path).filter(path => path !== "-");
+        const named = opened.map(file => file.source).filter(path => path !== "-");
         recent = named.concat(recent.filter(path => !named.includes(path))).slice(0, 10);
-        arrange();
         return refused;
-    }
-
-    /// Lets the plot draw the files in their order.
-    function arrange() {
-        const drawn = all.map(file => file.series);
-        while (plot.seriesList.length > 0)
-            plot.removeSeries(plot.seriesList[0]);
-        for (const series of drawn)
-            plot.addSeries(series);
     }
 
     function close(wanted) {
         aboutToClose();
-        closed = closed.concat([wanted.map(file => [file.path, file.hints])]);
+        closed = closed.concat([wanted.map(file => [file.source, file.hints])]);
         all = all.filter(file => !wanted.includes(file));
-        arrange();
-        for (const file of wanted)
+        for (const file of wanted) {
+            plot.removeSeries(file.series);
             file.destroy();
+        }
         if (all.length === 0)
             plot.zoomReset();
-    }
-
-    function closeTop() {
-        close(all.slice(-1));
-    }
-
-    function closeAll() {
-        close(all);
     }
 
     function reopen() {
@@ -80,36 +72,6 @@ Item {
         closed = closed.slice(0, -1);
         for (const [path, hints] of last)
             open([path], hints);
-    }
-
-    function reload() {
-        for (const file of all)
-            file.reader.reload();
-    }
-
-    /// Gives up what takes long.
-    function cancel() {
-        for (const file of all) {
-            if (file.busy)
-                file.reader.cancel();
-        }
-    }
-
-    // A followed file that was read anew has said why.
-    Connections {
-        function onDetectedChanged() {
-            list.isReplaced = target.detected.includes("read anew");
-            replacedTimer.restart();
-        }
-
-        target: list.all.length > 0 ? list.all[list.all.length - 1].reader : null
-    }
-
-    Timer {
-        id: replacedTimer
-
-        interval: 3000
-        onTriggered: list.isReplaced = false
     }
 
     Timer {
@@ -126,13 +88,47 @@ Item {
         }
     }
 
+    SeriesDifference {
+        id: subtraction
+
+        readonly property bool isWanted: list.scene.difference && list.all.length > 1
+
+        factor: list.scene.factor
+        minuend: isWanted ? list.first.store : null
+        subtrahend: isWanted ? list.all[1].store : null
+    }
+
+    LineSeries {
+        id: difference
+
+        readonly property bool isWanted: subtraction.minuend !== null && list.whyNoDifference === ""
+
+        name: isWanted ? list.first.name + " − " + list.all[1].name : ""
+        start: list.first.start || 0
+        step: isWanted ? list.first.series.step : 1
+        store: subtraction.store
+        xStore: isWanted ? list.first.reader.xStore : null
+        onIsWantedChanged: isWanted ? list.plot.addSeries(difference) : list.plot.removeSeries(difference)
+    }
+
     Component {
         id: fileComponent
 
         FileSeries {
-            isOver: list.all.indexOf(this) > 0
-            scene: list.scene
-            onExchanged: list.arrange()
+            /// Properties of the reader that replace guesses.
+            property var hints: ({})
+            /// What files that are read alike have in common: ".csv".
+            readonly property string kind: (source.match(/\.[^./]+$/) || [""])[0]
+
+            depth: list.scene.smoothDepth
+            look: list.scene.look
+            seriesOpacity: list.all.indexOf(this) > 0 && shownLook !== "line" ? 0.6 : 1 // they let each other through
+            start: list.scene.start
+            step: list.scene.step
+            Component.onCompleted: {
+                hints = Object.assign({}, desktop.remembered("kinds/" + kind, {}), hints);
+                Object.assign(reader, hints);
+            }
         }
 
     }

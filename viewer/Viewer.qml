@@ -16,6 +16,9 @@ Window {
     property real step: 0
     property string unit
     property int smoothDepth: 1
+    /// Of the first two files: the first less `factor` times the second.
+    property bool difference: false
+    property real factor: 1
     /// "bars", "line" or "area"; empty for what suits each file.
     property string look
     property bool logarithmic: false
@@ -44,13 +47,11 @@ Window {
         if (list.hasEnded)
             return { "words": "ENDED", "color": "#5f6b76" };
 
-        if (list.isReplaced)
-            return { "words": "FILE REPLACED", "color": "#6a3fa0" };
-
+        const replaced = list.isReplaced ? "FILE REPLACED, " : "";
         if (!view.following)
-            return { "words": "PAUSED", "color": "#b26a00" };
+            return { "words": replaced + "PAUSED", "color": "#b26a00" };
 
-        return { "words": "FOLLOWING" + list.speed, "color": "#2e7d32" };
+        return { "words": replaced + "FOLLOWING" + list.speed, "color": replaced ? "#6a3fa0" : "#2e7d32" };
     }
 
     /// Shows files over those that are there. What can't be shown is said.
@@ -60,8 +61,13 @@ Window {
 
     /// Gives up what takes long.
     function cancel() {
-        list.cancel();
+        files.filter(file => file.busy).forEach(file => file.reader.cancel());
         footer.said = "";
+    }
+
+    function toggleDifference() {
+        difference = !difference;
+        footer.said = list.whyNoDifference;
     }
 
     function showCommands() {
@@ -79,7 +85,7 @@ Window {
     function showDialog(name) {
         if (!dialogs.item)
             dialogs.setSource("ViewerDialogs.qml", { "scene": window, "plot": view });
-        dialogs.item[name].open();
+        dialogs.item.show(name);
     }
 
     function focusPlot() {
@@ -101,8 +107,8 @@ Window {
     }
 
     onClosing: (close) => {
-        const now = { "size": Qt.size(width, height), "logarithmic": view.axisY.logScale, "recent": list.recent };
-        for (const name of ["size", "look", "colors", "logarithmic", "overview", "recent"])
+        const now = { "pixels": Qt.size(width, height), "logarithmic": view.axisY.logScale, "recent": list.recent };
+        for (const name of ["pixels", "look", "colors", "logarithmic", "overview", "recent"])
             desktop.remember(name, now[name] === undefined ? window[name] : now[name]);
     }
 
@@ -140,10 +146,6 @@ Window {
             readoutVisible: !window.bare
             width: parent.width
             onSaved: (file, error) => footer.said = error
-
-            PlotRegion { id: regionMark; visible: false }
-
-            PlotCursor { id: peakMark; visible: false }
 
             theme: PlotTheme {
                 readonly property bool isLight: window.colors === "light" || window.bare
@@ -224,28 +226,11 @@ Window {
         onAboutToClose: window.focusPlot()
     }
 
-    CommandLine {
-        id: theCommand
-
-        plot: view
-        scene: window
-    }
-
-    Measure {
-        id: measuring
-
-        peak: peakMark
-        plot: view
-        region: regionMark
-    }
-
     Commands {
         id: actions
 
         active: !window.bare
-        commandLine: theCommand
         files: list
-        measure: measuring
         plot: view
         scene: window
     }

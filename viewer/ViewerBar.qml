@@ -29,7 +29,7 @@ Rectangle {
 
                 checkable: command.isOn !== undefined
                 checked: checkable && command.isOn()
-                key: command.keys[0]
+                keys: command.keys[0]
                 text: modelData
                 theme: bar.theme
                 onClicked: {

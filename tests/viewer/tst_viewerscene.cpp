@@ -157,9 +157,9 @@ void tst_viewerscene::showFiles(const QStringList &files, const QVariantMap &sce
 {
     SViewerOptions options;
     options.keepsSettings = keepsSettings;
-    if (!keepsSettings)
-        options.size = QSize(900, 600);
     options.scene = scene;
+    if (!keepsSettings)
+        options.scene.insert(QStringLiteral("pixels"), QSizeF(900, 600));
     options.scene.insert(QStringLiteral("paths"), files);
     show(options);
 }
@@ -257,10 +257,10 @@ void tst_viewerscene::whatWasClosedIsOpenedAgain()
     QCOMPARE(files().size(), 2);
     press(Qt::Key_W, Qt::ControlModifier);
     QCOMPARE(files().size(), 1);
-    QCOMPARE(files()[0]->property("path").toString(), m_short);
+    QCOMPARE(files()[0]->property("source").toString(), m_short);
     press(Qt::Key_Z, Qt::ControlModifier);
     QCOMPARE(files().size(), 2);
-    QCOMPARE(files()[1]->property("path").toString(), other);
+    QCOMPARE(files()[1]->property("source").toString(), other);
     QCOMPARE(files()[1]->property("reader").value<QObject *>()->property("column").toInt(), 1); // as it was read before
     press(Qt::Key_Z, Qt::ControlModifier);                                                      // nothing is left
     QCOMPARE(files().size(), 2);
@@ -337,7 +337,7 @@ void tst_viewerscene::theBarDoesWhatItsKeysDo()
     QQuickItem *areas = reading(QStringLiteral("Areas"));
     click(areas);
     QTRY_VERIFY(areas->property("checked").toBool());
-    QCOMPARE(files()[0]->property("look").toString(), QStringLiteral("area"));
+    QCOMPARE(files()[0]->property("shownLook").toString(), QStringLiteral("area"));
     press(Qt::Key_Plus);          // the plot has the keys again
     QCOMPARE(to() - from(), 9.5); // an area ends at its last point
 }
@@ -371,8 +371,8 @@ void tst_viewerscene::commandsAreFoundByTyping()
 void tst_viewerscene::negativeValuesBecomeALine()
 {
     showFiles({m_short, fileOf(QStringLiteral("signed.txt"), "1\n-1\n2\n")});
-    QTRY_COMPARE(files()[1]->property("look").toString(), QStringLiteral("line"));
-    QCOMPARE(files()[0]->property("look").toString(), QStringLiteral("bars"));
+    QTRY_COMPARE(files()[1]->property("shownLook").toString(), QStringLiteral("line"));
+    QCOMPARE(files()[0]->property("shownLook").toString(), QStringLiteral("bars"));
     QCOMPARE(files()[1]->property("series").value<QObject *>()->metaObject()->className(), "LineSeries");
 }
 
@@ -405,8 +405,7 @@ void tst_viewerscene::aFollowedFileSaysSo()
     file.close();
     QVERIFY(QFile::remove(log));
     fileOf(QStringLiteral("log.txt"), "7\n8\n");
-    QTRY_COMPARE(state(), QStringLiteral("FILE REPLACED"));
-    QTRY_VERIFY(state().startsWith(QStringLiteral("FOLLOWING")));
+    QTRY_VERIFY(state().startsWith(QStringLiteral("FILE REPLACED, FOLLOWING")));
     QTRY_COMPARE(to(), 2.0);
 }
 
@@ -534,7 +533,7 @@ void tst_viewerscene::theWindowRemembers()
     QVERIFY(m_plot->property("overviewVisible").toBool());
     click(reading(table)); // the one opened last
     QTRY_COMPARE(files().size(), 1);
-    QCOMPARE(files()[0]->property("path").toString(), table);
+    QCOMPARE(files()[0]->property("source").toString(), table);
     QCOMPARE(files()[0]->property("reader").value<QObject *>()->property("column").toInt(), 2);
 }
 

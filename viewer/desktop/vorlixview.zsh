@@ -17,11 +17,12 @@ _arguments \
     '--line[Draw lines. By default bars are drawn unless a value is negative.]' \
     '--area[Draw filled areas.]' \
     '--smooth[Show a running average over DEPTH values, 1 to 1000000.]:DEPTH: ' \
+    '--difference[Show the difference of two files, too\: the first less the second.]' \
     '--log[Use a logarithmic scale for the values.]' \
     '--dark[Use dark colors.]' \
     '--light[Use light colors. By default those of the desktop are used, in a picture light ones.]' \
     '--range[Show this part of x.]:FROM\:TO: ' \
-    '--png[Write a picture of the plot to the file OUT and exit.]:OUT:_files' \
+    '--png[Write a picture of the plot to the file OUT and exit; as a page of PDF if OUT ends with .pdf.]:OUT:_files' \
     '--csv[Write the values in view to the file OUT, or to standard output for -, and exit.]:OUT:_files' \
     '--size[Size of the picture or the window in pixels, from 64x64 to 8192x8192; 1280x720 by default.]:WxH: ' \
     '--no-settings[Neither use nor change what the window remembers.]' \
