@@ -134,9 +134,10 @@ public:
     // not. Nothing is written by halves: what was in the file stays until all is there. A view that's destroyed before
     // gives values up and finishes a picture.
 
-    /// Writes what is shown as a PNG, or as a page of PDF to a file that ends with .pdf: `scale` pixels for an item pixel, whatever the ratio of the window, and the
-    /// larger, the sharper. With the background, legend, cursors, regions and overview; without the read-out, the focus
-    /// and items that are declared in the view. At most 32767 pixels to a side.
+    /// Writes what is shown as a PNG, or as a page of PDF to a file that ends with .pdf: `scale` pixels for an item
+    /// pixel, whatever the ratio of the window, and the larger, the sharper. With the background, legend, cursors,
+    /// regions and overview; without the read-out, the focus and items that are declared in the view. At most 32767
+    /// pixels to a side.
     Q_INVOKABLE void saveImage(const QString &file, double scale = 1.0);
     /// Writes the values of the visible series that stand in the shown part of x as CSV, "-" to standard output: a
     /// head, then x and the values, in the digits that give exactly the same value of the store's type back. Gaps are
