@@ -18,6 +18,7 @@ SNAPSHOT_RESULT=${CMAKE_CURRENT_BINARY_DIR}/${name}.png")
   set(VORLIX_SNIPPETS ${VORLIX_SNIPPETS} PARENT_SCOPE)
 endfunction()
 
+vorlix_add_snippet(a-file "file.hasNumbers && !file.busy && plot.seriesList.length === 1 && file.problem === ''")
 vorlix_add_snippet(append "samples.count === 7 && samples.maximum === 7 && refused.indexOf('Int16') > 0")
 vorlix_add_snippet(bars-beside "today.valueAt(1.3) === 2 && isNaN(today.valueAt(1.5)) && yesterday.valueAt(1.5) === 1")
 vorlix_add_snippet(bars-legend "plot.seriesList.length === 2 && plot.axisY.max === 14 && plot.axisX.max === 6")
