@@ -13,10 +13,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#if defined(Q_OS_LINUX)
-#  include <sys/inotify.h>
-#endif
-
 namespace {
 
 constexpr int tailSize = 64;
@@ -38,8 +34,7 @@ InputFile::~InputFile()
 {
     if (m_descriptor >= 0)
         close(m_descriptor);
-    if (m_notices >= 0)
-        close(m_notices);
+    m_wakeup.unwatch();
 }
 
 QString InputFile::name() const
@@ -99,14 +94,8 @@ bool InputFile::openResource(const QString &path)
 
 void InputFile::watch()
 {
-#if defined(Q_OS_LINUX)
-    if (m_notices >= 0 || m_descriptor < 0 || m_isStream || m_isStandardInput)
-        return;
-    m_notices = inotify_init1(IN_CLOEXEC | IN_NONBLOCK);
-    if (m_notices >= 0)
-        inotify_add_watch(m_notices, QFile::encodeName(m_path).constData(),
-                          IN_MODIFY | IN_ATTRIB | IN_MOVE_SELF | IN_DELETE_SELF);
-#endif
+    if (m_descriptor >= 0 && !m_isStream && !m_isStandardInput)
+        m_wakeup.watch(QFile::encodeName(m_path).constData());
 }
 
 void InputFile::skipTo(qint64 position)
@@ -162,7 +151,7 @@ void InputFile::putBack(const QByteArray &bytes)
 
 void InputFile::wait(int milliseconds)
 {
-    m_wakeup.wait(milliseconds, m_isStream ? m_descriptor : -1, m_notices);
+    m_wakeup.wait(milliseconds, m_isStream ? m_descriptor : -1);
 }
 
 qint64 InputFile::size() const

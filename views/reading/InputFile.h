@@ -37,7 +37,7 @@ public:
     void putBack(const QByteArray &bytes);
     /// Takes the first `position` bytes as read, since somebody else takes them from the descriptor.
     void skipTo(qint64 position);
-    /// Has wait() end, too, when the file is changed. Where the kernel doesn't tell, looking now and then must do.
+    /// Has wait() end, too, when the file is changed, if the kernel tells.
     void watch();
     /// Waits until there may be something to read, or something is told, or `milliseconds` have passed.
     void wait(int milliseconds);
@@ -72,7 +72,6 @@ private:
     Wakeup &m_wakeup;
     QString m_path;
     int m_descriptor = -1;
-    int m_notices = -1; ///< of the kernel, that the file was changed
     int m_error = 0;
     bool m_isStream = false;
     bool m_isStandardInput = false;

@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr int lookEvery = 250; // milliseconds; at a file that others write
+constexpr int lookEvery = 100; // milliseconds; at a file that others write or replace
 
 } // namespace
 
@@ -62,9 +62,9 @@ void ReadingJob::update(const std::function<void(SReadingState &)> &change)
         m_changed();
 }
 
-void ReadingJob::say(const QString &words)
+void ReadingJob::say(QString words)
 {
-    update([&](SReadingState &state) { state.detected = words; });
+    update([&](SReadingState &state) { state.detected = std::move(words); });
 }
 
 void ReadingJob::fail(const InputFile &file, const QString &words)
@@ -123,12 +123,15 @@ void ReadingJob::run()
             return;
         state.status = SReadingState::Status::Ready;
         if (m_wakeup.isCancelled())
-            state.detected +=
-                state.detected.isEmpty() ? QStringLiteral("stopped") : QStringLiteral("; stopped before the end");
+            state.detected = state.detected.isEmpty() ? QStringLiteral("stopped")
+                                                      : state.detected + QStringLiteral("; stopped before the end");
     });
-    const std::lock_guard lock(m_mutex);
-    m_hasEnded = true;
-    m_endCondition.notify_all();
+    {
+        const std::lock_guard lock(m_mutex);
+        m_hasEnded = true;
+        m_endCondition.notify_all();
+    }
+    m_wakeup.stopWatching(); // here, where nobody waits for it
 }
 
 void ReadingJob::beginAnew()

@@ -70,7 +70,7 @@ private:
     Next readFile(InputFile &file);
     Next waitForFollowed(InputFile &file, int milliseconds);
     bool gatherFront(InputFile &file, QByteArray &front, Next &next);
-    void say(const QString &words);
+    void say(QString words);
     void beginAnew();
 
     const SReadingRequest m_request;

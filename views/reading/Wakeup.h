@@ -26,15 +26,23 @@ public:
 
     // The thread that reads
 
-    /// Waits until one of the descriptors can be read, somebody tells something or `milliseconds` have passed (-1:
-    /// however long it takes). Descriptors of -1 are left out. Returns whether `descriptor` can be read.
-    bool wait(int milliseconds, int descriptor = -1, int other = -1);
+    /// Waits until the descriptor can be read, the watched file is changed, somebody tells something or `milliseconds`
+    /// have passed (-1: however long it takes). A descriptor of -1 is left out. Returns whether it can be read.
+    bool wait(int milliseconds, int descriptor = -1);
+    /// Has wait() end, too, when a file is changed, instead of the one watched before. Where the kernel doesn't tell,
+    /// looking now and then must do.
+    void watch(const char *path);
+    void unwatch();
+    /// Takes back all of that. It may take seconds when the system has much to do.
+    void stopWatching();
 
 private:
     void set(std::atomic<bool> &flag, bool value);
 
     int m_read = -1;
     int m_write = -1;
+    int m_notices = -1; ///< of the kernel; kept from file to file
+    int m_watched = -1; ///< the number of the watched file
     std::atomic<bool> m_cancelled{false};
     std::atomic<bool> m_held{false};
     std::atomic<bool> m_follows{false};

@@ -4,6 +4,7 @@
 #include "tests/support/RandomSeries.h"
 #include "views/reading/InputFile.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 
@@ -24,6 +25,7 @@ private slots:
     void initTestCase() { QVERIFY(m_folder.isValid()); }
     void aFileWrittenAnewBehindTheLastLookIsNoticed();
     void anEmptyFileThatIsReplacedIsNoticed();
+    void noticesStayOpenFromFileToFile();
     void whatIsShownIsOfOneVersion();
 
 private:
@@ -197,6 +199,44 @@ void tst_FollowedFile::anEmptyFileThatIsReplacedIsNoticed()
     QTest::qWait(50); // it's open
     QVERIFY(::rename(QFile::encodeName(other).constData(), QFile::encodeName(path).constData()) == 0);
     QTRY_COMPARE(shownStores(reader), QByteArray("1 2"));
+}
+
+void tst_FollowedFile::noticesStayOpenFromFileToFile()
+{
+#if !defined(Q_OS_LINUX)
+    QSKIP("other systems have no such notices");
+#endif
+    const auto descriptors = [] {
+        int count = 0;
+        const QDir open(QStringLiteral("/proc/self/fd"));
+        for (const QString &name : open.entryList(QDir::Files | QDir::System | QDir::NoDotAndDotDot))
+            count += QFile::symLinkTarget(open.filePath(name)).contains(QLatin1String("inotify"));
+        return count;
+    };
+    const QString path = m_folder.filePath("noticed");
+    writeFile(path, "1\n");
+    const int before = descriptors();
+    {
+        Wakeup wakeup;
+        wakeup.follow(true);
+        for (int i = 0; i < 3; ++i) {
+            {
+                InputFile file(wakeup);
+                QVERIFY(file.open(path));
+                QCOMPARE(descriptors(), before + 1);
+                std::thread writer([&] { writeFile(path, "2\n"); });
+                QElapsedTimer since;
+                since.start();
+                file.wait(20'000);
+                writer.join();
+                QVERIFY(since.elapsed() < 10'000);
+            }
+            // Closing takes the system up to seconds when it has much to do.
+            QCOMPARE(descriptors(), before + 1);
+        }
+        wakeup.stopWatching();
+        QCOMPARE(descriptors(), before);
+    }
 }
 
 void tst_FollowedFile::whatIsShownIsOfOneVersion()
