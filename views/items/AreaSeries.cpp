@@ -15,6 +15,12 @@ AreaSeries::AreaSeries(QObject *parent) : PlotSeries(parent)
     });
 }
 
+AreaSeries::~AreaSeries()
+{
+    // Views may still color a series that is going, which is no area any more.
+    disconnect(this, nullptr, this, nullptr);
+}
+
 void AreaSeries::setBorderColor(const QColor &color)
 {
     const QColor before = borderColor();

@@ -17,6 +17,7 @@ class AreaSeries : public PlotSeries
 
 public:
     explicit AreaSeries(QObject *parent = nullptr);
+    ~AreaSeries() override;
 
     QColor borderColor() const { return m_borderColor.isValid() ? m_borderColor : color(); }
     void setBorderColor(const QColor &color);

@@ -77,8 +77,9 @@ void OverviewStrip::letGo()
 {
     if (m_view)
         disconnect(m_view, nullptr, this, nullptr);
-    for (PlotSeries *series : QVector<PlotSeries *>(m_small->series()))
-        m_small->removeSeries(series);
+    // From the last one on: those before it keep their places, and thereby their colors.
+    while (!m_small->series().isEmpty())
+        m_small->removeSeries(m_small->series().last());
     m_small->setTheme(nullptr);
 }
 
@@ -127,8 +128,9 @@ void OverviewStrip::watch()
 
 void OverviewStrip::takeSeries()
 {
-    for (PlotSeries *series : QVector<PlotSeries *>(m_small->series()))
-        m_small->removeSeries(series);
+    // From the last one on: those before it keep their places, and thereby their colors.
+    while (!m_small->series().isEmpty())
+        m_small->removeSeries(m_small->series().last());
     for (PlotSeries *series : m_view->series())
         m_small->addSeries(series);
 }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "views/items/AreaSeries.h"
 #include "views/items/BarSeries.h"
 #include "views/items/LineSeries.h"
 #include "views/items/LogValueAxis.h"
@@ -20,6 +21,8 @@ private slots:
     void keepsTheOrderOfItsSeries();
     void refusesASeriesTwiceAndNull();
     void forgetsASeriesThatIsDestroyed();
+    void keepsTheColorsOfSeriesInItsOverview();
+    void colorsASeriesThatIsGoing();
     void letsGoOfItsSeriesWhenDestroyed();
     void takesItemsAsChildrenAndTellsOfThem();
     void fallsBackToItsOwnAxis();
@@ -72,6 +75,39 @@ void tst_PlotView::forgetsASeriesThatIsDestroyed()
     second.reset();
     QCOMPARE(view.series(), (QVector<PlotSeries *>{&first}));
     QCOMPARE(view.seriesLayer()->childItems().size(), 1);
+}
+
+void tst_PlotView::keepsTheColorsOfSeriesInItsOverview()
+{
+    PlotView view;
+    view.setOverviewVisible(true);
+    BarSeries first;
+    LineSeries second;
+    LineSeries third;
+    view.addSeries(&first);
+    view.addSeries(&second);
+    QSignalSpy spy(&second, &PlotSeries::colorChanged);
+    view.addSeries(&third);
+    view.removeSeries(&third);
+    QCOMPARE(spy.size(), 0);
+}
+
+/// A series may be in two views, and losing it may make the first one change the colors of the other one.
+void tst_PlotView::colorsASeriesThatIsGoing()
+{
+    PlotView first;
+    PlotView second;
+    PlotTheme theme;
+    theme.setSeriesColorList({QColor(Qt::green)});
+    auto area = std::make_unique<AreaSeries>();
+    first.addSeries(area.get());
+    second.addSeries(area.get());
+    connect(&first, &PlotView::seriesListChanged, &second, [&] { second.setTheme(&theme); });
+    QSignalSpy color(area.get(), &PlotSeries::colorChanged);
+    QSignalSpy border(area.get(), &AreaSeries::borderColorChanged);
+    area.reset();
+    QCOMPARE(color.size(), 1);
+    QCOMPARE(border.size(), 0);
 }
 
 void tst_PlotView::letsGoOfItsSeriesWhenDestroyed()
