@@ -184,8 +184,8 @@ const quint32 *PlainLines::takeLine(const quint32 *at, char point, qint64 row) c
             return at ? takeLineEnd(at) : nullptr;
         if (m_separator == blankSeparator ? isInnerBlank(m_begin[*at]) : m_begin[*at] == m_separator)
             continue;
-        at = skipBlanks(at);
-        if (*behind(at) != m_separator)
+        at = isInnerBlank(m_begin[*at]) ? skipBlanks(at) : nullptr;
+        if (!at || *behind(at) != m_separator)
             return nullptr;
         ++at;
     }

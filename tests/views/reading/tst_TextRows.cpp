@@ -105,6 +105,7 @@ void tst_TextRows::linesBecomeRows_data()
     add("tabs", "1\t2\n\t4\n5\t\n", 2, '\t', "1 2|- 4|5 -");
     add("between blanks", "1 2\n  3\t 4 \n", 2, ' ', "1 2|3 4");
     add("empty fields", "1;\n;2\n", 2, ';', "1 -|- 2");
+    add("a separator on the next line", "1\n;2\n", 2, ';', "1 -|- 2");
     add("a separator at the end", "1;2;\n3;4;;\n", 2, ';', "1 2|3 4");
     add("too few fields", "1;2;3\n4\n5;6\n", 3, ';', "1 2 3|4 - -|5 6 -");
     add("too many fields", "1;2\n3;4;5\n6;7\n", 2, ';', "1 2|- -|6 7");
