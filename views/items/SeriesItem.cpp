@@ -101,25 +101,33 @@ QSGNode *SeriesItem::updatePaintNode(QSGNode *node, UpdatePaintNodeData *)
     }
     const SSeriesFrame now = frame();
     m_series->draw(now, m_shape);
-    if (!drawsGeometry(*window()))
-        return showPixels(node);
-    auto *own = static_cast<SeriesNode *>(node);
-    if (!own)
+    if (!drawsGeometry(*window()) || hasTranslucentPath()) {
+        delete node;
+        return pixelsOf(now);
+    }
+    auto *own = dynamic_cast<SeriesNode *>(node); // it may have been pixels before
+    if (!own) {
+        delete node;
         own = new SeriesNode;
+    }
     own->show(m_shape, now.ratioX, now.ratioY);
     return own;
 }
 
-/// For a scene graph that draws no geometry.
-QSGNode *SeriesItem::showPixels(QSGNode *node)
+/// The triangles of a line lie over each other, and a graphics card would blend them one by one.
+bool SeriesItem::hasTranslucentPath() const
 {
-    const SSeriesFrame now = frame();
-    delete node;
+    return !m_shape.path.points.empty() && (m_shape.pathColor.alpha() < 255 || m_series->opacity() < 1.0);
+}
+
+/// The shape as a picture, for what geometry can't show.
+QSGNode *SeriesItem::pixelsOf(const SSeriesFrame &now) const
+{
     if (now.columns <= 0 || now.rows <= 0)
         return nullptr;
     QSGImageNode *image = window()->createImageNode();
     image->setTexture(window()->createTextureFromImage(paintedShape(m_shape, now.columns, now.rows)));
     image->setOwnsTexture(true);
-    image->setRect(boundingRect());
+    image->setRect(QRectF(0.0, 0.0, now.columns / now.ratioX, now.rows / now.ratioY));
     return image;
 }

@@ -31,7 +31,8 @@ private:
     void followData();
     void cover();
     SSeriesFrame frame() const;
-    QSGNode *showPixels(QSGNode *node);
+    bool hasTranslucentPath() const;
+    QSGNode *pixelsOf(const SSeriesFrame &now) const;
 
     PlotView &m_view;
     QQuickItem &m_layer;

@@ -140,6 +140,8 @@ private slots:
     void drawsASingleValueAsADot();
     void coversWhatALineCovers();
     void drawsTheSameInAPicture();
+    void blendsNoPixelTwice_data();
+    void blendsNoPixelTwice();
     void keepsItsColumnsInAPan();
     void isOpaqueOnEveryGround();
     void staysInsideThePlotArea();
@@ -342,7 +344,7 @@ void tst_SeriesPixels::drawsTheSameInAPicture()
     wide.setWidth(3.0);
     for (PlotSeries *each : std::initializer_list<PlotSeries *>{&bars, &area, &thin, &wide}) {
         each->setColor(ink);
-        each->setOpacity(each == &wide ? 1.0 : 0.75); // the graphics card draws the overlaps of a wide line twice
+        each->setOpacity(each == &wide ? 1.0 : 0.75);
         each->setValues(QVariant::fromValue(series.values));
         stage.view.addSeries(each);
         stage.show(0.0, 0.7);
@@ -365,6 +367,59 @@ void tst_SeriesPixels::drawsTheSameInAPicture()
         }
         const int allowed = each == &wide ? 40 : 0; // where a middle lies on an edge
         QVERIFY2(different <= allowed, qPrintable(QStringLiteral("%1 pixels").arg(different)));
+    }
+}
+
+void tst_SeriesPixels::blendsNoPixelTwice_data()
+{
+    QTest::addColumn<double>("alpha");
+    QTest::addColumn<double>("opacity");
+    QTest::addColumn<bool>("isArea");
+    QTest::newRow("color of a line") << 0.5 << 1.0 << false;
+    QTest::newRow("opacity of a line") << 1.0 << 0.5 << false;
+    QTest::newRow("color of a border") << 0.5 << 1.0 << true;
+    QTest::newRow("opacity of an area with a border") << 1.0 << 0.5 << true;
+}
+
+/// The pieces of a wide line lie over each other at bends. It's translucent as a whole.
+void tst_SeriesPixels::blendsNoPixelTwice()
+{
+    QFETCH(double, alpha);
+    QFETCH(double, opacity);
+    QFETCH(bool, isArea);
+    Stage stage(QSize(240, 156));
+    QVERIFY(stage.isReady());
+    stage.view.theme()->setPlotAreaBackgroundColor(Qt::white);
+    LineSeries line;
+    AreaSeries area;
+    PlotSeries &series = isArea ? static_cast<PlotSeries &>(area) : line;
+    const QColor halfBlack = QColor::fromRgbF(0.0, 0.0, 0.0, alpha);
+    series.setColor(isArea ? QColor(Qt::transparent) : halfBlack);
+    area.setBorderColor(halfBlack);
+    area.setBorderWidth(6.0);
+    line.setWidth(6.0);
+    series.setOpacity(opacity);
+    QVector<double> values;
+    for (int i = 0; i < 2000; ++i)
+        values.append(i % 2 == 0 ? 20.0 : 120.0);
+    series.setValues(QVariant::fromValue(values));
+    stage.view.addSeries(&series);
+    QString error;
+    for (const double step : {0.05, 0.3, 4.0}) {
+        stage.show(0.0, step);
+        QCoreApplication::processEvents();
+        const QImage shown = stage.plotArea();
+        const QPoint corner(int(std::lround(stage.view.plotArea().x() * stage.ratio())),
+                            int(std::lround(stage.view.plotArea().y() * stage.ratio())));
+        const QImage saved = pictureOf(stage.view, stage.ratio(), error).copy(QRect(corner, shown.size()));
+        for (const QImage &picture : {shown, saved}) {
+            int darkest = 255;
+            for (int row = 0; row < picture.height() - 2; ++row) { // without the axes' own lines
+                for (int column = 2; column < picture.width(); ++column)
+                    darkest = std::min(darkest, qGreen(picture.pixel(column, row)));
+            }
+            QVERIFY2(std::abs(darkest - 127) <= 1, qPrintable(QStringLiteral("%1 at %2").arg(darkest).arg(step)));
+        }
     }
 }
 
