@@ -5,6 +5,10 @@
 
 #include <algorithm>
 
+#ifdef __SSE2__
+#  include <emmintrin.h>
+#endif
+
 // The compiler makes no vector code of running extremes and sums of floating-point numbers, because their order matters
 // for NaN and for rounding. Here each lane is a running value of its own, and two of each hide the latency of one.
 
@@ -133,8 +137,15 @@ struct SSums
 template <class T>
 Lanes<double> loadDoubles(const char *values, qint64 index)
 {
+    const char *const first = values + index * qint64(sizeof(T));
+#ifdef __SSE2__ // GCC converts halves of a register one by one
+    if constexpr (std::is_same_v<T, float>)
+        return _mm_cvtps_pd(_mm_castsi128_ps(_mm_loadl_epi64(reinterpret_cast<const __m128i *>(first))));
+    if constexpr (std::is_same_v<T, qint32>)
+        return _mm_cvtepi32_pd(_mm_loadl_epi64(reinterpret_cast<const __m128i *>(first)));
+#endif
     typename SVector<T, 2>::Type loaded;
-    std::memcpy(&loaded, values + index * qint64(sizeof(T)), sizeof loaded);
+    std::memcpy(&loaded, first, sizeof loaded);
     return __builtin_convertvector(loaded, Lanes<double>);
 }
 
