@@ -38,6 +38,15 @@ public:
     RectsNode axes;
 };
 
+/// What of `all` lies around a part of it.
+QVector<QRectF> around(const QRectF &part, const QRectF &all)
+{
+    return {{all.left(), all.top(), all.width(), part.top() - all.top()},
+            {all.left(), part.top(), part.left() - all.left(), part.height()},
+            {part.right(), part.top(), all.right() - part.right(), part.height()},
+            {all.left(), part.bottom(), all.width(), all.bottom() - part.bottom()}};
+}
+
 } // namespace
 
 PlotFrame::PlotFrame(PlotView &view) : QQuickItem(&view), m_view(view), m_labels(this)
@@ -171,8 +180,14 @@ QSGNode *PlotFrame::updatePaintNode(QSGNode *node, UpdatePaintNodeData *)
     const PlotTheme &theme = *m_view.theme();
     QColor faint = theme.gridColor();
     faint.setAlphaF(faint.alphaF() * 0.5);
-    frame->background.show({QRectF(QPointF(), size())}, theme.backgroundColor());
-    frame->plotArea.show({m_view.plotArea()}, theme.plotAreaBackgroundColor());
+    const QRectF all(QPointF(), size());
+    const QRectF area = m_view.plotArea() & all;
+    const QColor ground = theme.plotAreaBackgroundColor();
+    const bool isOpaque = ground.alpha() == 255;
+    const bool isOneGround = isOpaque && ground == theme.backgroundColor();
+    frame->background.show(isOpaque && !isOneGround ? around(area, all) : QVector<QRectF>{all},
+                           theme.backgroundColor());
+    frame->plotArea.show(isOneGround ? QVector<QRectF>() : QVector<QRectF>{area}, ground);
     frame->minorGrid.show(m_look.minorGrid, faint);
     frame->grid.show(m_look.grid, theme.gridColor());
     frame->axes.show(m_look.axes, theme.axisColor());
