@@ -16,6 +16,7 @@ public:
 
     double baseline() const { return m_baseline; }
     void setBaseline(double baseline);
+    bool isBars() const override { return true; }
 
 signals:
     void baselineChanged();
@@ -23,7 +24,6 @@ signals:
 protected:
     void drawValues(const SeriesSnapshot &values, const SeriesPlaces &places, const ColumnGrid &grid,
                     const RowScale &rows, double ratio, SSeriesShape &shape) const override;
-    bool isBars() const override { return true; }
 
 private:
     double m_baseline = 0.0;

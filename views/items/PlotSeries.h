@@ -91,6 +91,8 @@ public:
     /// The stores in use, be they given or made of `values`; null without numbers.
     const SeriesStore *valueStore() const { return m_values.store(); }
     const SeriesStore *placeStore() const { return m_places.store(); }
+    /// Whether a value reaches from its place to the next one.
+    virtual bool isBars() const { return false; }
     /// Where the values of this frame stand on an axis.
     SeriesPlaces places(bool log) const;
 
@@ -131,8 +133,6 @@ protected:
     /// Fills the shape: `grid` and `rows` are not empty, and there are values.
     virtual void drawValues(const SeriesSnapshot &values, const SeriesPlaces &places, const ColumnGrid &grid,
                             const RowScale &rows, double ratio, SSeriesShape &shape) const = 0;
-    /// Whether a value reaches from its place to the next one.
-    virtual bool isBars() const { return false; }
     /// `baseline`, or on a log scale half the smallest value above 0; NaN if there is none.
     static double shownBaseline(double baseline, const SeriesSnapshot &values, const RowScale &rows);
 

@@ -22,7 +22,7 @@ double baselineOf(const PlotSeries &series)
 } // namespace
 
 SeriesProbe::SeriesProbe(const PlotSeries &series)
-    : m_isBars(qobject_cast<const BarSeries *>(&series)),
+    : m_isBars(series.isBars()),
       m_start(series.start() + series.xOffset()),
       m_step(series.step()),
       m_offset(series.xOffset()),
