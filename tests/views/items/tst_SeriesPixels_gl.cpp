@@ -6,6 +6,7 @@
 #include "views/items/AreaSeries.h"
 #include "views/items/BarSeries.h"
 #include "views/items/LineSeries.h"
+#include "views/items/LogValueAxis.h"
 #include "views/items/PlotPicture.h"
 #include "views/items/PlotTheme.h"
 #include "views/items/PlotView.h"
@@ -136,6 +137,8 @@ private slots:
     void drawsAThinLineAsEverySegment();
     void drawsMoreDotsThanANodeHolds();
     void drawsBarsAndAreasAsEachByItself();
+    void drawsEverythingOnALogScaleOfX_data();
+    void drawsEverythingOnALogScaleOfX();
     void drawsALineAsWideAsItIs();
     void drawsASingleValueAsADot();
     void coversWhatALineCovers();
@@ -249,6 +252,66 @@ void tst_SeriesPixels::drawsBarsAndAreasAsEachByItself()
                 plain.markArea(series.xs, series.ys, stage.rows() - base);
             COMPARE_MARKS(drawn, plain);
         }
+    }
+}
+
+void tst_SeriesPixels::drawsEverythingOnALogScaleOfX_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<double>("end");
+    for (const int count : {3, 40, 1000, 100'000}) {
+        QTest::addRow("%d values", count) << count << 1.0 + count;
+        QTest::addRow("the first of %d values", count) << count << 1.0 + count / 2.5;
+    }
+}
+
+/// Far apart on the left and many to a pixel on the right.
+void tst_SeriesPixels::drawsEverythingOnALogScaleOfX()
+{
+    QFETCH(int, count);
+    QFETCH(double, end);
+    Stage stage(QSize(240, 156));
+    LogValueAxis axis;
+    axis.setLabelsVisible(false);
+    axis.setGridVisible(false);
+    stage.view.setAxisX(&axis);
+    QVERIFY(stage.isReady());
+    showX(stage, 1.0, end);
+    stage.view.axisY()->setMin(0.0);
+    stage.view.axisY()->setMax(stage.rows());
+    RandomSeries random(count);
+    Series series;
+    for (int i = 0; i < count; ++i) {
+        series.values.append(random.whole(0, stage.rows() - 1) + random.whole(0, 15) / 16.0 + 1.0 / 256.0);
+        series.ys.append(stage.rows() - series.values.last());
+    }
+    // Columns have a width of few digits; a hundred thousandth of a pixel may decide over one in a steep line.
+    int exponent = 0;
+    const double width = std::ldexp(std::frexp(std::log10(end) / stage.columns(), &exponent), 24);
+    const double column = std::ldexp(std::floor(width), exponent - 24);
+    for (int i = 0; i <= count; ++i)
+        series.xs.append(std::log10(1.0 + i) / column);
+    const double base = 30.0;
+    BarSeries bars;
+    AreaSeries area;
+    LineSeries line;
+    line.setWidth(0.0);
+    for (PlotSeries *each : std::initializer_list<PlotSeries *>{&bars, &area, &line}) {
+        each->setColor(ink);
+        each->setStart(1.0);
+        each->setProperty("baseline", base);
+        each->setValues(QVariant::fromValue(series.values));
+        stage.view.addSeries(each);
+        const PlainMarks drawn = stage.marks();
+        stage.view.removeSeries(each);
+        PlainMarks plain(stage.columns(), stage.rows());
+        if (each == &bars)
+            plain.markBars(series.xs, series.ys, stage.rows() - base);
+        else if (each == &area)
+            plain.markArea(series.xs, series.ys, stage.rows() - base);
+        else
+            plain.markLine(series.xs, series.ys);
+        COMPARE_MARKS(drawn, plain);
     }
 }
 
