@@ -51,6 +51,13 @@ Q_ALWAYS_INLINE double scaled(quint64 digits, qint64 fraction, bool negative)
     return double(qint64(digits)) / scales[fraction][int(negative)];
 }
 
+/// Whether a line of numbers may be a comment.
+bool isLikeNumbers(const QByteArray &commentPrefix)
+{
+    const char first = commentPrefix.isEmpty() ? 'x' : commentPrefix.at(0);
+    return (first >= '0' && first <= '9') || std::strchr("+-.,", first);
+}
+
 } // namespace
 
 PlainLines::PlainLines(const STextLayout &layout, TextRows &rows, const char *begin, const char *end)
@@ -58,7 +65,8 @@ PlainLines::PlainLines(const STextLayout &layout, TextRows &rows, const char *be
       m_end(end),
       m_separator(layout.separator),
       m_otherBlank(layout.separator == '\t' ? ' ' : '\t'),
-      m_isPossible(layout.separator != '-' && FLT_EVAL_METHOD == 0),
+      m_isPossible(FLT_EVAL_METHOD == 0 && layout.separator != '-'
+                   && std::none_of(layout.commentPrefixes.begin(), layout.commentPrefixes.end(), isLikeNumbers)),
       m_marksEnd(begin)
 {
     for (int i = 0; i < int(layout.columns.size()); ++i) {

@@ -21,6 +21,7 @@ private slots:
     void plainNumbersAreRoundedAsStrtodDoes();
     void linesOfAnyLengthAreRead();
     void signsWithoutANumberAreNoNumbers();
+    void aCommentMayBeginLikeANumber();
     void aSectionEndsTheNumbers();
     void rowsDoNotDependOnWhereATextIsCut();
     void anyBytesAreTaken();
@@ -219,6 +220,17 @@ void tst_TextRows::signsWithoutANumberAreNoNumbers()
     const STextLayout layout = layoutOf(2, ';', DecimalSign::Comma);
     const QByteArray text = "1;2\n--3;4\n5;-\n1,-2;3\n4-5;6\n-;-7\n-8,5;-9\n5,;6\n,5;-0\n";
     QCOMPARE(shown(convert(text, layout), layout), QByteArray("1 2|- 4|5 -|- 3|- 6|- -7|-8.5 -9|- 6|0.5 0"));
+}
+
+void tst_TextRows::aCommentMayBeginLikeANumber()
+{
+    for (const QByteArray &prefix : {QByteArray("-"), QByteArray("99"), QByteArray(".")}) {
+        STextLayout layout = layoutOf(1, ' ', DecimalSign::Point);
+        layout.commentPrefixes = {prefix};
+        const TextRows rows = convert("1\n" + prefix + "5\n2\n", layout);
+        QCOMPARE(shown(rows, layout), QByteArray("1|2"));
+        QCOMPARE(rows.comments, qint64(1));
+    }
 }
 
 void tst_TextRows::aSectionEndsTheNumbers()
