@@ -56,6 +56,8 @@ public:
     /// Marks the highest peak in view (0), or the next one to the left (-1) or the right (1) of the mark.
     void markPeak(int direction);
     void unmarkPeak();
+    /// Where the marked peak stands; NaN if none is marked, or if it's out of view.
+    double peakInView() const;
     /// The numbers of regions, cursors and the marked peak, each a line with its name; or as CSV: a line of names and
     /// one of numbers. Empty if nothing is shown.
     QString numbers(bool asTable) const;

@@ -12,6 +12,7 @@
 #include <QPair>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -155,6 +156,13 @@ void PlotMarks::unmarkPeak()
 {
     if (m_peak)
         m_peak->setVisible(false);
+}
+
+double PlotMarks::peakInView() const
+{
+    const PlotAxis &x = *m_view.axisX();
+    const bool isInView = m_peak && m_peak->isVisible() && m_peak->x() >= x.min() && m_peak->x() <= x.max();
+    return isInView ? m_peak->x() : std::nan("");
 }
 
 QString PlotMarks::numbers(bool asTable) const

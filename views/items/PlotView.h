@@ -106,7 +106,7 @@ public:
     void setLinkedTo(PlotView *view);
     QQmlListProperty<QObject> seriesList();
 
-    /// Shows half or double the part of x, around its middle.
+    /// Shows half or double the part of x: around its middle, zoomIn() around the marked peak if one is in view.
     Q_INVOKABLE void zoomIn();
     Q_INVOKABLE void zoomOut();
     /// Shows all; ends of axes that were set go back there, and following goes on.

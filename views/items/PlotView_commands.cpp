@@ -75,7 +75,8 @@ void PlotView::setLinkedTo(PlotView *view)
 
 void PlotView::zoomIn()
 {
-    m_zoom->zoomX(1.0 / zoomStep, middleOf(*m_axisX));
+    const double peak = m_marks->peakInView();
+    m_zoom->zoomX(1.0 / zoomStep, std::isnan(peak) ? middleOf(*m_axisX) : peak);
 }
 
 void PlotView::zoomOut()

@@ -114,7 +114,7 @@ Rectangle {
         border.color: input.activeFocus ? panel.theme.accentColor : panel.theme.gridColor
         color: "transparent"
         height: input.implicitHeight + 8
-        width: 180
+        width: 170
 
         TextInput {
             id: input
@@ -205,7 +205,7 @@ Rectangle {
                     Words {
                         anchors.verticalCenter: parent.verticalCenter
                         text: row.field.words
-                        width: 100
+                        width: 115
                     }
 
                     Field {

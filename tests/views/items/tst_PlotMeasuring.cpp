@@ -36,6 +36,7 @@ private slots:
     void peaksOfBarsOfTheirOwnWidthsDoSo();
     void smallRipplesAreNoPeaks();
     void withoutAPeakNothingIsMarked();
+    void zoomingInStaysAtTheMark();
     void aRegionComesInTheMiddleOrAroundThePeak();
     void numbersAreTold();
     void numbersOfCursorsAreTold();
@@ -126,6 +127,23 @@ void tst_PlotMeasuring::withoutAPeakNothingIsMarked()
     m_view->markPeak();
     m_view->markPeak(-1);
     QCOMPARE(m_view->numbers(), QString());
+}
+
+/// So one glitch of many values is reached by one key, pressed again and again.
+void tst_PlotMeasuring::zoomingInStaysAtTheMark()
+{
+    QVector<double> values(1'000'000);
+    values[617'283] = 1.0;
+    const StoredSeries<> line(*m_view, values);
+    m_view->markPeak();
+    for (int i = 0; i < 16; ++i)
+        m_view->zoomIn();
+    QVERIFY(m_view->axisX()->max() - m_view->axisX()->min() < 20.0);
+    QVERIFY(m_view->axisX()->min() <= 617'283.0 && m_view->axisX()->max() >= 617'283.0);
+    m_view->unmarkPeak();
+    const double middle = (m_view->axisX()->min() + m_view->axisX()->max()) / 2.0;
+    m_view->zoomIn();
+    QVERIFY(std::abs((m_view->axisX()->min() + m_view->axisX()->max()) / 2.0 - middle) < 1e-3);
 }
 
 void tst_PlotMeasuring::aRegionComesInTheMiddleOrAroundThePeak()
