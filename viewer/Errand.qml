@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 import QtQuick 2.15
-import QtQuick.Window 2.15
 
 // Writes what a plot shows and ends the program: once everything is read, and two frames later, when the names of the
 // files have their places.
 Item {
     id: errand
 
-    property Window scene
+    property QtObject scene
     property Item plot
     readonly property string what: scene.picture || scene.values
     property int frames: 0 ///< since everything is read
@@ -16,7 +15,7 @@ Item {
         if (!scene.hasNumbers)
             finish(what + ": not written: there are no numbers to show");
         else if (scene.picture !== "")
-            plot.saveImage(scene.picture, Screen.devicePixelRatio);
+            plot.saveImage(scene.picture, scene.sharpness);
         else
             plot.saveValues(scene.values);
     }

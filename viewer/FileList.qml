@@ -103,11 +103,11 @@ Item {
 
         readonly property bool isWanted: subtraction.minuend !== null && list.whyNoDifference === ""
 
-        name: isWanted ? list.first.name + " − " + list.all[1].name : ""
+        name: list.all.slice(0, 2).map(file => file.name).join(" − ")
         start: list.first.start || 0
-        step: isWanted ? list.first.series.step : 1
+        step: list.first.series ? list.first.series.step : 1
         store: subtraction.store
-        xStore: isWanted ? list.first.reader.xStore : null
+        xStore: list.first.reader ? list.first.reader.xStore : null
         onIsWantedChanged: isWanted ? list.plot.addSeries(difference) : list.plot.removeSeries(difference)
     }
 

@@ -32,6 +32,8 @@ Window {
     /// Where a picture or the values are to be written, instead of showing a window: then there is nothing but the plot.
     property string picture
     property string values
+    /// Pixels of a picture for one of what is laid out: a large one shows what the usual one does, but sharper.
+    readonly property real sharpness: Math.max(1, pixels.width / 1280) * Screen.devicePixelRatio
     readonly property bool bare: picture !== "" || values !== ""
     readonly property alias plot: view
     readonly property alias notice: footer
@@ -116,9 +118,9 @@ Window {
         id: content
 
         Keys.onEscapePressed: (event) => window.cancel()
-        // Also that of a picture, which a window that counts in larger units may not have.
-        height: window.bare ? window.pixels.height / Screen.devicePixelRatio : window.height
-        width: window.bare ? window.pixels.width / Screen.devicePixelRatio : window.width
+        // Of a picture, too, which the window may not have.
+        height: window.bare ? window.pixels.height / window.sharpness : window.height
+        width: window.bare ? window.pixels.width / window.sharpness : window.width
 
         ViewerBar {
             id: bar
@@ -247,8 +249,6 @@ Window {
 
     Loader {
         id: dialogs
-
-        active: false
     }
 
 }

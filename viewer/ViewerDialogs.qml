@@ -3,8 +3,8 @@ import QtQuick 2.15
 import QtQuick.Dialogs 1.3
 
 // The dialog for files. To be loaded when it's wanted: it takes long.
-FileDialog {
-    id: dialog
+Item {
+    id: dialogs
 
     property QtObject scene
     property Item plot
@@ -20,19 +20,26 @@ FileDialog {
 
     function show(what) {
         name = what;
-        open();
+        dialog.open();
     }
 
-    /// With an ending if it has none.
-    function complete(path) {
-        const isPage = selectedNameFilter.includes("pdf");
-        return selectExisting || /\.[a-z]+$/i.test(path) ? path : path + (isPage ? ".pdf" : "." + defaultSuffix);
-    }
+    FileDialog {
+        id: dialog
 
-    defaultSuffix: uses[name].ending
-    nameFilters: uses[name].filters
-    selectExisting: name === "open"
-    selectMultiple: selectExisting
-    title: uses[name].title
-    onAccepted: uses[name].take(desktop.pathsOf(fileUrls.length > 0 ? fileUrls : [fileUrl]).map(complete))
+        /// With an ending if it has none.
+        function complete(path) {
+            const isPage = selectedNameFilter.includes("pdf");
+            return selectExisting || /\.[a-z]+$/i.test(path) ? path : path + (isPage ? ".pdf" : "." + defaultSuffix);
+        }
+
+        defaultSuffix: dialogs.uses[dialogs.name].ending
+        nameFilters: dialogs.uses[dialogs.name].filters
+        selectExisting: dialogs.name === "open"
+        selectMultiple: selectExisting
+        title: dialogs.uses[dialogs.name].title
+        onAccepted: {
+            const urls = fileUrls.length > 0 ? fileUrls : [fileUrl];
+            dialogs.uses[dialogs.name].take(desktop.pathsOf(urls).map(complete));
+        }
+    }
 }

@@ -93,18 +93,12 @@ QVariant valueOf(const QString &text, const SOption &option)
     return {};
 }
 
-SViewerOptions finish(SViewerOptions::Action action, const QString &message)
-{
-    SViewerOptions options;
-    options.action = action;
-    options.message = message;
-    return options;
-}
-
 SViewerOptions refuse(const QString &words)
 {
-    return finish(SViewerOptions::Action::PrintAndFail,
-                  QStringLiteral("%1: %2\n").arg(QCoreApplication::applicationName(), words));
+    return {SViewerOptions::Action::PrintAndFail,
+            QStringLiteral("%1: %2\n").arg(QCoreApplication::applicationName(), words),
+            true,
+            {}};
 }
 
 void addOptions(QCommandLineParser &parser)
@@ -116,8 +110,7 @@ void addOptions(QCommandLineParser &parser)
     }
     parser.addPositionalArgument(
         QStringLiteral("FILE"),
-        QStringLiteral("Text with numbers in columns, .npy, WAV or raw samples; - for standard "
-                       "input."),
+        QStringLiteral("Text with numbers in columns, .npy, WAV or raw samples; - for standard input."),
         QStringLiteral("[FILE...]"));
 }
 
@@ -175,11 +168,13 @@ SViewerOptions parseViewerOptions(const QStringList &arguments)
     if (!parser.parse(arguments))
         return refuse(parser.errorText());
     if (parser.isSet(QStringLiteral("help")))
-        return finish(SViewerOptions::Action::PrintAndSucceed, parser.helpText());
+        return {SViewerOptions::Action::PrintAndSucceed, parser.helpText(), true, {}};
     if (parser.isSet(QStringLiteral("version")))
-        return finish(
+        return {
             SViewerOptions::Action::PrintAndSucceed,
-            QStringLiteral("%1 %2\n").arg(QCoreApplication::applicationName(), QCoreApplication::applicationVersion()));
+            QStringLiteral("%1 %2\n").arg(QCoreApplication::applicationName(), QCoreApplication::applicationVersion()),
+            true,
+            {}};
     SViewerOptions options;
     QString error = takeAll(parser, options.scene);
     options.keepsSettings = options.showsWindow() && !parser.isSet(QStringLiteral("no-settings"));

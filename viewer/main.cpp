@@ -23,12 +23,6 @@ void print(std::FILE *stream, const QString &text)
     QTextStream(stream) << text;
 }
 
-SViewerOptions optionsOf(int argc, char **argv)
-{
-    const QCoreApplication application(argc, argv); // for the arguments; it needs no display
-    return parseViewerOptions(QCoreApplication::arguments());
-}
-
 bool displayIsMissing()
 {
     return qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
@@ -102,7 +96,8 @@ int main(int argc, char **argv)
     QCoreApplication::setOrganizationName(QStringLiteral("vorlixview")); // where dialogs keep their settings
     QCoreApplication::setOrganizationDomain(QStringLiteral("vorlixview"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VORLIX_VERSION));
-    const SViewerOptions options = optionsOf(argc, argv);
+    // Another application object, which needs no display.
+    const SViewerOptions options = (QCoreApplication(argc, argv), parseViewerOptions(QCoreApplication::arguments()));
     switch (options.action) {
     case SViewerOptions::Action::PrintAndSucceed:
         print(stdout, options.message);

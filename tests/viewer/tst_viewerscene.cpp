@@ -3,14 +3,17 @@
 #include "viewer/ViewerOptions.h"
 #include "viewer/ViewerScene.h"
 
+#include <QAccessible>
 #include <QClipboard>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QGuiApplication>
 #include <QImage>
 #include <QJSValue>
+#include <QMap>
 #include <QMimeData>
 #include <QQmlApplicationEngine>
+#include <QQmlListReference>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QScopedPointer>
@@ -18,7 +21,9 @@
 #include <QTest>
 
 #include <algorithm>
+#include <cmath>
 #include <ctime>
+#include <functional>
 
 namespace {
 
@@ -80,6 +85,12 @@ private slots:
     void aPictureIsSaved();
     void guessesAreChangedInThePanel();
     void regionsAndPeaksAreMeasuredAndCopied();
+    void cursorsAreCopied();
+    void theDifferenceOfTwoFilesIsShown();
+    void aFileIsShifted();
+    void fingersZoomAndTap();
+    void aScreenReaderWalksItAll();
+    void theDialogsOpen();
     void aCommandLineShowsTheSame();
     void theWindowRemembers();
     void theWindowRemembersNothingIfAsked();
@@ -494,6 +505,131 @@ void tst_viewerscene::regionsAndPeaksAreMeasuredAndCopied()
     QGuiApplication::clipboard()->setText(QStringLiteral("kept"));
     press(Qt::Key_C, Qt::ControlModifier); // nothing is measured
     QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("kept"));
+}
+
+void tst_viewerscene::cursorsAreCopied()
+{
+    showFiles({m_short});
+    press(Qt::Key_C);
+    press(Qt::Key_C);
+    press(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(),
+             QStringLiteral("A at\t10\nB at\t15\nB - A at\t5\n"
+                            "A short.txt\t40\nB short.txt\t40\nB - A short.txt\t0\n"));
+}
+
+void tst_viewerscene::theDifferenceOfTwoFilesIsShown()
+{
+    showFiles({m_short});
+    press(Qt::Key_D, Qt::ControlModifier);
+    QTRY_COMPARE(notices().last(), QStringLiteral("a difference needs two files"));
+    press(Qt::Key_D, Qt::ControlModifier);
+    QTRY_COMPARE(notices().size(), 1);
+    openFiles({fileOf(QStringLiteral("flat.txt"), QByteArray("30\n").repeated(20))});
+    press(Qt::Key_D, Qt::ControlModifier);
+    QTRY_VERIFY(reading(QStringLiteral("short.txt − flat.txt"))); // in the legend
+    QTRY_COMPARE(axis("axisY")->property("min").toDouble(), 0.0);
+    const auto shown = [this] {
+        const QQmlListReference list(m_plot, "seriesList", m_engine.data());
+        return list.count() == 3 ? list.at(2)->property("maximum").toDouble() : std::nan("");
+    };
+    QTRY_COMPARE(shown(), 50.0);
+    m_window->setProperty("factor", 2.0);
+    QTRY_COMPARE(shown(), 20.0);
+    press(Qt::Key_W, Qt::ControlModifier); // the second file
+    QTRY_VERIFY(!reading(QStringLiteral("short.txt − flat.txt")));
+}
+
+void tst_viewerscene::aFileIsShifted()
+{
+    showFiles({m_short});
+    QTRY_COMPARE(to(), 20.0);
+    press(Qt::Key_H);
+    QQuickItem *shift = nullptr;
+    QTRY_VERIFY((shift = itemNamed(m_window->contentItem(), QStringLiteral("xOffset"))));
+    shift->forceActiveFocus();
+    QTest::keyClick(m_window, '5');
+    press(Qt::Key_Return);
+    QTRY_COMPARE(to(), 25.0);
+    QCOMPARE(from(), 5.0);
+}
+
+void tst_viewerscene::fingersZoomAndTap()
+{
+    QTouchDevice *const screen = QTest::createTouchDevice();
+    showFiles({m_short});
+    QTRY_COMPARE(to(), 20.0);
+    const QPoint middle = m_plot->mapToScene({m_plot->width() / 2, m_plot->height() / 2}).toPoint();
+    const auto finger = [&](int distance) { return middle + QPoint(distance, 0); };
+    QTest::touchEvent(m_window, screen).press(0, finger(-50), m_window).press(1, finger(50), m_window);
+    for (const int distance : {80, 120, 160, 200})
+        QTest::touchEvent(m_window, screen).move(0, finger(-distance), m_window).move(1, finger(distance), m_window);
+    QTest::touchEvent(m_window, screen).release(0, finger(-200), m_window).release(1, finger(200), m_window);
+    QVERIFY2(to() - from() < 10.0, qPrintable(QString::number(to() - from())));
+    QQuickItem *const button = reading(QStringLiteral("Logarithmic"));
+    const QPoint place = button->mapToScene({button->width() / 2, button->height() / 2}).toPoint();
+    QTest::touchEvent(m_window, screen).press(0, place, m_window);
+    QTest::touchEvent(m_window, screen).release(0, place, m_window);
+    QTRY_VERIFY(axis("axisY")->property("logScale").toBool());
+}
+
+/// By its roles and names, and by what can be pressed.
+void tst_viewerscene::aScreenReaderWalksItAll()
+{
+    showFiles({m_short, fileOf(QStringLiteral("other.txt"), "1\n2\n3\n")});
+    QTRY_COMPARE(notices().size(), 2);
+    const auto found = [this] {
+        QMap<QString, QAccessibleInterface *> items;
+        const std::function<void(QAccessibleInterface *)> walk = [&](QAccessibleInterface *item) {
+            if (!item->state().invisible)
+                items.insert(item->text(QAccessible::Name), item);
+            for (int i = 0; i < item->childCount(); ++i)
+                walk(item->child(i));
+        };
+        walk(QAccessible::queryAccessibleInterface(m_window));
+        return items;
+    };
+    const auto roleOf = [&](const char *name) {
+        QAccessibleInterface *item = found().value(QString::fromUtf8(name));
+        return item ? item->role() : QAccessible::NoRole;
+    };
+    QCOMPARE(roleOf("Menu"), QAccessible::Button);
+    QCOMPARE(roleOf("Logarithmic"), QAccessible::CheckBox);
+    QCOMPARE(roleOf("other.txt: 1 column"), QAccessible::AlertMessage);
+    QCOMPARE(roleOf("other.txt"), QAccessible::CheckBox); // in the legend
+    const auto saysItsNumbers = [&] {
+        const QStringList names = found().keys();
+        return !names.filter(QStringLiteral("short.txt, 20 values from 40 to 80")).isEmpty();
+    };
+    QTRY_VERIFY(saysItsNumbers());
+    QAccessibleInterface *const log = found().value(QStringLiteral("Logarithmic"));
+    QCOMPARE(log->text(QAccessible::Description), QStringLiteral("L")); // its key
+    log->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QTRY_VERIFY(axis("axisY")->property("logScale").toBool());
+    press(Qt::Key_H);
+    QTRY_COMPARE(roleOf("Column of x"), QAccessible::EditableText);
+    press(Qt::Key_Escape);
+    press(Qt::Key_F1);
+    QTRY_COMPARE(roleOf("Search for a command"), QAccessible::EditableText);
+    QCOMPARE(roleOf("Read all files again"), QAccessible::MenuItem);
+}
+
+void tst_viewerscene::theDialogsOpen()
+{
+    showFiles({m_short});
+    for (const char *name : {"open", "picture", "table"}) {
+        QVERIFY(QMetaObject::invokeMethod(m_window, "showDialog", Q_ARG(QVariant, QString::fromLatin1(name))));
+        const auto dialog = [] {
+            for (QWindow *window : QGuiApplication::topLevelWindows()) {
+                if (window->isVisible() && window->modality() != Qt::NonModal)
+                    return window;
+            }
+            return static_cast<QWindow *>(nullptr);
+        };
+        QTRY_VERIFY(dialog());
+        dialog()->close();
+        QTRY_VERIFY(!dialog());
+    }
 }
 
 void tst_viewerscene::aCommandLineShowsTheSame()

@@ -98,6 +98,7 @@ private slots:
     void aMissingOpenGLIsSaid_data();
     void aMissingOpenGLIsSaid();
     void aPictureNeedsNoDisplay();
+    void aLargePictureIsASharperOne();
     void onWaylandThePictureIsTheSame();
     void aPictureThatCannotBeWrittenIsSaid_data();
     void aPictureThatCannotBeWrittenIsSaid();
@@ -120,6 +121,10 @@ private slots:
     void columnsSamplesAndPipesAreRead();
     void bothRenderLoopsGiveTheSamePicture();
     void valuesInViewAreWritten();
+    void theDifferenceIsWritten();
+    void aPageIsWritten();
+    void onAFullDiskTheFormerFileStays();
+    void killedWhileSavingTheFormerFileStays();
     void noNumberAtAllIsAFailure_data();
     void noNumberAtAllIsAFailure();
     void whatIsNotUnderstoodIsSaidBesideThePicture();
@@ -309,6 +314,17 @@ void tst_vorlixview::aPictureNeedsNoDisplay()
     QCOMPARE(outcome.errors, QString());
     QCOMPARE(outcome.exitCode, 0);
     QCOMPARE(QImage(path(QStringLiteral("picture.png"))), picture({file}, {QSize(3000, 2000)}));
+}
+
+/// Its letters grow with it: the empty margin of the axis does.
+void tst_vorlixview::aLargePictureIsASharperOne()
+{
+    const QString file = fileOf(QStringLiteral("series.txt"), "3\n1\n2\n");
+    const QRect usual = barBox(picture({file}, {QSize(1280, 800)}));
+    const QRect large = barBox(picture({file}, {QSize(3840, 2400)}));
+    QVERIFY(usual.left() > 20);
+    QVERIFY2(std::abs(large.left() - 3 * usual.left()) <= 3, qPrintable(QString::number(large.left())));
+    QVERIFY(std::abs(large.bottom() - 3 * usual.bottom()) <= 4);
 }
 
 /// And nothing is said there, neither for a picture nor for a window.
@@ -661,6 +677,88 @@ void tst_vorlixview::valuesInViewAreWritten()
         view(QStringList{QStringLiteral("--csv"), QStringLiteral("/dev/full")} + wanted, environment());
     QCOMPARE(full.exitCode, 1);
     QCOMPARE(full.errors, QStringLiteral("vorlixview: /dev/full: No space left on device\n"));
+}
+
+void tst_vorlixview::theDifferenceIsWritten()
+{
+    const QStringList wanted{QStringLiteral("--csv"), QStringLiteral("-"), QStringLiteral("--difference")};
+    const QString first = fileOf(QStringLiteral("a.txt"), "9\n5\n7\n");
+    const SOutcome both =
+        view(wanted + QStringList{first, fileOf(QStringLiteral("b.txt"), "1\n2.5\n8\n")}, environment());
+    QCOMPARE(both.errors, QString());
+    QCOMPARE(both.exitCode, 0);
+    QCOMPARE(both.output, QStringLiteral("x,a.txt,b.txt,a.txt − b.txt\n0,9,1,8\n1,5,2.5,2.5\n2,7,8,-1\n"));
+    const SOutcome alone = view(wanted + QStringList{first}, environment());
+    QCOMPARE(alone.errors, QStringLiteral("vorlixview: a difference needs two files\n"));
+    QCOMPARE(alone.output, QStringLiteral("x,a.txt\n0,9\n1,5\n2,7\n"));
+    const QString timed = fileOf(QStringLiteral("t.csv"),
+                                 "2020-01-01T00:00:00;1\n2020-01-01T00:00:01;2\n"
+                                 "2020-01-01T00:00:02;3\n");
+    const SOutcome apart = view(wanted + QStringList{first, timed}, environment());
+    QCOMPARE(apart.errors,
+             QStringLiteral("vorlixview: no difference: the values of the two files stand at different places\n"));
+}
+
+/// A page of PDF as large as the picture: 96 pixels are an inch.
+void tst_vorlixview::aPageIsWritten()
+{
+    const QString file = fileOf(QStringLiteral("series.txt"), "3\n1\n2\n");
+    const SOutcome outcome = view({QStringLiteral("--png"), QStringLiteral("page.pdf"), QStringLiteral("--size"),
+                                   QStringLiteral("960x480"), file},
+                                  environment());
+    QCOMPARE(outcome.errors, QString());
+    QCOMPARE(outcome.exitCode, 0);
+    QFile page(path(QStringLiteral("page.pdf")));
+    QVERIFY(page.open(QIODevice::ReadOnly));
+    const QByteArray content = page.readAll();
+    QVERIFY(content.startsWith("%PDF-"));
+    QVERIFY(content.contains("/MediaBox [0 0 720.000000 360.000000]"));
+}
+
+/// A limit for the size of files stands for the disk.
+void tst_vorlixview::onAFullDiskTheFormerFileStays()
+{
+    const QString file = fileOf(QStringLiteral("series.txt"), QByteArray("123456\n").repeated(100'000));
+    for (const QString &option : {QStringLiteral("--csv"), QStringLiteral("--png")}) {
+        const QString target = fileOf(QStringLiteral("out"), "the former one");
+        QProcess process;
+        process.setProcessEnvironment(environment());
+        process.start(QStringLiteral("bash"),
+                      {QStringLiteral("-c"), QStringLiteral("trap '' XFSZ; ulimit -f 2; exec \"$0\" \"$@\""),
+                       QStringLiteral(VIEWER), option, target, file});
+        QVERIFY(process.waitForFinished(30000));
+        QCOMPARE(process.exitCode(), 1);
+        QCOMPARE(QString::fromUtf8(process.readAllStandardError()),
+                 QStringLiteral("vorlixview: %1: File too large\n").arg(target));
+        QFile former(target);
+        QVERIFY(former.open(QIODevice::ReadOnly));
+        QCOMPARE(former.readAll(), QByteArray("the former one"));
+        QCOMPARE(QDir(m_folder->path()).entryList({QStringLiteral("out*")}), QStringList{QStringLiteral("out")});
+    }
+}
+
+void tst_vorlixview::killedWhileSavingTheFormerFileStays()
+{
+    const QString file = fileOf(QStringLiteral("series.txt"), QByteArray("123456\n").repeated(3'000'000));
+    const QString target = fileOf(QStringLiteral("out.csv"), "the former one");
+    QProcess process;
+    process.setProcessEnvironment(environment());
+    process.start(QStringLiteral(VIEWER), {QStringLiteral("--csv"), target, file});
+    // What it has written so far, to a file that has no name yet.
+    const auto written = [&process] {
+        QFile account(QStringLiteral("/proc/%1/io").arg(process.processId()));
+        const QByteArray text = account.open(QIODevice::ReadOnly) ? account.readAll() : QByteArray();
+        return text.mid(text.indexOf("wchar: ") + 7).split('\n').value(0).toLongLong();
+    };
+    QVERIFY(process.waitForStarted());
+    while (written() < 5'000'000 && !process.waitForFinished(1)) {}
+    process.kill();
+    QVERIFY(process.waitForFinished(20000));
+    QCOMPARE(process.exitStatus(), QProcess::CrashExit); // it wasn't done
+    QFile former(target);
+    QVERIFY(former.open(QIODevice::ReadOnly));
+    QCOMPARE(former.readAll(), QByteArray("the former one"));
+    QCOMPARE(QDir(m_folder->path()).entryList({QStringLiteral("out*")}), QStringList{QStringLiteral("out.csv")});
 }
 
 void tst_vorlixview::noNumberAtAllIsAFailure_data()
