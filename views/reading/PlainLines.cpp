@@ -74,6 +74,8 @@ PlainLines::PlainLines(const STextLayout &layout, TextRows &rows, const char *be
         m_isPossible = m_isPossible && !layout.columns[i].isTime();
         m_isAllRead = m_isAllRead && layout.columns[i].isRead();
     }
+    const auto isRead = [](const double *place) { return place != nullptr; };
+    m_isPossible = m_isPossible && std::any_of(m_places.begin(), m_places.end(), isRead);
 }
 
 const char *PlainLines::take(const char *text, char point, qint64 &row)
@@ -201,8 +203,12 @@ const quint32 *PlainLines::takeLine(const quint32 *at, char point, qint64 row) c
 
 const quint32 *PlainLines::takeLineEnd(const quint32 *at) const
 {
-    if (isInnerBlank(m_begin[*at]))
-        at = skipBlanks(at) + 1;
+    if (isInnerBlank(m_begin[*at])) {
+        at = skipBlanks(at);
+        if (*behind(at) != '\r' && *behind(at) != '\n')
+            return nullptr;
+        ++at;
+    }
     if (m_begin[*at] == '\r' && *behind(at) == '\n')
         ++at;
     return m_begin[*at] == '\n' ? at : nullptr;

@@ -119,6 +119,8 @@ void tst_TextRows::linesBecomeRows_data()
     add("too large", "1\n1e400\n2\n", 1, ' ', "1|inf|2");
     add("not cut short", "1.5.5\n2\n1,5\n2x\n3\n", 1, ' ', "-|2|-|-|3");
     add("a NUL", "1\n", 1, ' ', "1");
+    add("a number too many", "1\n2 3\n4  5 \n6\n", 1, ' ', "1|-|-|6");
+    add("a number behind the last field", "1;2\n3;4 5\n6;7 \n", 2, ';', "1 2|3 -|6 7");
     add("infinities", "inf\n-Infinity\n1\n", 1, ' ', "inf|-inf|1");
 }
 
