@@ -3,6 +3,7 @@
 
 #include <QLocale>
 
+#include <fcntl.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -56,26 +57,56 @@ bool writeAll(int file, const void *bytes, size_t count)
     return true;
 }
 
-std::shared_ptr<const void> mappedValues(qint64 count, const QString &folder)
+/// A file without a name that the values were written to.
+int newFile(qint64 count, const QString &folder)
 {
     QByteArray path = (folder + QStringLiteral("/recording-XXXXXX")).toLocal8Bit();
     const int file = ::mkstemp(path.data());
     if (file < 0)
         qFatal("%s: %s", path.constData(), strerror(errno));
     ::unlink(path.constData()); // whatever happens, nothing is left
-    const bool isWritten = makeValues(count, [file](const float *values, qint64 size) {
+    const auto write = [file](const float *values, qint64 size) {
         return writeAll(file, values, size_t(size) * sizeof *values);
-    });
-    const size_t bytes = size_t(count) * sizeof(float);
-    void *const begin = isWritten ? ::mmap(nullptr, bytes, PROT_READ, MAP_SHARED, file, 0) : MAP_FAILED;
-    if (begin == MAP_FAILED)
+    };
+    if (!makeValues(count, write))
         qFatal("%s: %s", path.constData(), strerror(errno));
-    ::close(file);
-    ::madvise(begin, bytes, MADV_RANDOM);
-    return {begin, [bytes](void *mapped) { ::munmap(mapped, bytes); }};
+    return file;
 }
 
 } // namespace
+
+/// The values in a mapped file.
+struct Mapping
+{
+    Mapping(qint64 count, const QString &folder)
+        : file(newFile(count, folder)),
+          bytes(size_t(count) * sizeof(float)),
+          begin(::mmap(nullptr, bytes, PROT_READ, MAP_SHARED, file, 0))
+    {
+        if (begin == MAP_FAILED)
+            qFatal("A recording can't be mapped: %s", strerror(errno));
+        ::madvise(begin, bytes, MADV_RANDOM);
+    }
+    ~Mapping()
+    {
+        ::munmap(begin, bytes);
+        ::close(file);
+    }
+    Mapping(const Mapping &) = delete;
+    Mapping &operator=(const Mapping &) = delete;
+
+    /// Has the system read it from the disk again.
+    void forgetPages() const
+    {
+        ::fdatasync(file);
+        ::madvise(begin, bytes, MADV_DONTNEED);
+        ::posix_fadvise(file, 0, 0, POSIX_FADV_DONTNEED);
+    }
+
+    const int file;
+    const size_t bytes;
+    void *const begin;
+};
 
 Recording::Recording(qint64 count) : m_count(count)
 {
@@ -86,7 +117,12 @@ Recording::Recording(qint64 count) : m_count(count)
     m_device = std::thread([this] { grow(); });
 }
 
-Recording::Recording(qint64 count, const QString &folder) : m_count(count), m_mapping(mappedValues(count, folder)) {}
+Recording::Recording(qint64 count, const QString &folder, bool isCold)
+    : m_count(count),
+      m_isCold(isCold),
+      m_mapping(std::make_shared<const Mapping>(count, folder))
+{
+}
 
 Recording::~Recording()
 {
@@ -108,8 +144,12 @@ void Recording::grow()
 
 void Recording::reopen()
 {
-    if (m_mapping)
-        m_store.setData(SeriesData::createOver(SampleType::Float32, m_mapping.get(), m_count, m_mapping));
+    if (!m_mapping)
+        return;
+    m_store.setData(SeriesData::create(SampleType::Float32)); // the one before is looked through no more
+    if (m_isCold)
+        m_mapping->forgetPages();
+    m_store.setData(SeriesData::createOver(SampleType::Float32, m_mapping->begin, m_count, m_mapping));
 }
 
 QString Recording::name() const

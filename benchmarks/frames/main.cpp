@@ -81,6 +81,7 @@ int main(int argc, char *argv[])
                         QStringLiteral("counts"), QStringLiteral("1e9")},
                        {QStringLiteral("folder"), QStringLiteral("Where the files lie meanwhile."),
                         QStringLiteral("folder"), QDir::tempPath()},
+                       {QStringLiteral("cold"), QStringLiteral("Has files read from the disk again in each round.")},
                        {QStringLiteral("rounds"), QStringLiteral("How often all is done, by turns."),
                         QStringLiteral("number"), QStringLiteral("3")}});
     parser.process(application);
@@ -89,7 +90,8 @@ int main(int argc, char *argv[])
     for (const qint64 count : countsOf(parser.value(QStringLiteral("growing"))))
         recordings.push_back(std::make_unique<Recording>(count));
     for (const qint64 count : countsOf(parser.value(QStringLiteral("mapped"))))
-        recordings.push_back(std::make_unique<Recording>(count, parser.value(QStringLiteral("folder"))));
+        recordings.push_back(std::make_unique<Recording>(count, parser.value(QStringLiteral("folder")),
+                                                         parser.isSet(QStringLiteral("cold"))));
 
     std::map<const Recording *, Figures> figures;
     PlotDriver driver(application);

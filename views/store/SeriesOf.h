@@ -63,7 +63,7 @@ private:
     /// A cell of any level; false if it isn't built.
     bool cellAt(int level, qint64 cell, SCell<T> &found) const;
     void includeCells(SExtremes &extremes, int level, qint64 first, qint64 end) const;
-    void includeWhole(SExtremes &extremes, int level, qint64 number) const;
+    void includeWhole(SExtremes &extremes, int level, qint64 number, bool isToBeSampled) const;
     bool isWithin(const SExtremes &extremes, int level, qint64 number) const;
     static bool hasGap(const ChunkCells<T> &cells, int level, int first, int end);
     void includeUnbuilt(SExtremes &extremes, int level, qint64 number) const;

@@ -9,6 +9,10 @@ namespace {
 /// page holds, so that a cold mapping isn't read as a whole for one picture.
 constexpr qint64 mostScanned = 1024;
 constexpr qint64 samples = 64;
+/// Of so many chunks without cells one is looked at, and of a long range so many in all: each may be read from a disk,
+/// while the GUI thread waits.
+constexpr qint64 leastStride = 4;
+constexpr qint64 mostSampled = 64;
 /// Of fewer, cells aren't worth the look.
 constexpr qint64 fewValues = 64;
 
@@ -72,8 +76,9 @@ SExtremes SeriesOf<T>::extremesIn(qint64 from, qint64 to) const
         }
         if (level < chunkLevel)
             return includeCells(extremes, level, first, end);
+        const qint64 stride = std::max((end - first) / mostSampled, leastStride);
         for (qint64 number = first; number < end; ++number)
-            includeWhole(extremes, level, number);
+            includeWhole(extremes, level, number, (number - first) % stride == 0);
     };
     coverFromTop(from, to, topLevel(), visit,
                  [&](int level, qint64 number) { return isWithin(extremes, level, number); });
@@ -126,9 +131,9 @@ void SeriesOf<T>::includeCells(SExtremes &extremes, int level, qint64 first, qin
     extremes.hasGap = extremes.hasGap || hasGap(*cells, level, inside, insideEnd);
 }
 
-/// A chunk, or a cell above.
+/// A chunk, or a cell above. Whether there are no cells yet is only noticed if the chunk isn't to be sampled.
 template <class T>
-void SeriesOf<T>::includeWhole(SExtremes &extremes, int level, qint64 number) const
+void SeriesOf<T>::includeWhole(SExtremes &extremes, int level, qint64 number, bool isToBeSampled) const
 {
     if (level > chunkLevel) {
         const SUpperCell<T> &cell = m_directory.upper(level, number);
@@ -137,8 +142,12 @@ void SeriesOf<T>::includeWhole(SExtremes &extremes, int level, qint64 number) co
         return;
     }
     const ChunkCells<T> *cells = m_directory.chunk(number).cells.load(std::memory_order_acquire);
-    if (!cells)
-        return includeUnbuilt(extremes, level, number);
+    if (!cells) {
+        if (isToBeSampled)
+            includeUnbuilt(extremes, level, number);
+        extremes.isSampled = true;
+        return;
+    }
     include(extremes, cells->cell(level, 0));
     extremes.hasGap |= cells->statistics().count < chunkSize;
 }
