@@ -10,8 +10,6 @@
 #include "views/items/RectsNode.h"
 
 #include <QKeyEvent>
-#include <QQmlComponent>
-#include <QQmlEngine>
 
 #include <algorithm>
 
@@ -66,6 +64,7 @@ OverviewStrip::OverviewStrip(QQuickItem *parent)
     }
     connect(m_small, &PlotView::rangesChanged, m_veil, &QQuickItem::update);
     connect(m_small, &PlotView::plotAreaChanged, m_veil, &QQuickItem::update);
+    connect(m_small, &PlotView::rangesChanged, this, &OverviewStrip::tellValue);
 }
 
 OverviewStrip::~OverviewStrip()
@@ -93,18 +92,6 @@ void OverviewStrip::setView(PlotView *view)
     emit viewChanged();
 }
 
-void OverviewStrip::makeEars()
-{
-    QQmlEngine *const engine = m_ears || !m_view ? nullptr : qmlEngine(m_view);
-    if (!engine)
-        return;
-    QQmlComponent component(engine, QUrl(QStringLiteral("qrc:/VorlixPlugin/Views/OverviewEars.qml")));
-    m_ears = component.createWithInitialProperties({{QStringLiteral("strip"), QVariant::fromValue<QObject *>(this)}},
-                                                   qmlContext(m_view));
-    if (m_ears)
-        m_ears->setParent(this);
-}
-
 void OverviewStrip::keyPressEvent(QKeyEvent *event)
 {
     event->setAccepted(m_view && m_view->isInteractive() && pressKey(*m_view, *event));
@@ -116,6 +103,7 @@ void OverviewStrip::watch()
     if (m_view) {
         connect(m_view, &PlotView::seriesListChanged, this, &OverviewStrip::takeSeries);
         connect(m_view, &PlotView::rangesChanged, m_veil, &QQuickItem::update);
+        connect(m_view, &PlotView::rangesChanged, this, &OverviewStrip::tellValue);
         connect(m_view, &PlotView::themeChanged, this, [this] {
             m_small->setTheme(m_view->theme());
             m_veil->update();
@@ -123,6 +111,7 @@ void OverviewStrip::watch()
         m_small->setTheme(m_view->theme());
         takeSeries();
     }
+    tellValue();
     m_veil->update();
 }
 

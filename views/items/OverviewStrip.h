@@ -35,6 +35,7 @@ signals:
     void viewChanged();
 
 protected:
+    bool event(QEvent *event) override;
     void geometryChanged(const QRectF &now, const QRectF &before) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
@@ -50,7 +51,12 @@ private:
     void watch();
     void letGo();
     void drag(double x);
+
+    // OverviewStrip_ears.cpp: what a screen reader gets
+
     void makeEars();
+    void tellValue();
+    void takeValue();
 
     QPointer<PlotView> m_view;
     PlotView *m_small; ///< shows all, and takes no events
@@ -59,4 +65,5 @@ private:
     Hold m_hold = Hold::None;
     double m_grip = 0.0; ///< pixels from the hand to the held edge, or to the left one
     int m_gesture = 0;
+    bool m_isTelling = false; ///< the value
 };

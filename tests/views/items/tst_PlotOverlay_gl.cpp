@@ -80,6 +80,7 @@ private slots:
     void theOverviewShowsAllAndMoves();
     void theOverviewStretches();
     void theOverviewIsMovedByKeys();
+    void theOverviewIsAScrollBarToAScreenReader();
     void notInteractiveNothingToggles();
     void aScreenReaderFindsTheView();
     void aScreenReaderHearsTheCursor();
@@ -496,6 +497,34 @@ void tst_PlotOverlay_gl::theOverviewIsMovedByKeys()
     m_view->setInteractive(false);
     QTest::keyClick(&m_scene->window(), Qt::Key_End);
     QCOMPARE(x().min, 0.0);
+}
+
+void tst_PlotOverlay_gl::theOverviewIsAScrollBarToAScreenReader()
+{
+    m_view->setOverviewVisible(true);
+    m_view->zoomTo(20.0, 40.0);
+    QAccessibleInterface *const strip = QAccessible::queryAccessibleInterface(m_view->overview());
+    QVERIFY(strip);
+    QCOMPARE(strip->role(), QAccessible::ScrollBar);
+    QAccessibleValueInterface *const value = strip->valueInterface();
+    QVERIFY(value);
+    QCOMPARE(value->currentValue().toDouble(), 20.0);
+    QCOMPARE(value->minimumValue().toDouble(), 0.0);
+    QCOMPARE(value->maximumValue().toDouble(), 80.0);
+    QCOMPARE(value->minimumStepSize().toDouble(), 2.0);
+    value->setCurrentValue(50.0);
+    QCOMPARE(x(), (SAxisRange{50.0, 70.0}));
+    QCOMPARE(value->currentValue().toDouble(), 50.0);
+    value->setCurrentValue(qQNaN());
+    value->setCurrentValue(QStringLiteral("nothing"));
+    QCOMPARE(x(), (SAxisRange{50.0, 70.0}));
+    value->setCurrentValue(1e9);
+    QCOMPARE(x(), (SAxisRange{80.0, 100.0}));
+    QCOMPARE(value->currentValue().toDouble(), 80.0);
+    m_view->setInteractive(false);
+    value->setCurrentValue(10.0);
+    QCOMPARE(x(), (SAxisRange{80.0, 100.0}));
+    QCOMPARE(value->currentValue().toDouble(), 80.0);
 }
 
 void tst_PlotOverlay_gl::notInteractiveNothingToggles()
