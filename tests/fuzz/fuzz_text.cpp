@@ -93,6 +93,14 @@ SConverted convertWithCare(const QByteArray &text, STextLayout layout)
     return convert(text, layout, int(text.size()));
 }
 
+/// Whether a line may be cut in two ways: between blanks, a date and the time behind it are one field for who looks
+/// closely, and two texts that aren't read for who doesn't.
+bool isAmbiguous(const STextLayout &layout)
+{
+    const auto isRead = [](const STextColumn &column) { return column.isRead(); };
+    return layout.separator == blankSeparator && !std::all_of(layout.columns.begin(), layout.columns.end(), isRead);
+}
+
 /// A text of one column of plain numbers is what strtod() says.
 void checkPlainLines(const QByteArray &text, const STextLayout &layout, const SConverted &converted)
 {
@@ -143,10 +151,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     compare("rows in pieces", pieces.values, whole.values);
     if (pieces.badLines != whole.badLines)
         fail("rows in pieces", "other bad lines");
-    const SConverted careful = convertWithCare(body, layout);
-    compare("rows one by one", whole.values, careful.values);
-    if (careful.badLines != whole.badLines)
-        fail("rows one by one", "other bad lines");
+    if (!isAmbiguous(layout)) {
+        const SConverted careful = convertWithCare(body, layout);
+        compare("rows one by one", whole.values, careful.values);
+        if (careful.badLines != whole.badLines)
+            fail("rows one by one", "other bad lines");
+    }
     checkPlainLines(body, layout, whole);
     return 0;
 }

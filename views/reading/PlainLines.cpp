@@ -51,6 +51,11 @@ Q_ALWAYS_INLINE double scaled(quint64 digits, qint64 fraction, bool negative)
     return double(qint64(digits)) / scales[fraction][int(negative)];
 }
 
+bool isPartOfNumbers(char separator, DecimalSign sign)
+{
+    return separator == '-' || separator == (sign == DecimalSign::Comma ? ',' : '.');
+}
+
 /// Whether a line of numbers may be a comment.
 bool isLikeNumbers(const QByteArray &commentPrefix)
 {
@@ -65,7 +70,7 @@ PlainLines::PlainLines(const STextLayout &layout, TextRows &rows, const char *be
       m_end(end),
       m_separator(layout.separator),
       m_otherBlank(layout.separator == '\t' ? ' ' : '\t'),
-      m_isPossible(FLT_EVAL_METHOD == 0 && layout.separator != '-'
+      m_isPossible(FLT_EVAL_METHOD == 0 && !isPartOfNumbers(layout.separator, layout.decimalSign)
                    && std::none_of(layout.commentPrefixes.begin(), layout.commentPrefixes.end(), isLikeNumbers)),
       m_marksEnd(begin)
 {

@@ -22,6 +22,7 @@ private slots:
     void linesOfAnyLengthAreRead();
     void signsWithoutANumberAreNoNumbers();
     void aCommentMayBeginLikeANumber();
+    void theSeparatorComesFirst();
     void aSectionEndsTheNumbers();
     void rowsDoNotDependOnWhereATextIsCut();
     void anyBytesAreTaken();
@@ -233,6 +234,12 @@ void tst_TextRows::aCommentMayBeginLikeANumber()
         QCOMPARE(shown(rows, layout), QByteArray("1|2"));
         QCOMPARE(rows.comments, qint64(1));
     }
+}
+
+void tst_TextRows::theSeparatorComesFirst()
+{
+    const STextLayout layout = layoutOf(2, ',', DecimalSign::Comma); // somebody set both
+    QCOMPARE(shown(convert("1,2\n3,4,5\n6,7\n", layout), layout), QByteArray("1 2|- -|6 7"));
 }
 
 void tst_TextRows::aSectionEndsTheNumbers()
