@@ -96,6 +96,8 @@ private slots:
     void theRangeIsWhatAScanFinds();
     void edgesAreFoundAndAddedAsAScanDoes_data();
     void edgesAreFoundAndAddedAsAScanDoes();
+    void edgesAreFoundWhereverTheyLie_data();
+    void edgesAreFoundWhereverTheyLie();
     void maximaHaveTheBitsOfThePlainLoop();
     void itAnswersForItsSeriesAndStartOnly();
     void aSearchTouchesFewBarsOfMany();
@@ -263,6 +265,35 @@ void tst_BarEdges::itAnswersForItsSeriesAndStartOnly()
     pairs[0] = 3.0; // detaches
     QVERIFY(!edges.isOf(pairs, 2.0));
     QVERIFY(BarEdges().isOf({}, 0.0));
+}
+
+void tst_BarEdges::edgesAreFoundWhereverTheyLie_data()
+{
+    QTest::addColumn<QVector<double>>("widths"); // of one bar after the other, and again from the first one on
+    QTest::newRow("evenly spaced") << QVector<double>{1.0};
+    QTest::newRow("most at the left") << QVector<double>(300, 1e-6) + QVector<double>{1e9};
+    QTest::newRow("all at the left but one") << QVector<double>(99'999, 1.0) + QVector<double>{1e12};
+    QTest::newRow("all at the right but one") << QVector<double>{1e12} + QVector<double>(99'999, 1.0);
+    QTest::newRow("without end") << QVector<double>(99'999, 1.0) + QVector<double>{infinity};
+    QTest::newRow("all at one place") << QVector<double>{0.0};
+}
+
+/// The search begins where an edge would be if all bars had one width.
+void tst_BarEdges::edgesAreFoundWhereverTheyLie()
+{
+    QFETCH(QVector<double>, widths);
+    constexpr int count = 100'000;
+    int bar = 0;
+    const BarEdges edges = edgesOf(pairsOf(count, [&] { return widths.at(bar++ % widths.size()); }));
+    QVector<double> plain{0.0};
+    for (int i = 0; i < count; ++i)
+        plain.append(plain.last() + widths.at(i % widths.size()));
+    QRandomGenerator random(11u);
+    for (int probe = 0; probe < 2000; ++probe) {
+        const double x = plain.at(int(random.bounded(plain.size()))) + (probe % 3 - 1) * 0.3;
+        const auto expected = std::lower_bound(plain.cbegin(), plain.cend() - 1, x) - plain.cbegin();
+        QCOMPARE(edges.edgeAtOrBeyond(x), int(expected));
+    }
 }
 
 void tst_BarEdges::aSearchTouchesFewBarsOfMany()
