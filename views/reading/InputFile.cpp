@@ -133,7 +133,10 @@ InputFile::Got InputFile::read(char *bytes, qint64 most, qint64 &count)
     if (got <= 0)
         return got < 0 ? Got::Error : Got::End;
     // What was written anew since the last look would be read as if it went on.
-    m_isRewritten = m_isRewritten || (m_wakeup.follows() && m_hasSize && isRewritten());
+    // And so would be what came while it was written anew, a part of the old and a part of the new.
+    m_hasSize = m_hasSize || (!m_isStream && size() >= 0);
+    if (m_wakeup.follows() && m_hasSize)
+        m_isRewritten = m_isRewritten || isRewritten() || !holds(bytes, std::min(got, ssize_t(tailSize)), m_position);
     if (m_isRewritten)
         return Got::End;
     count = got;
@@ -166,7 +169,6 @@ void InputFile::remember(const char *bytes, qint64 count)
 {
     if (m_isStream)
         return;
-    m_hasSize = m_hasSize || size() >= 0;
     if (count < tailSize)
         m_tail = (m_tail + QByteArray(bytes, int(count))).right(tailSize);
     else
@@ -175,9 +177,15 @@ void InputFile::remember(const char *bytes, qint64 count)
 
 bool InputFile::isRewritten() const
 {
-    char bytes[tailSize];
-    const ssize_t got = pread(m_descriptor, bytes, size_t(m_tail.size()), off_t(m_position - m_tail.size()));
-    return got >= 0 && QByteArray(bytes, int(got)) != m_tail;
+    return !holds(m_tail.constData(), m_tail.size(), m_position - m_tail.size());
+}
+
+/// Whether these bytes, at most as many as are kept, are in the file now. True if it can't be read.
+bool InputFile::holds(const char *bytes, qint64 count, qint64 position) const
+{
+    char now[tailSize];
+    const ssize_t got = pread(m_descriptor, now, size_t(count), off_t(position));
+    return got < 0 || (got == count && std::memcmp(now, bytes, size_t(count)) == 0);
 }
 
 InputFile::Change InputFile::change()

@@ -68,6 +68,7 @@ private:
     bool openResource(const QString &path);
     void remember(const char *bytes, qint64 count);
     bool isRewritten() const;
+    bool holds(const char *bytes, qint64 count, qint64 position) const;
 
     Wakeup &m_wakeup;
     QString m_path;
