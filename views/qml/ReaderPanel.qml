@@ -119,6 +119,9 @@ Rectangle {
         TextInput {
             id: input
 
+            /// A word that is the same keeps what is being typed, when a file has been read again.
+            readonly property string told: guesses.textOf(box.field)
+
             Accessible.role: Accessible.EditableText
             Accessible.name: box.field.words
             activeFocusOnTab: true
@@ -129,10 +132,10 @@ Rectangle {
             font: panel.theme.font
             objectName: box.field.property
             selectByMouse: true
-            text: guesses.textOf(box.field)
+            text: told
             onEditingFinished: {
                 guesses.change(box.field, text);
-                text = Qt.binding(() => guesses.textOf(box.field));
+                text = Qt.binding(() => told);
             }
 
             Words {
