@@ -69,13 +69,15 @@ Item {
     /// Shows the same in another window.
     function commandLine() {
         const hints = files.first.hints || ({});
-        const axis = plot.axisX;
+        const format = ["", "text", "npy", "raw", "wav"][hints.format]; // in the order of the reader's enums
+        const types = ["float64", "float32", "int32", "uint32", "int16", "uint16", "int8", "uint8"];
         const switches = [["--follow", hints.follow], ["--" + scene.look, scene.look], ["--log", plot.axisY.logScale],
             ["--difference", scene.difference], ["--" + scene.colors, scene.colors]];
-        const values = [["--column", hints.column], ["--x-column", hints.xColumn], ["--separator", hints.separator],
+        const values = [["--format", format], ["--sample-type", types[hints.sampleType]],
+            ["--column", hints.column], ["--x-column", hints.xColumn], ["--separator", hints.separator],
             ["--decimal-point", hints.decimalPoint], ["--skip-lines", hints.skipLines], ["--start", scene.start],
             ["--step", scene.step], ["--unit", scene.unit], ["--smooth", scene.smoothDepth > 1 ? scene.smoothDepth : 0],
-            ["--range", axis.min + ":" + axis.max]];
+            ["--range", plot.axisX.min + ":" + plot.axisX.max]];
         return ["vorlixview"].concat(switches.filter(option => option[1]).map(option => option[0]),
             ...values.filter(option => option[1]).map(option => [option[0], quoted(option[1])]),
             files.all.map(file => quoted(file.source))).join(" ");

@@ -7,7 +7,7 @@ Item {
     id: errand
 
     property QtObject scene
-    property Item plot
+    property Item plot ///< tells finish() what it has saved
     readonly property string what: scene.picture || scene.values
     property int frames: 0 ///< since everything is read
 
@@ -42,14 +42,6 @@ Item {
         }
 
         target: errand.scene
-    }
-
-    Connections {
-        function onSaved(file, error) {
-            errand.finish(error);
-        }
-
-        target: errand.plot
     }
 
 }

@@ -12,7 +12,7 @@ ReaderPanel {
 
     signal closed()
 
-    focus: true
+    Component.onCompleted: forceActiveFocus() // Esc closes it
     moreFields: [
         { "words": "First value at", "owner": scene, "property": "start", "guess": "0" },
         { "words": "Step of x", "owner": scene, "property": "step", "guess": "1", "least": 0 },

@@ -147,7 +147,7 @@ Window {
             followMode: list.follows ? PlotView.FollowEnd : PlotView.FollowNone
             readoutVisible: !window.bare
             width: parent.width
-            onSaved: (file, error) => footer.said = error
+            onSaved: (file, error) => errand.item ? errand.item.finish(error) : footer.said = error
 
             theme: PlotTheme {
                 readonly property bool isLight: window.colors === "light" || window.bare
@@ -238,6 +238,8 @@ Window {
     }
 
     Loader {
+        id: errand
+
         active: window.bare
 
         sourceComponent: Errand {

@@ -35,7 +35,7 @@ Item {
         defaultSuffix: dialogs.uses[dialogs.name].ending
         nameFilters: dialogs.uses[dialogs.name].filters
         selectExisting: dialogs.name === "open"
-        selectMultiple: selectExisting
+        selectMultiple: dialogs.name === "open"
         title: dialogs.uses[dialogs.name].title
         onAccepted: {
             const urls = fileUrls.length > 0 ? fileUrls : [fileUrl];
