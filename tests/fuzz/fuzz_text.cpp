@@ -86,8 +86,10 @@ SConverted convert(const QByteArray &text, const STextLayout &layout, int pieceS
     return converted;
 }
 
-/// The same with a closer look at every line: a comment that begins like a number forbids the fast way.
+/// A comment that begins like a number forbids the fast way.
 constexpr char carefulPrefix[] = "-\1\2\3\4\5\6\7";
+
+/// The same with a closer look at every line.
 SConverted convertWithCare(const QByteArray &text, STextLayout layout)
 {
     layout.commentPrefixes.append(carefulPrefix);
