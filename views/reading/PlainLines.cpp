@@ -66,7 +66,8 @@ bool isLikeNumbers(const QByteArray &commentPrefix)
 } // namespace
 
 PlainLines::PlainLines(const STextLayout &layout, TextRows &rows, const char *begin, const char *end)
-    : m_begin(begin),
+    : m_layout(layout),
+      m_begin(begin),
       m_end(end),
       m_separator(layout.separator),
       m_otherBlank(layout.separator == '\t' ? ' ' : '\t'),
@@ -190,6 +191,8 @@ const quint32 *PlainLines::takeNumber(const quint32 *at, char point, double &val
 /// A line with any numbers, blanks around fields, or fields that aren't read.
 const quint32 *PlainLines::takeLine(const quint32 *at, char point, qint64 row) const
 {
+    if (!m_places.front() && isSpecial(at))
+        return nullptr;
     double *const *const last = m_places.data() + m_places.size() - 1;
     for (double *const *place = m_places.data();; ++place) {
         at = skipBlanks(at);
@@ -225,6 +228,13 @@ const quint32 *PlainLines::skipBlanks(const quint32 *at) const
     while (isInnerBlank(*behind(at)))
         ++at;
     return at;
+}
+
+/// Whether a line that begins with text is a comment or the name of a section.
+bool PlainLines::isSpecial(const quint32 *at) const
+{
+    const char *const text = behind(skipBlanks(at));
+    return isComment({text, m_end, false}, m_layout.commentPrefixes) || (m_layout.hasSections && *text == '$');
 }
 
 /// A field of a column that isn't read. It may be neither empty nor quoted.

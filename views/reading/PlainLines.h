@@ -27,6 +27,7 @@ private:
     Q_NEVER_INLINE const quint32 *takeNumber(const quint32 *at, char point, double &value) const;
     Q_NEVER_INLINE const quint32 *takeLine(const quint32 *at, char point, qint64 row) const;
     const quint32 *takeLineEnd(const quint32 *at) const;
+    bool isSpecial(const quint32 *at) const;
     const quint32 *skipText(const quint32 *at) const;
 
     const quint32 *skipBlanks(const quint32 *at) const;
@@ -34,6 +35,7 @@ private:
     const char *behind(const quint32 *mark) const { return m_begin + quint32(*mark + 1); }
     const quint32 *lookThrough(const char *text);
 
+    const STextLayout &m_layout;
     const char *const m_begin;
     const char *const m_end;
     const char m_separator;

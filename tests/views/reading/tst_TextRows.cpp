@@ -23,6 +23,7 @@ private slots:
     void signsWithoutANumberAreNoNumbers();
     void aCommentMayBeginLikeANumber();
     void theSeparatorComesFirst();
+    void commentsAreNoTextInFrontOfANumber();
     void aSectionEndsTheNumbers();
     void rowsDoNotDependOnWhereATextIsCut();
     void anyBytesAreTaken();
@@ -240,6 +241,15 @@ void tst_TextRows::theSeparatorComesFirst()
 {
     const STextLayout layout = layoutOf(2, ',', DecimalSign::Comma); // somebody set both
     QCOMPARE(shown(convert("1,2\n3,4,5\n6,7\n", layout), layout), QByteArray("1 2|- -|6 7"));
+}
+
+void tst_TextRows::commentsAreNoTextInFrontOfANumber()
+{
+    STextLayout layout = layoutOf(2, ',', DecimalSign::Point);
+    layout.columns[0].kind = STextColumn::Kind::Text;
+    const TextRows rows = convert("a,1\n#b,2\n # c,3\nd,4\n", layout);
+    QCOMPARE(shown(rows, layout), QByteArray("1|4"));
+    QCOMPARE(rows.comments, qint64(2));
 }
 
 void tst_TextRows::aSectionEndsTheNumbers()
