@@ -75,6 +75,13 @@ void MovingAverage::setDepth(int depth)
 
 void MovingAverage::restart()
 {
+    m_grows = false;
+    workOutAgain();
+}
+
+void MovingAverage::workOutAgain()
+{
+    m_endedAt = 0;
     if (m_store.snapshot().end() > 0)
         m_store.setData(SeriesData::create(SampleType::Float64));
     m_revision = m_source ? m_source->revision() : 0;
@@ -85,6 +92,12 @@ void MovingAverage::look()
 {
     if (m_source && m_source->revision() != m_revision)
         return restart();
+    if (m_source && m_endedAt > 0 && m_source->data()->end() > m_endedAt) {
+        m_grows = true;
+        return workOutAgain();
+    }
+    if (m_source && !m_source->isComplete())
+        m_grows = false; // it tells of its end
     const bool hasWork = m_source && m_depth > 1;
     if (m_store.isComplete() == hasWork)
         m_store.setComplete(!hasWork);
@@ -108,7 +121,7 @@ void MovingAverage::setBusy(bool busy)
 void MovingAverage::work()
 {
     const SeriesSnapshot values = m_source ? m_source->frameSnapshot() : SeriesSnapshot();
-    const bool isAll = m_source && m_source->isComplete();
+    const bool isAll = m_source && m_source->isComplete() && !m_grows;
     const qint64 end = isAll ? values.end() : values.end() - m_depth / 2;
     QElapsedTimer turn;
     turn.start();
@@ -119,8 +132,10 @@ void MovingAverage::work()
     }
     if (from < end && turn.elapsed() >= turnMilliseconds)
         return;
-    if (isAll)
+    if (isAll) {
+        m_endedAt = values.end();
         m_store.setComplete(true);
+    }
     setBusy(false);
 }
 

@@ -13,6 +13,10 @@
 ///
 /// Value i is the mean of the `depth` values around value i of the source, from i - (depth - 1) / 2 on, rounded down;
 /// gaps are left out, and so is what lies beyond the ends. Where there are only gaps, it's a gap.
+///
+/// The last averages wait while the source isn't complete. A store that programs append to always says it is: once
+/// values come behind those that were averaged, its averages are worked out again, and from then on end depth / 2
+/// values before it does.
 class MovingAverage : public QObject
 {
     Q_OBJECT
@@ -42,6 +46,7 @@ signals:
 
 private:
     void restart();
+    void workOutAgain();
     void look();
     void work();
     void setBusy(bool busy);
@@ -49,7 +54,9 @@ private:
 
     QPointer<SeriesStore> m_source;
     int m_depth = 1;
-    int m_revision = 0; ///< of the source: another one has other values
+    int m_revision = 0;   ///< of the source: another one has other values
+    qint64 m_endedAt = 0; ///< the end of the source when the averages near it were worked out; 0 before that
+    bool m_grows = false; ///< values came behind that end
     SeriesStore m_store;
     QTimer m_work;
     QVector<double> m_portion; ///< of the source, with what is around it
