@@ -31,7 +31,7 @@ Item {
     /// Whether values may still come, and have come to their end.
     readonly property bool follows: all.some(file => file.reader.follow || file.source === "-")
     readonly property bool hasEnded: all.every(file => file.store !== null && file.store.complete)
-    /// Whether another file took the place of a followed one.
+    /// Whether a followed file was replaced, truncated or written anew.
     readonly property bool isReplaced: all.some(file => file.reader.detected.includes("read anew"))
     /// Values a second, in words.
     property string speed: ""

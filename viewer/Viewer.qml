@@ -41,7 +41,7 @@ Window {
     readonly property alias reading: list.reading
     readonly property alias hasNumbers: list.hasNumbers
     readonly property alias problems: list.problems
-    /// What is going on, for who stands far away.
+    /// What is going on, to be read from afar.
     readonly property var state: {
         if (!list.follows)
             return { "words": "" };

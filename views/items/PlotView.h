@@ -58,8 +58,8 @@ class PlotView : public QQuickItem
     Q_PROPERTY(bool overviewVisible READ overviewVisible WRITE setOverviewVisible NOTIFY overviewVisibleChanged)
     /// What the series are under the pointer.
     Q_PROPERTY(bool readoutVisible READ readoutVisible WRITE setReadoutVisible NOTIFY readoutVisibleChanged)
-    /// A region of the view's own, to be measured: brought around the marked peak, or else the middle third of what is
-    /// in view.
+    /// Whether the view shows a region of its own, which measures the first visible series. It comes up around the
+    /// marked peak, or else over the middle third of what is in view.
     Q_PROPERTY(bool regionVisible READ regionVisible WRITE setRegionVisible NOTIFY regionVisibleChanged)
     /// How many values of the visible series have no place on a log scale: those of 0 and below in the shown part of x,
     /// and on a log scale of x those that stand there. The view says it in words, too. It follows changes after a
@@ -106,7 +106,7 @@ public:
     void setLinkedTo(PlotView *view);
     QQmlListProperty<QObject> seriesList();
 
-    /// Shows half or double the part of x: around its middle, zoomIn() around the marked peak if one is in view.
+    /// Shows half or double the part of x, around its middle; zoomIn() around the marked peak if that's in view.
     Q_INVOKABLE void zoomIn();
     Q_INVOKABLE void zoomOut();
     /// Shows all; ends of axes that were set go back there, and following goes on.
@@ -118,13 +118,13 @@ public:
     Q_INVOKABLE void panBy(double pixels);
     /// Shows what was shown before the last zoom or pan.
     Q_INVOKABLE void back();
-    /// Puts a mark on the highest value in view of the first visible series (0), or on the next peak to the left (-1)
-    /// or the right (1) of the mark: what rises from its surroundings by a fiftieth of the view's height. Nothing
-    /// changes if there is none.
+    /// Marks the highest value in view of the first visible series (0), or the next peak to the left (-1) or right (1)
+    /// of the mark. A peak rises from its surroundings by a fiftieth of the view's height. If there is none, nothing
+    /// changes.
     Q_INVOKABLE void markPeak(int direction = 0);
     Q_INVOKABLE void unmarkPeak();
-    /// The numbers of regions, cursors and the marked peak for people, each a line with its name; or as CSV: a line of
-    /// names and one of numbers. Empty if none is shown.
+    /// The numbers of the visible regions and cursors and of the marked peak: for each a line with its name, a tab and
+    /// the number, or as CSV, a line of names and one of numbers. Empty if none is shown.
     Q_INVOKABLE QString numbers(bool asTable = false) const;
     /// Both ways between places in the view, in item pixels, and values.
     Q_INVOKABLE QPointF mapToValue(const QPointF &position) const;
@@ -132,12 +132,12 @@ public:
 
     // Files, named by a path or a URL. Each call is answered once by saved(), from the event loop, be it written or
     // not. Nothing is written by halves: what was in the file stays until all is there. A view that's destroyed before
-    // gives values up and finishes a picture.
+    // gives values up and finishes a picture, unless that waits for the reader of a pipe.
 
-    /// Writes what is shown as a PNG, or as a page of PDF to a file that ends with .pdf: `scale` pixels for an item
-    /// pixel, whatever the ratio of the window, and the larger, the sharper. With the background, legend, cursors,
-    /// regions and overview; without the read-out, the focus and items that are declared in the view. At most 32767
-    /// pixels to a side.
+    /// Writes what is shown as a PNG with `scale` pixels for an item pixel, whatever the ratio of the window: the
+    /// larger, the sharper. If the file's name ends with .pdf, it's a page with that picture, at 96 item pixels to an
+    /// inch. With the background, legend, cursors, regions and overview; without the read-out, the focus and items that
+    /// are declared in the view. At most 32767 pixels to a side.
     Q_INVOKABLE void saveImage(const QString &file, double scale = 1.0);
     /// Writes the values of the visible series that stand in the shown part of x as CSV, "-" to standard output: a
     /// head, then x and the values, in the digits that give exactly the same value of the store's type back. Gaps are

@@ -18,7 +18,7 @@ Item {
     /// How many values are averaged.
     property int depth: 1
     property real seriesOpacity: 1
-    /// The SeriesReader, to change how the file is read; and what it's drawn as now.
+    /// The SeriesReader, to change how the file is read; and what it's drawn as, another one once the look changes.
     readonly property alias reader: fileReader
     readonly property PlotSeries series: shown.series
     readonly property string name: source === "-" ? qsTr("standard input") : source.split("/").pop()

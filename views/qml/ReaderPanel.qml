@@ -10,13 +10,13 @@ Rectangle {
     property SeriesReader reader: SeriesReader { }
     property PlotTheme theme: PlotTheme { }
     property int lineCount: 20
-    /// More that can be changed: a list of {words, owner, property} and, if need be, `guess`, what stands there while
-    /// it's empty, `otherwise`, the number that means nothing special, and `least`, the lowest number.
+    /// More fields: a list of {words, owner, property} and, if need be, `guess`, what stands there while it's empty,
+    /// `otherwise`, the number that an empty field means, and `least`, the lowest number that it takes.
     property var moreFields: []
-    /// What lies under the fields.
+    /// Items in a row under the fields.
     default property alias below: bottom.data
 
-    /// Somebody chose a value that a property of the reader has now.
+    /// The user gave this property of the reader this value. Not for `moreFields`.
     signal changed(string property, var value)
 
     Accessible.role: Accessible.Pane

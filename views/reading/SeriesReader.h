@@ -19,8 +19,8 @@ struct SReadingState;
 /// what there is. Text of any usual kind, NumPy arrays, WAV and raw samples; files that others are still writing.
 ///
 /// It begins by itself once `source` is set and the component is complete, in a thread of its own; the thread of this
-/// object never waits for a disk. What was guessed is said in `detected`, and every guess has a property. Setting a
-/// property that matters reads again.
+/// object waits for a disk in firstLines() alone. What was guessed is said in `detected`, and every guess has a
+/// property. Setting a property that matters reads again.
 class SeriesReader : public QObject, public QQmlParserStatus
 {
     Q_OBJECT
@@ -142,8 +142,8 @@ public:
     Q_INVOKABLE void reload();
     /// Stops reading for good, within 50 ms; what was read stays. reload() begins again.
     Q_INVOKABLE void cancel();
-    /// The first lines of a regular file, each a list of cells that are cut as the file is read; of a long line the
-    /// first 400 letters. Waits for the disk. Empty for pipes, and for what can't be opened.
+    /// The first lines of a regular file, at most `count`, each a list of cells, cut as the file is read; of a long
+    /// line the first 400 letters. Waits for the disk. Empty for pipes, and for what can't be opened.
     Q_INVOKABLE QVariantList firstLines(int count) const;
 
     /// Files of so many bytes and more are mapped instead of copied if they can be; 0 for half of the memory. C++ only.

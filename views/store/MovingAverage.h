@@ -14,9 +14,9 @@
 /// Value i is the mean of the `depth` values around value i of the source, from i - (depth - 1) / 2 on, rounded down;
 /// gaps are left out, and so is what lies beyond the ends. Where there are only gaps, it's a gap.
 ///
-/// The last averages wait while the source isn't complete. A store that programs append to always says it is: once
-/// values come behind those that were averaged, its averages are worked out again, and from then on end depth / 2
-/// values before it does.
+/// While the source isn't complete, its last averages wait for the values to come. A store that programs append to
+/// counts as complete all the time, so its averages reach its end at first. Once more values come behind that end, they
+/// are worked out again, and from then on end depth / 2 values before the source does.
 class MovingAverage : public QObject
 {
     Q_OBJECT

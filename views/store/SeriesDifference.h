@@ -8,18 +8,19 @@
 #include <QTimer>
 #include <QVector>
 
-/// What one series is above another, value by value, in a store of its own that grows as both do: value i is that of
-/// `minuend` less `factor` times that of `subtrahend`. Where either has a gap it's a gap, and it ends where the shorter
-/// one ends. It's worked out in portions of some milliseconds between the events of this object's thread.
+/// The difference of two series, value by value, in a store of its own that grows as both do: value i of `minuend` less
+/// `factor` times value i of `subtrahend`. Where either has a gap, the difference has one, too; it ends where the
+/// shorter series ends. Where values stand isn't known here. It's worked out in portions of some milliseconds between
+/// the events of this object's thread, to which all of it belongs.
 class SeriesDifference : public QObject
 {
     Q_OBJECT
-    /// The two series, or null: there is no difference then.
+    /// The two series. While one is null, `store` is empty.
     Q_PROPERTY(SeriesStore *minuend READ minuend WRITE setMinuend NOTIFY seriesChanged)
     Q_PROPERTY(SeriesStore *subtrahend READ subtrahend WRITE setSubtrahend NOTIFY seriesChanged)
     /// NaN and infinities change nothing.
     Q_PROPERTY(double factor READ factor WRITE setFactor NOTIFY factorChanged)
-    /// The differences. Never null. It's complete once both series are and all is worked out.
+    /// The differences. Never null. It's complete once both series are and all is worked out, and refuses append().
     Q_PROPERTY(SeriesStore *store READ store CONSTANT)
     /// Whether there is something to work out now.
     Q_PROPERTY(bool busy READ isBusy NOTIFY busyChanged)
