@@ -35,7 +35,7 @@ Item {
     function exportImage(path, upsize = 1) {
         const save = (result) => {
             if (!result)
-                return console.warn("SPlotQML: cannot take a picture for " + path + " of a plot that has no size or is not shown");
+                return console.warn("SPlotQML: no picture for " + path + ": the plot isn't shown, or it would have no size");
 
             if (!result.saveToFile(localPath(path)))
                 console.warn("SPlotQML: cannot write " + path);

@@ -62,7 +62,7 @@ void awaitNumbers(const QQuickWindow &window)
 
 int giveUp(const QString &why)
 {
-    print(stderr, QStringLiteral("vorlixview: %1, which the charts need\n").arg(why));
+    print(stderr, QStringLiteral("vorlixview: %1, which a window needs\n").arg(why));
     return EXIT_FAILURE;
 }
 

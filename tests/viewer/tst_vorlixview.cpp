@@ -294,7 +294,7 @@ void tst_vorlixview::aMissingOpenGLIsSaid()
     const QString file = fileOf(QStringLiteral("series.txt"), "1\n");
     const SOutcome outcome = view({file}, variables);
     QCOMPARE(outcome.exitCode, 1);
-    QCOMPARE(outcome.errors, QStringLiteral("vorlixview: %1, which the charts need\n").arg(words));
+    QCOMPARE(outcome.errors, QStringLiteral("vorlixview: %1, which a window needs\n").arg(words));
     // A picture needs none.
     const SOutcome picture = view({QStringLiteral("--png"), QStringLiteral("picture.png"), file}, variables);
     QCOMPARE(picture.errors, QString());
