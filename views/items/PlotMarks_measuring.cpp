@@ -59,7 +59,8 @@ void addCursors(Numbers &numbers, const QVector<PlotCursor *> &cursors, const QV
 /// As a cell of a table.
 QString quoted(QString text)
 {
-    const bool isPlain = !text.contains(QLatin1Char(',')) && !text.contains(QLatin1Char('"'));
+    const auto isSpecial = [](QChar c) { return QLatin1String(",\"\n\r").contains(c); };
+    const bool isPlain = std::none_of(text.cbegin(), text.cend(), isSpecial);
     return isPlain ? text
                    : QLatin1Char('"') + text.replace(QStringLiteral("\""), QStringLiteral("\"\"")) + QLatin1Char('"');
 }

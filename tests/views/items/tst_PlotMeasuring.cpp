@@ -198,6 +198,8 @@ void tst_PlotMeasuring::namesAreCellsOfATable()
     line.series.setName(QStringLiteral("a, \"b\""));
     m_view->marks()->cycleCursors();
     QCOMPARE(m_view->numbers(true), QStringLiteral("A at,\"A a, \"\"b\"\"\"\n50,50\n"));
+    line.series.setName(QStringLiteral("two\nlines"));
+    QCOMPARE(m_view->numbers(true), QStringLiteral("A at,\"A two\nlines\"\n50,50\n"));
 }
 
 QTEST_MAIN(tst_PlotMeasuring)
