@@ -80,7 +80,7 @@ int run(int argc, char **argv, const SViewerOptions &options)
         return EXIT_FAILURE;
     if (options.showsWindow() && window->rendererInterface()->graphicsApi() != QSGRendererInterface::OpenGL)
         return giveUp(whoDrawsWithoutOpenGL());
-    // Without this Qt ends the program if there is no context.
+    // Otherwise Qt aborts the program when it can't create a context.
     QObject::connect(window, &QQuickWindow::sceneGraphError, window,
                      [] { QCoreApplication::exit(giveUp(whoDrawsWithoutOpenGL())); });
     awaitNumbers(*window);

@@ -96,8 +96,8 @@ SConverted convertWithCare(const QByteArray &text, STextLayout layout)
     return convert(text, layout, int(text.size()));
 }
 
-/// Whether a line may be cut in two ways: between blanks, a date and the time behind it are one field for who looks
-/// closely, and two texts that aren't read for who doesn't.
+/// Whether a line may be cut in two ways. Between blanks, the closer look takes a date and the time behind it for one
+/// field, and the fast way skips them as two texts.
 bool isAmbiguous(const STextLayout &layout)
 {
     const auto isRead = [](const STextColumn &column) { return column.isRead(); };

@@ -7,8 +7,7 @@
 
 class QObject;
 
-// Through the meta-object system. Nothing happens, and the answer is false, if there is no object, or if it has no such
-// member.
+// These go through the meta-object system. They do nothing and return false if the object is null or lacks the member.
 
 bool write(QObject *object, const char *property, const QVariant &value);
 /// Calls an invokable without arguments.

@@ -14,7 +14,7 @@
 class Troupe
 {
 public:
-    /// Makes an object of a QML type, or returns null if there is no such type.
+    /// Makes an object of a QML type. Returns null if it doesn't know the type.
     using Creator = std::function<QObject *(const QByteArray &type)>;
 
     Troupe(Chance &chance, Creator creator);

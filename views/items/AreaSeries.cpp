@@ -17,7 +17,7 @@ AreaSeries::AreaSeries(QObject *parent) : PlotSeries(parent)
 
 AreaSeries::~AreaSeries()
 {
-    // Views may still color a series that is going, which is no area any more.
+    // Views may still color the series while ~PlotSeries() runs, and the slot needs an AreaSeries.
     disconnect(this, nullptr, this, nullptr);
 }
 

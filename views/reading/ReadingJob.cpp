@@ -131,7 +131,7 @@ void ReadingJob::run()
         m_hasEnded = true;
         m_endCondition.notify_all();
     }
-    m_wakeup.stopWatching(); // here, where nobody waits for it
+    m_wakeup.stopWatching(); // may take a while, so it comes after the others were woken
 }
 
 void ReadingJob::beginAnew()

@@ -131,7 +131,7 @@ void SeriesOf<T>::includeCells(SExtremes &extremes, int level, qint64 first, qin
     extremes.hasGap = extremes.hasGap || hasGap(*cells, level, inside, insideEnd);
 }
 
-/// A chunk, or a cell above. Whether there are no cells yet is only noticed if the chunk isn't to be sampled.
+/// A chunk, or a cell above. A chunk that has no cells yet is read only if it's to be sampled.
 template <class T>
 void SeriesOf<T>::includeWhole(SExtremes &extremes, int level, qint64 number, bool isToBeSampled) const
 {
