@@ -109,6 +109,19 @@ Series randomSeries(RandomSeries &random, const Stage &stage, double first, doub
     return series;
 }
 
+/// What `drawn` is to mark, which is bars, an area or a line of the series.
+PlainMarks plainMarks(const PlotSeries &drawn, const Series &series, const Stage &stage, double base)
+{
+    PlainMarks plain(stage.columns(), stage.rows());
+    if (drawn.isBars())
+        plain.markBars(series.xs, series.ys, stage.rows() - base);
+    else if (qobject_cast<const AreaSeries *>(&drawn))
+        plain.markArea(series.xs, series.ys, stage.rows() - base);
+    else
+        plain.markLine(series.xs, series.ys);
+    return plain;
+}
+
 void showX(Stage &stage, double from, double to)
 {
     stage.view.axisX()->setMin(from);
@@ -245,12 +258,7 @@ void tst_SeriesPixels::drawsBarsAndAreasAsEachByItself()
             stage.view.addSeries(each);
             const PlainMarks drawn = stage.marks();
             stage.view.removeSeries(each);
-            PlainMarks plain(stage.columns(), stage.rows());
-            if (each == &bars)
-                plain.markBars(series.xs, series.ys, stage.rows() - base);
-            else
-                plain.markArea(series.xs, series.ys, stage.rows() - base);
-            COMPARE_MARKS(drawn, plain);
+            COMPARE_MARKS(drawn, plainMarks(*each, series, stage, base));
         }
     }
 }
@@ -304,14 +312,7 @@ void tst_SeriesPixels::drawsEverythingOnALogScaleOfX()
         stage.view.addSeries(each);
         const PlainMarks drawn = stage.marks();
         stage.view.removeSeries(each);
-        PlainMarks plain(stage.columns(), stage.rows());
-        if (each == &bars)
-            plain.markBars(series.xs, series.ys, stage.rows() - base);
-        else if (each == &area)
-            plain.markArea(series.xs, series.ys, stage.rows() - base);
-        else
-            plain.markLine(series.xs, series.ys);
-        COMPARE_MARKS(drawn, plain);
+        COMPARE_MARKS(drawn, plainMarks(*each, series, stage, base));
     }
 }
 
