@@ -76,9 +76,7 @@ void OverviewStrip::letGo()
 {
     if (m_view)
         disconnect(m_view, nullptr, this, nullptr);
-    // From the last one on: those before it keep their places, and thereby their colors.
-    while (!m_small->series().isEmpty())
-        m_small->removeSeries(m_small->series().last());
+    m_small->removeAllSeries();
     m_small->setTheme(nullptr);
 }
 
@@ -117,9 +115,7 @@ void OverviewStrip::watch()
 
 void OverviewStrip::takeSeries()
 {
-    // From the last one on: those before it keep their places, and thereby their colors.
-    while (!m_small->series().isEmpty())
-        m_small->removeSeries(m_small->series().last());
+    m_small->removeAllSeries();
     for (PlotSeries *series : m_view->series())
         m_small->addSeries(series);
 }

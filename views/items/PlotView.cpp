@@ -170,6 +170,12 @@ void PlotView::removeSeries(PlotSeries *series)
     forgetSeries(series);
 }
 
+void PlotView::removeAllSeries()
+{
+    while (!m_series.isEmpty())
+        removeSeries(m_series.last());
+}
+
 void PlotView::forgetSeries(QObject *series)
 {
     const auto found = std::find(m_series.begin(), m_series.end(), series);
@@ -251,7 +257,5 @@ QObject *PlotView::seriesAt(QQmlListProperty<QObject> *list, int index)
 
 void PlotView::clearSeries(QQmlListProperty<QObject> *list)
 {
-    auto *view = static_cast<PlotView *>(list->object);
-    while (!view->m_series.isEmpty())
-        view->removeSeries(view->m_series.last());
+    static_cast<PlotView *>(list->object)->removeAllSeries();
 }

@@ -152,6 +152,8 @@ public:
 
     // Called by the view's parts.
 
+    /// Takes them out from the last one on: those before it keep their places, and thereby their colors.
+    void removeAllSeries();
     const QVector<PlotSeries *> &series() const { return m_series; }
     /// The clipped item under all that is drawn of the series; it covers the plot area.
     QQuickItem *seriesLayer() const { return m_seriesLayer; }
