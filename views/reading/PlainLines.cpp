@@ -53,7 +53,8 @@ Q_ALWAYS_INLINE double scaled(quint64 digits, qint64 fraction, bool negative)
 
 bool isPartOfNumbers(char separator, DecimalSign sign)
 {
-    return separator == '-' || separator == (sign == DecimalSign::Comma ? ',' : '.');
+    const bool isDigit = separator >= '0' && separator <= '9';
+    return isDigit || separator == '-' || separator == '+' || separator == (sign == DecimalSign::Comma ? ',' : '.');
 }
 
 /// Whether a line of numbers may be a comment.

@@ -241,6 +241,10 @@ void tst_TextRows::theSeparatorComesFirst()
 {
     const STextLayout layout = layoutOf(2, ',', DecimalSign::Comma); // somebody set both
     QCOMPARE(shown(convert("1,2\n3,4,5\n6,7\n", layout), layout), QByteArray("1 2|- -|6 7"));
+    const STextLayout plus = layoutOf(2, '+', DecimalSign::Point);
+    QCOMPARE(shown(convert("1+2\n3++4\n6+7\n", plus), plus), QByteArray("1 2|- -|6 7"));
+    const STextLayout five = layoutOf(1, '5', DecimalSign::Point);
+    QCOMPARE(shown(convert("15\n254\n6\n", five), five), QByteArray("1|-|6"));
 }
 
 void tst_TextRows::commentsAreNoTextInFrontOfANumber()
