@@ -83,12 +83,16 @@ PlainLines::PlainLines(const STextLayout &layout, TextRows &rows, const char *be
     }
     const auto isRead = [](const double *place) { return place != nullptr; };
     m_isPossible = m_isPossible && std::any_of(m_places.begin(), m_places.end(), isRead);
+    if (m_isPossible && m_isAllRead)
+        m_bareLines = rows.bareLines(layout.separator);
 }
 
 const char *PlainLines::take(const char *text, char point, qint64 &row)
 {
     qint64 next = row;
     while (m_isPossible && text != m_end) {
+        if (m_bareLines && (text = m_bareLines->take(text, m_end, point, next)) == m_end)
+            break;
         const quint32 *at = lookThrough(text);
         const quint32 *const last = m_marks.end() - 1;
         while (at != last) {
@@ -111,7 +115,7 @@ const char *PlainLines::take(const char *text, char point, qint64 &row)
 /// Finds the marks of some of the lines from there on. Returns the mark in front.
 const quint32 *PlainLines::lookThrough(const char *text)
 {
-    constexpr qint64 usual = 1 << 13; // bytes: their marks stay in the first-level cache
+    const qint64 usual = m_bareLines ? 1 << 9 : 1 << 13; // bytes: their marks stay in the first-level cache
     if (text < m_marksEnd)
         return std::lower_bound(m_marks.begin() + 1, m_marks.end(), quint32(text - m_begin)) - 1;
     const auto most = size_t(std::min(usual, qint64(m_end - text)));

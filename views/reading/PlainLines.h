@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "views/reading/BareLines.h"
 #include "views/reading/TextLayout.h"
 #include "views/reading/TextMarks.h"
 
@@ -43,6 +44,7 @@ private:
     std::vector<double *> m_places; ///< of columns; null for one that isn't read
     bool m_isPossible;              ///< whether the layout is of that kind, and a division rounds once
     bool m_isAllRead = true;
-    TextMarks m_marks;      ///< of some lines
-    const char *m_marksEnd; ///< behind those
+    BareLines *m_bareLines = nullptr; ///< null if the processor can't take them
+    TextMarks m_marks;                ///< of some lines
+    const char *m_marksEnd;           ///< behind those
 };

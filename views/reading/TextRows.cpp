@@ -238,12 +238,24 @@ void TextRows::reset(const STextLayout &layout, qint64 capacity)
         m_capacity = capacity + capacity / 8;
         for (size_t i = 0; i < columns; ++i) {
             if (layout.columns[int(i)].isRead())
-                m_columns[i].reset(new double[size_t(m_capacity)]); // not filled: every row that counts is written
+                m_columns[i].reset(new double[size_t(
+                    m_capacity + BareLines::spareRows)]); // not filled: every row that counts is written
         }
     }
     lines = rows = badLines = openLines = openTextLines = comments = 0;
     firstBadLine = firstOpenLine = -1;
     ended = usedOtherSign = false;
+}
+
+BareLines *TextRows::bareLines(char separator)
+{
+    if (!BareLines::areSupported())
+        return nullptr;
+    std::vector<double *> places;
+    for (const std::unique_ptr<double[]> &column : m_columns)
+        places.push_back(column.get());
+    m_bareLines.prepareFor(separator, std::move(places));
+    return &m_bareLines;
 }
 
 void convertText(const char *begin, const char *end, const STextLayout &layout, TextRows &rows)

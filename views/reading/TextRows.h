@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "views/reading/BareLines.h"
 #include "views/reading/TextLayout.h"
 
 #include <memory>
@@ -33,10 +34,14 @@ public:
     /// Makes room for a number of rows and forgets those that were there. Memory is used again.
     void reset(const STextLayout &layout, qint64 capacity);
     double *place(int index) { return m_columns[size_t(index)].get(); }
+    /// What takes most lines, if all columns are read. It knows what those before were like. Null where there is no
+    /// such thing.
+    BareLines *bareLines(char separator);
 
 private:
     std::vector<std::unique_ptr<double[]>> m_columns;
     qint64 m_capacity = 0;
+    BareLines m_bareLines;
 };
 
 /// Converts whole lines; `end[-1]` is a line end, and textMargin bytes may be read from `end` on. Takes any bytes. Any
