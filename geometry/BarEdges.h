@@ -53,16 +53,20 @@ private:
     };
 
     Edge firstEdge() const { return {0, m_start}; }
-    Edge lastBlockBefore(double x) const;
+    Edge lastKeptBefore(double x) const;
+    void expectBar(qint64 bar) const;
     Edge firstAtOrBeyond(double x, Edge from) const;
     double scannedMaximum(int first, int end) const;
     double appendBlock(double position, int first, int end);
     void raiseMaximum(int first, int end);
 
-    static constexpr int blockSize = 64; // bars: a scan of one costs less than the search for it
+    static constexpr int edgeStep = 16;   // bars: a scan of so many costs less than the search for one of them
+    static constexpr int farStep = 8;     // kept edges: what lies in a line or two of a cache
+    static constexpr int blockSize = 128; // bars
 
     QVector<double> m_pairs;
-    QVector<double> m_blockEdges;  ///< every blockSize-th edge, from edge 0
+    QVector<double> m_edges;       ///< every edgeStep-th edge, from edge 0
+    QVector<double> m_farEdges;    ///< every farStep-th of those: of millions of bars, what a cache holds
     QVector<double> m_blockMaxima; ///< the largest value of each block and 0.0
     double m_start = 0.0;
     double m_total = 0.0;
