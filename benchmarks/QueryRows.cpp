@@ -39,13 +39,29 @@ private:
     int m_count;
 };
 
+/// Each waits for the one before, as those of a hand do: else a processor looks at several at once.
+template <class Plotter>
+void hoverOver(benchmark::State &state, int count)
+{
+    Held<Plotter> held(count);
+    int step = 0;
+    for ([[maybe_unused]] auto _ : state) {
+        const SInfoPoint info = held.plotter.mouse_hovering(QPointF(held.place(++step), 0.1));
+        step += int(0.1 * info.area.height()); // 0
+    }
+    benchmark::DoNotOptimize(step);
+}
+
 template <class Plotter>
 void hover(benchmark::State &state)
 {
-    Held<Plotter> held(int(state.range(0)));
-    int step = 0;
-    for ([[maybe_unused]] auto _ : state)
-        benchmark::DoNotOptimize(held.plotter.mouse_hovering(QPointF(held.place(++step), 0.1)));
+    hoverOver<Plotter>(state, int(state.range(0)));
+}
+
+/// As many as there are pairs of a width and a value in a series of this length.
+void hoverOverAsManyBars(benchmark::State &state)
+{
+    hoverOver<BarPlotter>(state, int(state.range(0)) / 2);
 }
 
 /// The largest value of nearly everything: both ends lie inside of blocks and slots.
@@ -86,8 +102,6 @@ void readAnywhere(benchmark::State &state)
 template <class Plotter>
 void addRowsOf(const std::string &name)
 {
-    addRow("hover over " + name, hover<Plotter>);
-    addRow("hover over " + name + "|one value from anywhere", readAnywhere);
     addRow("max_in of " + name, largestIn<Plotter>);
     addRow("max_in of " + name + "|read of the input", readOnce);
     addRow("fit of a request to " + name, fitRectangles<Plotter>);
@@ -98,6 +112,12 @@ void addRowsOf(const std::string &name)
 
 void addQueryRows()
 {
+    addRow("hover over BarPlotter", hover<BarPlotter>);
+    addRow("hover over BarPlotter|one value from anywhere", readAnywhere);
+    addRow("hover over AreaPlotter", hover<AreaPlotter>);
+    addRow("hover over AreaPlotter|one value from anywhere", readAnywhere);
+    addRow("hover over BarPlotterDx", hover<BarPlotterDx>);
+    addRow("hover over BarPlotterDx|BarPlotter of as many bars", hoverOverAsManyBars);
     addRowsOf<BarPlotter>("BarPlotter");
     addRowsOf<AreaPlotter>("AreaPlotter");
     addRowsOf<BarPlotterDx>("BarPlotterDx");

@@ -5,8 +5,10 @@
 
 #include <malloc.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <ctime>
 #include <memory>
 #include <vector>
 
@@ -76,21 +78,59 @@ void copyToFreshChunks(benchmark::State &state)
     }
 }
 
-/// A frame: a snapshot, and the extremes behind every column of a wide view, at another place each time.
-void columnsOfStore(benchmark::State &state)
+const SeriesData &longWave(qint64 count)
 {
     static std::shared_ptr<SeriesData> series;
-    if (!series || series->end() != state.range(0))
-        series = longSeries<float>(state.range(0), 1.0f);
+    if (!series || series->end() != count)
+        series = longSeries<float>(count, 1.0f);
+    return *series;
+}
+
+/// A frame: a snapshot, and the extremes behind every column of a wide view.
+void lookAtColumns(const SeriesData &series, double left, double width)
+{
+    const SeriesSnapshot snapshot = series.snapshot();
+    double sum = 0.0;
+    for (int i = 0; i < columns; ++i)
+        sum += snapshot.extremesIn(qint64(left + i * width), qint64(left + (i + 1) * width)).highest;
+    benchmark::DoNotOptimize(sum);
+}
+
+/// At another zoom each time.
+void columnsOfStore(benchmark::State &state)
+{
+    const SeriesData &series = longWave(state.range(0));
     double shift = 0.0;
     for ([[maybe_unused]] auto _ : state) {
-        const SeriesSnapshot snapshot = series->snapshot();
         shift = std::fmod(shift + 0.6180339887498949, 1.0);
-        const double width = double(snapshot.count()) / columns * (0.5 + 0.5 * shift);
-        double sum = 0.0;
-        for (int i = 0; i < columns; ++i)
-            sum += snapshot.extremesIn(qint64(i * width), qint64((i + 1) * width)).highest;
-        benchmark::DoNotOptimize(sum);
+        lookAtColumns(series, 0.0, double(series.end()) / columns * (0.5 + 0.5 * shift));
+    }
+}
+
+double processorSeconds()
+{
+    timespec now;
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return double(now.tv_sec) + 1e-9 * double(now.tv_nsec);
+}
+
+/// The slowest of many views, anywhere and at any zoom. In processor time: on a clock, it would be the one in which the
+/// thread had to wait.
+void slowestColumnsOfStore(benchmark::State &state)
+{
+    constexpr int views = 1000;
+    const SeriesData &series = longWave(state.range(0));
+    const double count = double(series.end());
+    const QVector<double> &random = randomSeries(2 * views, 3);
+    for ([[maybe_unused]] auto _ : state) {
+        double slowest = 0.0;
+        for (int view = 0; view < views; ++view) {
+            const double shown = count * std::pow(columns / count, random.at(2 * view));
+            const double begin = processorSeconds();
+            lookAtColumns(series, (count - shown) * random.at(2 * view + 1), shown / columns);
+            slowest = std::max(slowest, processorSeconds() - begin);
+        }
+        state.SetIterationTime(slowest);
     }
 }
 
@@ -117,6 +157,11 @@ void addStoreRows()
         ->RangeMultiplier(10)
         ->Range(10'000, 100'000'000)
         ->UseRealTime();
+    benchmark::RegisterBenchmark("slowest 2000 columns of a stored series", slowestColumnsOfStore)
+        ->RangeMultiplier(10)
+        ->Range(10'000, 100'000'000)
+        ->Iterations(1)
+        ->UseManualTime();
     benchmark::RegisterBenchmark("statistics of a stored series", statisticsOfStore)
         ->RangeMultiplier(10)
         ->Range(10'000'000, 1'000'000'000)
