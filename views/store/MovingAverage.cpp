@@ -2,6 +2,7 @@
 #include "views/store/MovingAverage.h"
 
 #include "common/Change.h"
+#include "views/store/Levels.h"
 
 #include <QElapsedTimer>
 
@@ -121,6 +122,7 @@ void MovingAverage::setBusy(bool busy)
 void MovingAverage::work()
 {
     const SeriesSnapshot values = m_source ? m_source->frameSnapshot() : SeriesSnapshot();
+    leaveOutBefore(values.begin());
     const bool isAll = m_source && m_source->isComplete() && !m_grows;
     const qint64 end = isAll ? values.end() : values.end() - m_depth / 2;
     QElapsedTimer turn;
@@ -137,6 +139,13 @@ void MovingAverage::work()
         m_store.setComplete(true);
     }
     setBusy(false);
+}
+
+/// What has left the source has no averages, however much of it there was.
+void MovingAverage::leaveOutBefore(qint64 begin)
+{
+    if (m_store.data()->end() < roundDown(begin, chunkBits))
+        m_store.setData(SeriesData::create(SampleType::Float64, begin));
 }
 
 /// Appends the averages of [from, to). False if memory ran out.

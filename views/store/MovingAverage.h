@@ -50,6 +50,7 @@ private:
     void look();
     void work();
     void setBusy(bool busy);
+    void leaveOutBefore(qint64 begin);
     bool average(const SeriesSnapshot &values, qint64 from, qint64 to);
 
     QPointer<SeriesStore> m_source;

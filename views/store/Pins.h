@@ -15,6 +15,7 @@ class Pins
 public:
     using Chunk = std::shared_ptr<const void>; ///< frees the chunk when it goes
 
+    explicit Pins(qint64 begin) : m_begin(begin) {}
     qint64 begin() const;
     /// Where the oldest snapshot begins, or the series, if there is none.
     qint64 seenFrom() const;
@@ -35,7 +36,7 @@ private:
     std::deque<SDropped> takeUnseen();
 
     mutable std::mutex m_mutex;
-    qint64 m_begin = 0;
+    qint64 m_begin;
     std::map<qint64, int> m_snapshots; ///< how many begin at an index
     std::deque<SDropped> m_dropped;
 };

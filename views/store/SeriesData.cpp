@@ -4,15 +4,24 @@
 #include "views/store/Pins.h"
 #include "views/store/SeriesOf.h"
 
+#include <algorithm>
 #include <utility>
 
-SeriesData::SeriesData(SampleType type) : m_type(type), m_pins(std::make_unique<Pins>()) {}
+SeriesData::SeriesData(SampleType type, qint64 begin)
+    : m_type(type),
+      m_end(begin),
+      m_pins(std::make_unique<Pins>(begin))
+{
+}
 SeriesData::~SeriesData() = default;
 
-std::shared_ptr<SeriesData> SeriesData::create(SampleType type)
+std::shared_ptr<SeriesData> SeriesData::create(SampleType type, qint64 begin)
 {
-    return withSampleType(
-        type, [](auto zero) -> std::shared_ptr<SeriesData> { return std::make_shared<SeriesOf<decltype(zero)>>(); });
+    const qint64 firstChunk = std::max(begin, qint64(0)) >> chunkBits;
+    return withSampleType(type, [&](auto zero) -> std::shared_ptr<SeriesData> {
+        using Series = SeriesOf<decltype(zero)>;
+        return std::make_shared<Series>(Directory<decltype(zero)>::mostChunks, firstChunk);
+    });
 }
 
 std::shared_ptr<SeriesData> SeriesData::createOver(SampleType type, const void *values, qint64 count,

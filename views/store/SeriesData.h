@@ -22,8 +22,9 @@ struct SRoom
 class VORLIX_EXPORT SeriesData : public std::enable_shared_from_this<SeriesData>
 {
 public:
-    /// An empty series that grows.
-    static std::shared_ptr<SeriesData> create(SampleType type);
+    /// An empty series that grows. It begins at index `begin`, rounded down to the beginning of a chunk (262144
+    /// values): as if what lies before it had been appended and dropped.
+    static std::shared_ptr<SeriesData> create(SampleType type, qint64 begin = 0);
     /// A series that is complete, over memory that isn't copied: `count` values in the byte order of this machine at
     /// `values`, which needn't be aligned. `owner` keeps that memory, which must not change. Nothing is read yet: see
     /// buildNow() and buildInBackground().
@@ -72,7 +73,7 @@ public:
     virtual void buildInBackground(std::function<void()> progressed) = 0;
 
 protected:
-    explicit SeriesData(SampleType type);
+    explicit SeriesData(SampleType type, qint64 begin = 0);
 
     friend class SeriesSnapshot;
     // Called by snapshots: any thread, 0 <= from < to, and all of it published and held.

@@ -33,9 +33,10 @@ T converted(U value)
 } // namespace
 
 template <class T>
-SeriesOf<T>::SeriesOf(qint64 chunks)
-    : SeriesData(sampleTypeOf<T>()),
+SeriesOf<T>::SeriesOf(qint64 chunks, qint64 firstChunk)
+    : SeriesData(sampleTypeOf<T>(), firstChunk * chunkSize),
       m_directory(chunks),
+      m_nextChunk(firstChunk),
       m_isExternal(false),
       m_isBuilt(true)
 {

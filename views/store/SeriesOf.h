@@ -14,8 +14,8 @@ template <class T>
 class SeriesOf final : public SeriesData
 {
 public:
-    /// `chunks`: how many can be held, at least.
-    explicit SeriesOf(qint64 chunks = Directory<T>::mostChunks);
+    /// `chunks`: how many can be held, at least; `firstChunk`: the number of the first one.
+    explicit SeriesOf(qint64 chunks = Directory<T>::mostChunks, qint64 firstChunk = 0);
     SeriesOf(const void *values, qint64 count, std::shared_ptr<const void> owner);
 
     bool isExternal() const override { return m_isExternal; }

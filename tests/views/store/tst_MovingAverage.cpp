@@ -48,6 +48,7 @@ private slots:
     void longSeriesDontHoldUpTheThread();
     void refusesValuesOfOthers();
     void letsGoWhatLeavesItsSource();
+    void beginsWhereItsSourceBegins();
 };
 
 void tst_MovingAverage::isTheMeanOfWhatIsAround_data()
@@ -236,6 +237,24 @@ void tst_MovingAverage::letsGoWhatLeavesItsSource()
     QCOMPARE(average.store()->minimum(), 2.0);
     QCOMPARE(average.store()->maximum(), 2.0);
     QCOMPARE(average.store()->gapCount(), 0.0);
+}
+
+/// A recorder that ran for weeks and keeps its last hour: 1e12 averages of nothing would take hours.
+void tst_MovingAverage::beginsWhereItsSourceBegins()
+{
+    constexpr qint64 begin = qint64(1) << 40;
+    SeriesStore source;
+    source.setData(SeriesData::create(SampleType::Float64, begin));
+    source.append(QVariantList{1, 3, 5, 7});
+    MovingAverage average;
+    average.setDepth(3);
+    average.setSource(&source);
+    QTRY_COMPARE(average.store()->count(), 4.0);
+    const SeriesSnapshot averages = average.store()->snapshot();
+    QCOMPARE(averages.begin(), begin);
+    QVector<double> values(4);
+    averages.copyValues(begin, begin + 4, values.data());
+    QCOMPARE(values, (QVector<double>{2.0, 3.0, 5.0, 6.0}));
 }
 
 QTEST_GUILESS_MAIN(tst_MovingAverage)

@@ -99,6 +99,7 @@ private slots:
     void everyTypeIsAnsweredAsAScanDoes();
     void everyBoundaryOfCellsAndChunks();
     void theUppermostLevelsAreUsed();
+    void aSeriesThatBeginsLaterAnswersTheSame();
     void whatStandsOutAtTheEndsCounts();
     void gapsStandAnywhere();
     void tinyAndHugeValues();
@@ -232,6 +233,38 @@ void tst_SeriesData::theUppermostLevelsAreUsed()
         QCOMPARE(snapshot.lowerBound(11.0, from), end - 1);
         QCOMPARE(snapshot.extremePlacesIn(from, end).highestAt, end - 1);
     }
+}
+
+void tst_SeriesData::aSeriesThatBeginsLaterAnswersTheSame()
+{
+    constexpr qint64 chunks = 40; // some cells of the level above chunks are whole, and that of the first isn't
+    std::vector<qint16> values(size_t(chunks * chunkSize));
+    std::mt19937 random(8);
+    for (qint16 &value : values)
+        value = qint16(random() % 20'000) - 10'000;
+    const std::shared_ptr<SeriesData> first = SeriesData::create(SampleType::Int16);
+    const std::shared_ptr<SeriesData> later = SeriesData::create(SampleType::Int16, 1'000'005 * chunkSize + 17);
+    const qint64 begin = later->begin();
+    QCOMPARE(begin, 1'000'005 * chunkSize);
+    QCOMPARE(later->end(), begin);
+    QVERIFY(later->snapshot().isEmpty());
+    for (const std::shared_ptr<SeriesData> &series : {first, later})
+        QVERIFY(series->append(values.data(), qint64(values.size())));
+    const SeriesSnapshot expected = first->snapshot();
+    const SeriesSnapshot found = later->snapshot();
+    for (int round = 0; round < 300; ++round) {
+        const auto range = anyRange(random, expected.end());
+        const qint64 from = round < 100 ? range.first : range.first / 8;
+        const qint64 to = round < 100 ? range.second : expected.end() - from / 2;
+        const SExtremePlaces places = expected.extremePlacesIn(from, to);
+        QCOMPARE(found.extremesIn(begin + from, begin + to).highest, expected.extremesIn(from, to).highest);
+        QCOMPARE(found.extremesIn(begin + from, begin + to).lowest, expected.extremesIn(from, to).lowest);
+        QCOMPARE(found.statisticsIn(begin + from, begin + to).sum, expected.statisticsIn(from, to).sum);
+        if (from < to)
+            QCOMPARE(found.extremePlacesIn(begin + from, begin + to).lowestAt, begin + places.lowestAt);
+    }
+    later->dropBefore(begin + 3 * chunkSize);
+    QCOMPARE(later->begin(), begin + 3 * chunkSize);
 }
 
 void tst_SeriesData::whatStandsOutAtTheEndsCounts()
