@@ -43,6 +43,8 @@ SAxisLook numberLook(const PlotAxis &axis, const AxisMapping &mapping, double pi
     look.minor = places(ticks.minor, mapping);
     if (!hasFormat)
         look.base = texts.baseText();
+    if (axis.isBeyondDates())
+        look.base += (look.base.isEmpty() ? QString() : QStringLiteral(" ")) + PlotAxis::tr("s, beyond all dates");
     return look;
 }
 

@@ -23,6 +23,8 @@ double endAfter(double end, double length, bool log)
 
 PlotAxis::PlotAxis(bool log, QObject *parent) : QObject(parent), m_range(firstRange(log)), m_home(m_range), m_log(log)
 {
+    connect(this, &PlotAxis::rangeChanged, this, &PlotAxis::tellIfBeyondDates);
+    connect(this, &PlotAxis::lookChanged, this, &PlotAxis::tellIfBeyondDates);
 }
 
 PlotAxis::~PlotAxis()
@@ -254,6 +256,20 @@ AxisMapping PlotAxis::mapping(double pixelsFrom, double pixelsTo) const
 bool PlotAxis::isTime() const
 {
     return !m_log && (!m_timeFormat.isEmpty() || !std::isnan(m_startTime) || !std::isnan(m_storeStartTime));
+}
+
+bool PlotAxis::isBeyondDates() const
+{
+    return isTime() && !areInTime(m_range.min, m_range.max, effectiveStartTime());
+}
+
+void PlotAxis::tellIfBeyondDates()
+{
+    if (m_hasToldOfDates || !isBeyondDates())
+        return;
+    qmlWarning(this) << "from " << m_range.min << " to " << m_range.max << " with startTime " << effectiveStartTime()
+                     << " there are no dates, so the axis shows seconds. Are some of these milliseconds?";
+    m_hasToldOfDates = true;
 }
 
 double PlotAxis::effectiveStartTime() const

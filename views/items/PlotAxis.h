@@ -95,6 +95,8 @@ public:
 
     AxisMapping mapping(double pixelsFrom, double pixelsTo) const;
     bool isTime() const;
+    /// Whether it's one of time, but what it shows reaches beyond calendars: then it writes seconds.
+    bool isBeyondDates() const;
     /// The moment at value 0: startTime, else that of the stores, else 1970.
     double effectiveStartTime() const;
     /// The moment that the view's stores carry; NaN if they have none.
@@ -136,6 +138,7 @@ protected:
 
 private:
     bool accepts(double end, const char *name);
+    void tellIfBeyondDates();
     void takeRange(const SAxisRange &range);
 
     SAxisRange m_range;
@@ -147,6 +150,7 @@ private:
     bool m_gridVisible = true;
     bool m_labelsVisible = true;
     bool m_hasWarned = false;
+    bool m_hasToldOfDates = false;
     int m_subTickCount = 0;
     double m_tickInterval = 0.0;
     double m_startTime = std::numeric_limits<double>::quiet_NaN();

@@ -75,7 +75,7 @@ bool isInTime(double value, double startTime)
 
 bool isInTime(const AxisMapping &mapping, double startTime)
 {
-    return mapping.isValid() && !mapping.log && isInTime(mapping.from, startTime) && isInTime(mapping.to, startTime);
+    return mapping.isValid() && !mapping.log && areInTime(mapping.from, mapping.to, startTime);
 }
 
 QDate dateOf(qint64 seconds)
@@ -251,6 +251,11 @@ double STimeStep::seconds() const
         break;
     }
     return count;
+}
+
+bool areInTime(double from, double to, double startTime)
+{
+    return isInTime(from, startTime) && isInTime(to, startTime);
 }
 
 STimeStep timeStep(const AxisMapping &mapping, double startTime, const SLabelSpace &space)

@@ -29,6 +29,10 @@ struct SLabelSpace
     double gap = 16.0;
 };
 
+/// Whether all values from one to the other are moments that a calendar knows: up to some 31,000 years from 1970.
+/// @param startTime seconds since 1970 at value 0
+bool areInTime(double from, double to, double startTime);
+
 /// The smallest step of the calendar whose labels have room. No step if the mapping isn't valid or reaches beyond
 /// calendars.
 /// @param startTime seconds since 1970 at value 0

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "views/items/AxisLook.h"
 #include "views/items/LogValueAxis.h"
 #include "views/items/ValueAxis.h"
 
@@ -31,6 +32,7 @@ private slots:
     void limitsHoldTheRange();
     void aSwitchOfTheScaleMendsTheRange();
     void aTimeAxisComesFromItsProperties();
+    void whatLiesBeyondAllDatesIsSaid();
     void headingsAndValues();
     void valuesAreAsPreciseAsAPixel();
     void hostileValues();
@@ -196,6 +198,34 @@ void tst_PlotAxis::aTimeAxisComesFromItsProperties()
     QCOMPARE(axis.effectiveStartTime(), 0.0);
     axis.setLog(true);
     QVERIFY(!axis.isTime());
+}
+
+/// Most often it's milliseconds that were taken for seconds.
+void tst_PlotAxis::whatLiesBeyondAllDatesIsSaid()
+{
+    const SLabelSpace space{7.0, 14.0};
+    const QRegularExpression words(QStringLiteral("there are no dates, so the axis shows seconds"));
+    ValueAxis axis;
+    axis.setStartTime(0.0);
+    axis.setRange(1.7e9, 1.8e9);
+    QVERIFY(!axis.isBeyondDates());
+    QTest::ignoreMessage(QtWarningMsg, words);
+    axis.setRange(1.7e12, 1.8e12);
+    QVERIFY(axis.isBeyondDates());
+    SAxisLook look = axisLook(axis, axis.mapping(0.0, 1000.0), 80.0, space);
+    QCOMPARE(look.base, QStringLiteral("s, beyond all dates"));
+    axis.setRange(1.7e9, 1.8e9);
+    look = axisLook(axis, axis.mapping(0.0, 1000.0), 80.0, space);
+    QVERIFY2(look.base.isEmpty(), qPrintable(look.base));
+
+    ValueAxis other;
+    QTest::ignoreMessage(QtWarningMsg, words);
+    other.setStartTime(1.7e12);
+    ValueAxis plain;
+    plain.setRange(1.7e12, 1.8e12);
+    QVERIFY(!plain.isBeyondDates());
+    look = axisLook(plain, plain.mapping(0.0, 1000.0), 80.0, space);
+    QVERIFY(look.base.isEmpty());
 }
 
 void tst_PlotAxis::headingsAndValues()
