@@ -16,7 +16,6 @@
 
 namespace {
 
-constexpr int patience = 10000; // ms
 const QColor black(0, 0, 0);
 const QColor blue(0, 0, 255);
 

@@ -77,7 +77,7 @@ void tst_WithoutOpenGL::aChartDrawsNothingAndSaysSoOnce()
     for (int round = 0; round < 2; ++round) {
         ChartWindow window;
         window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QVERIFY(QTest::qWaitForWindowExposed(&window, patience));
         QCOMPARE(window.rendererInterface()->graphicsApi(), QSGRendererInterface::Software);
         QVERIFY(isRed(window));
         window.bars.setData({1.0, 5.0});
@@ -92,7 +92,7 @@ void tst_WithoutOpenGL::aChartCanBeGrabbedAndMoved()
     ChartWindow window;
     ChartWindow other;
     window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(QTest::qWaitForWindowExposed(&window, patience));
     const QSharedPointer<QQuickItemGrabResult> grab = window.chart.grabToImage();
     QVERIFY(grab);
     QSignalSpy ready(grab.data(), &QQuickItemGrabResult::ready);
@@ -101,7 +101,7 @@ void tst_WithoutOpenGL::aChartCanBeGrabbedAndMoved()
     QCOMPARE(grab->image().size(), QSize(120, 80));
     QCOMPARE(colorOf(grab->image()).alpha(), 0);
     other.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&other));
+    QVERIFY(QTest::qWaitForWindowExposed(&other, patience));
     window.chart.setParentItem(other.contentItem());
     QVERIFY(isRed(other));
 }

@@ -5,7 +5,7 @@ if(NOT TARGET vorlixview)
 endif()
 set(series ${CMAKE_CURRENT_BINARY_DIR}/series)
 add_test(NAME pictures.series COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/write-series ${series})
-set_tests_properties(pictures.series PROPERTIES FIXTURES_SETUP series TIMEOUT 300)
+set_tests_properties(pictures.series PROPERTIES FIXTURES_SETUP series TIMEOUT ${vorlix_patience})
 
 # vorlix_add_viewer_picture(NAME FILE COUNT MOUSE gestures COMMAND-LINE...): COUNT is how many series there are.
 function(vorlix_add_viewer_picture name file count mouse)

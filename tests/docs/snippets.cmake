@@ -10,7 +10,7 @@ function(vorlix_add_snippet name expression)
   if(arg_THEN)
     set(afterwards "SNAPSHOT_MOUSE=${arg_MOUSE};SNAPSHOT_THEN=${arg_THEN}")
   endif()
-  set_tests_properties(snippet.${name} PROPERTIES LABELS gl TIMEOUT 90
+  set_tests_properties(snippet.${name} PROPERTIES LABELS gl TIMEOUT ${vorlix_patience}
     ENVIRONMENT "QML2_IMPORT_PATH=${CMAKE_BINARY_DIR}/qml;QT_PLUGIN_PATH=${PROJECT_BINARY_DIR}/tests/examples/plugins;\
 QT_QPA_GENERIC_PLUGINS=vorlixsnapshot;${afterwards};SNAPSHOT_UNTIL=${expression};\
 SNAPSHOT_RESULT=${CMAKE_CURRENT_BINARY_DIR}/${name}.png")

@@ -13,7 +13,7 @@ QStringList definedSymbols()
 {
     QProcess nm;
     nm.start(QStringLiteral(VORLIX_NM), {"--dynamic", "--demangle", "--defined-only", "--format=posix", libraryFile()});
-    if (!nm.waitForFinished() || nm.exitCode() != 0)
+    if (!nm.waitForFinished(-1) || nm.exitCode() != 0)
         return {};
     QStringList names;
     const QStringList lines = QString::fromUtf8(nm.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);

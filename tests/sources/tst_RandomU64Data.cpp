@@ -101,7 +101,7 @@ void tst_RandomU64Data::aNewSourceIsSilentUntilItsFirstTick()
     qint64 first = -1;
     connect(&source, &Filter1D::dataChanged, this, [&] { first = clock.elapsed(); });
     QVERIFY(source.data().isEmpty());
-    QTRY_VERIFY_WITH_TIMEOUT(first >= 0, 20'000);
+    QTRY_VERIFY(first >= 0);
     QVERIFY2(first >= 2300, qPrintable(QString::number(first))); // a coarse timer may be a twentieth early
     QCOMPARE(source.data().size(), 1024);
     QVERIFY(sum(source.data()) <= samples);

@@ -128,7 +128,7 @@ void tst_PlotOverlay_gl::init()
     m_bars->series.setName(QStringLiteral("bars"));
     QVERIFY(m_scene->show());
     m_scene->window().requestActivate();
-    QVERIFY(QTest::qWaitForWindowActive(&m_scene->window()));
+    QVERIFY(QTest::qWaitForWindowActive(&m_scene->window(), patience));
     m_scene->settle();
 }
 
