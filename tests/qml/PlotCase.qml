@@ -7,6 +7,9 @@ import QtTest 1.15
 TestCase {
     id: testCase
 
+    /// Milliseconds after which what must happen is given up.
+    readonly property int patience: 60000
+
     when: windowShown
 
     function initTestCase() {
@@ -17,6 +20,20 @@ TestCase {
     function cleanup() {
         wait(0);
         compare(tools.takeMessages(), [], "the log");
+    }
+
+    // Qt's own give up after 5 s, in which a busy machine may not draw a frame.
+
+    function tryVerify(isSo, message) {
+        for (let i = 0; i < patience / 50 && !isSo(); ++i)
+            wait(50);
+        verify(isSo(), message || "");
+    }
+
+    function tryCompare(object, property, expected) {
+        for (let i = 0; i < patience / 50 && object[property] !== expected; ++i)
+            wait(50);
+        compare(object[property], expected);
     }
 
     /// Like verify(), which is slow, for what is checked thousands of times.
@@ -96,13 +113,9 @@ TestCase {
             b.bottom) - Math.max(a.top, b.top) > slack;
     }
 
-    /// Waits until the window has drawn nothing for a while, and is not about to.
+    /// Waits until the window draws nothing and is not about to.
     function settle() {
-        let before = -1;
-        for (let i = 0; i < 80 && (before !== tools.frames() || tools.isDrawing()); ++i) {
-            before = tools.frames();
-            wait(50);
-        }
+        tools.settle();
     }
 
     function compareRect(actual, expected, what) {

@@ -49,6 +49,12 @@ void TestTools::prepare(QQuickWindow *window)
         [] { QOpenGLContext::currentContext()->functions()->glBlendColor(0.0f, 0.0f, 0.0f, 1.0f); },
         Qt::DirectConnection);
     m_frames.follow(*window, *this);
+    m_window = window;
+}
+
+void TestTools::settle() const
+{
+    m_frames.settle(*m_window);
 }
 
 QVariantList TestTools::otherWindows(QQuickWindow *except) const

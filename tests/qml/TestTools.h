@@ -35,7 +35,8 @@ public:
     /// Gives the window's charts their colours on every ground, and counts its frames from now on.
     Q_INVOKABLE void prepare(QQuickWindow *window);
     Q_INVOKABLE int frames() const { return m_frames.shown(); }
-    Q_INVOKABLE bool isDrawing() const { return m_frames.isDrawing(); }
+    /// Waits until the window that was prepared draws nothing and is not about to.
+    Q_INVOKABLE void settle() const;
 
     /// The visible windows, without `except`; those of dialogs among them.
     Q_INVOKABLE QVariantList otherWindows(QQuickWindow *except) const;
@@ -72,5 +73,6 @@ public:
 private:
     std::unique_ptr<LogCatcher> m_log;
     QTemporaryDir m_folder;
+    QQuickWindow *m_window = nullptr;
     FrameCount m_frames;
 };

@@ -76,7 +76,7 @@ Item {
                 plot.exportImage(path);
             else
                 plot.exportImage(path, upsize);
-            spy.wait();
+            spy.wait(patience);
             compare(spy.signalArguments[spy.count - 1][0], path);
             return path;
         }
@@ -209,7 +209,7 @@ Item {
             plot.exportImage(tools.temporaryPath("aside.png"), 3);
             waitForRendering(scene);
             const during = pictureOf(scene);
-            spy.wait();
+            spy.wait(patience);
             settle();
             const after = pictureOf(scene);
             for (let x = 2; x < 600; x += 7) {
@@ -237,7 +237,7 @@ Item {
             const url = tools.urlOf(path);
             verify(url.startsWith("file:///"));
             plot.exportImage(url);
-            spy.wait();
+            spy.wait(patience);
             compare(spy.signalArguments[0][0], url);
             compare(tools.imageSize(path), Qt.size(600, 400));
         }
@@ -245,14 +245,14 @@ Item {
         function test_aUrlObjectIsTaken() {
             const path = tools.temporaryPath("object.png");
             plot.exportImage(Qt.resolvedUrl(tools.urlOf(path)));
-            spy.wait();
+            spy.wait(patience);
             verify(tools.exists(path));
         }
 
         function test_aHandMadeUrlIsTaken() {
             const path = tools.temporaryPath("50%.png");
             plot.exportImage("file://" + path);
-            spy.wait();
+            spy.wait(patience);
             verify(tools.exists(path));
         }
 

@@ -203,7 +203,7 @@ Item {
             tryVerify(() => {
                 found = seen(tools.contentOf(window), (item) => item.text === text);
                 return found.length > 0;
-            }, 5000, "no " + text + " in the dialog");
+            }, "no " + text + " in the dialog");
             return found[found.length - 1];
         }
 

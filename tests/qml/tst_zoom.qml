@@ -66,7 +66,7 @@ Item {
             const slack = 1e-6;
             settle();
             tryVerify(() => Math.abs(chart.zoomRect.x - left) <= slack && Math.abs(chart.zoomRect.width - width) <= slack,
-                5000, "not " + left + " + " + width);
+                "not " + left + " + " + width);
         }
 
         // first sight

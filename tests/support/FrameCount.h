@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QElapsedTimer>
+#include "tests/support/Stillness.h"
+
 #include <QQuickWindow>
 
 #include <atomic>
@@ -11,43 +12,43 @@
 class FrameCount
 {
 public:
-    FrameCount() { m_clock.start(); }
-
     /// Call it before the window is shown.
     void follow(QQuickWindow &window, const QObject &context)
     {
-        QObject::connect(
-            &window, &QQuickWindow::beforeSynchronizing, &context, [this] { m_begun = m_clock.elapsed(); },
-            Qt::DirectConnection);
-        QObject::connect(
-            &window, &QQuickWindow::beforeRendering, &context, [this] { m_renders = true; }, Qt::DirectConnection);
-        QObject::connect(
-            &window, &QQuickWindow::afterRendering, &context,
-            [this] {
-                m_begun = never;
-                m_renders = false;
-            },
-            Qt::DirectConnection);
-        QObject::connect(
-            &window, &QQuickWindow::frameSwapped, &context, [this] { ++m_shown; }, Qt::DirectConnection);
+        const auto onSignal = [&](void (QQuickWindow::*signal)(), auto action) {
+            QObject::connect(&window, signal, &context, action, Qt::DirectConnection);
+        };
+        onSignal(&QQuickWindow::beforeSynchronizing, [this] { m_isBegun = true; });
+        onSignal(&QQuickWindow::beforeRendering, [this] { m_isRendering = true; });
+        onSignal(&QQuickWindow::afterRendering, [this] { m_isRendering = false; });
+        onSignal(&QQuickWindow::frameSwapped, [this] {
+            m_isBegun = false;
+            ++m_shown;
+        });
     }
 
     int shown() const { return m_shown; }
 
-    /// Qt ends a frame in which nothing has changed without a word, between synchronizing and rendering. One that has
-    /// not begun to render soon is taken for such a frame.
-    bool isDrawing() const
+    /// Runs the event loop until the window draws nothing and is not about to. A frame may be drawn for that in which
+    /// nothing has changed.
+    void settle(QQuickWindow &window) const
     {
-        const qint64 begun = m_begun;
-        return m_renders || (begun != never && m_clock.elapsed() - begun < soon);
+        const QDeadlineTimer end(patience);
+        for (;;) {
+            waitUntilStill([this] { return shown(); });
+            if (!m_isBegun || !window.isExposed() || end.hasExpired())
+                return;
+            // Qt may have ended it without a word, because nothing has changed or a picture was grabbed. The next one
+            // comes after it, and is shown.
+            if (!m_isRendering)
+                window.update();
+            if (!QTest::qWaitFor([this] { return !m_isBegun; }, patience))
+                return;
+        }
     }
 
 private:
-    static constexpr qint64 never = -1;
-    static constexpr qint64 soon = 200; // ms
-
-    QElapsedTimer m_clock;
-    std::atomic<qint64> m_begun{never};
-    std::atomic<bool> m_renders{false};
+    std::atomic<bool> m_isBegun{false};
+    std::atomic<bool> m_isRendering{false};
     std::atomic<int> m_shown{0};
 };

@@ -4,18 +4,10 @@
 #include "plugin/VorlixExtensionPlugin.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
 #include <QQmlComponent>
 #include <QtTest>
-
-namespace {
-
-constexpr int patience = 10000; // ms: far more than any frame takes, also under a sanitizer
-constexpr int quietTime = 120;  // ms without a frame after which nothing is pending
-
-} // namespace
 
 void registerModule()
 {
@@ -80,13 +72,7 @@ bool Scene::show()
 
 void Scene::settle()
 {
-    QElapsedTimer total;
-    total.start();
-    int seen = -1;
-    while ((seen != frameCount() || m_frames.isDrawing()) && !total.hasExpired(patience)) {
-        seen = frameCount();
-        QTest::qWait(quietTime);
-    }
+    m_frames.settle(*m_window);
 }
 
 bool Scene::frames(int count)

@@ -50,7 +50,7 @@ public:
 
     /// Shows the window and waits for its first frames.
     bool show();
-    /// Lets the window draw until no frame has come for a while and none is being drawn.
+    /// Lets the window draw until it draws nothing and is not about to.
     void settle();
     /// Waits for `count` further frames, asking the window (not the items) for each.
     bool frames(int count);
