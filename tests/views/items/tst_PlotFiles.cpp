@@ -16,6 +16,7 @@
 #include <thread>
 
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -106,7 +107,7 @@ QByteArray tst_PlotFiles::saved()
 {
     QSignalSpy spy(m_view.get(), &PlotView::saved);
     m_view->saveValues(m_path);
-    if (!spy.wait(10'000))
+    if (!spy.wait(patience))
         return "no answer";
     const QString error = spy.first().at(1).toString();
     return error.isEmpty() ? contentOf(m_path) : "error: " + error.toUtf8();
@@ -328,7 +329,7 @@ void tst_PlotFiles::warnsWhereNobodyListens()
 
 void tst_PlotFiles::givesUpWithItsView()
 {
-    QVector<double> many(3'000'000, 0.123456789);
+    QVector<double> many(10'000'000, 0.123456789); // a second's work: far more than the view needs to go
     StoredSeries<> line(*m_view, many);
     m_view->saveValues(m_path);
     m_view.reset(); // a writer that doesn't give up would be waited for, and its file would be there
@@ -358,19 +359,18 @@ void tst_PlotFiles::givesUpAPipeThatNothingReads()
     else
         m_view->saveValues(QString::fromLocal8Bit(pipe));
     QTest::qWait(200); // the pipe is full by now, or still waits for a reader
+    bool wasNeeded = false;
     std::promise<void> gone;
-    std::thread rescue([&pipe, isGone = gone.get_future()] { // or the test would hang where the view does
-        if (isGone.wait_for(std::chrono::seconds(5)) == std::future_status::timeout)
+    std::thread rescue([&, isGone = gone.get_future()] { // or the test would hang where the view does
+        wasNeeded = isGone.wait_for(std::chrono::milliseconds(patience)) == std::future_status::timeout;
+        if (wasNeeded)
             contentOf(QString::fromLocal8Bit(pipe));
     });
-    QElapsedTimer clock;
-    clock.start();
     m_view.reset();
-    const qint64 taken = clock.elapsed();
     gone.set_value();
     rescue.join();
     ::close(reader);
-    QVERIFY2(taken < 4000, qPrintable(QString::number(taken)));
+    QVERIFY(!wasNeeded);
 }
 
 void tst_PlotFiles::saysThatAReaderLeft()
@@ -380,7 +380,8 @@ void tst_PlotFiles::saysThatAReaderLeft()
     const int reader = ::open(pipe.toLocal8Bit().constData(), O_RDONLY | O_NONBLOCK);
     QSignalSpy spy(m_view.get(), &PlotView::saved);
     m_view->saveValues(pipe);
-    QTest::qWait(100); // some of it is in the pipe
+    int waiting = 0;
+    QTRY_VERIFY(::ioctl(reader, FIONREAD, &waiting) == 0 && waiting > 0); // some of it is in the pipe
     QVERIFY(spy.isEmpty());
     ::close(reader); // the program would end by a signal
     QTRY_COMPARE(spy.size(), 1);

@@ -10,6 +10,7 @@
 
 #include <QtTest>
 
+#include <QStyleHints>
 #include <QWheelEvent>
 
 #include <memory>
@@ -87,7 +88,7 @@ void tst_PlotHands_gl::init()
     m_line = std::make_unique<StoredSeries<>>(*m_view, ramp(1001));
     QVERIFY(m_scene->show());
     m_scene->window().requestActivate();
-    QVERIFY(QTest::qWaitForWindowActive(&m_scene->window()));
+    QVERIFY(QTest::qWaitForWindowActive(&m_scene->window(), patience));
     m_view->forceActiveFocus();
     m_scene->settle();
 }
@@ -135,10 +136,21 @@ void tst_PlotHands_gl::theWheelZoomsAtThePointer()
 
 void tst_PlotHands_gl::notchesAreOneStepBack()
 {
-    for (int i = 0; i < 6; ++i)
-        wheel(at(0.5, 0.5), {0, 120});
-    QVERIFY(x().max - x().min < 300.0);
-    m_view->back();
+    bool isOneGesture = false;
+    for (int round = 0; round < 100 && !isOneGesture; ++round) { // a busy machine may rest longer than a gesture does
+        if (round > 0)
+            QTest::qWait(600);
+        while (m_view->zoom()->canGoBack())
+            m_view->back();
+        QElapsedTimer passed;
+        passed.start();
+        for (int i = 0; i < 6; ++i)
+            wheel(at(0.5, 0.5), {0, 120});
+        isOneGesture = passed.elapsed() < 500;
+        QVERIFY(x().max - x().min < 300.0);
+        m_view->back();
+    }
+    QVERIFY(isOneGesture);
     QCOMPARE(x(), (SAxisRange{0.0, 1000.0}));
     QVERIFY(!m_view->zoom()->canGoBack());
 }
@@ -205,6 +217,8 @@ void tst_PlotHands_gl::aDragOnTheYAxisPansIt()
 void tst_PlotHands_gl::anUnsteadyHandLeavesYAlone()
 {
     m_view->zoomTo(400.0, 500.0);
+    m_view->axisY()->setMin(0.0); // or it would follow the values after a rest, however long that takes to come
+    m_view->axisY()->setMax(1000.0);
     const SAxisRange before = y();
     const QPoint from = at(0.5, 0.5);
     QTest::mousePress(&m_scene->window(), Qt::LeftButton, Qt::NoModifier, from);
@@ -300,10 +314,14 @@ void tst_PlotHands_gl::oneFingerPansAndTwoTapsShowAll()
     QTest::touchEvent(window, m_screen).move(0, from + QPoint(100, 0), window);
     QTRY_VERIFY(x().min < 395.0);
     QTest::touchEvent(window, m_screen).release(0, from + QPoint(100, 0), window);
+    QStyleHints *const hints = QGuiApplication::styleHints();
+    const int interval = hints->mouseDoubleClickInterval();
+    hints->setMouseDoubleClickInterval(patience); // however long the machine takes between two taps
     for (int tap = 0; tap < 2; ++tap) {
         QTest::touchEvent(window, m_screen).press(0, at(0.2, 0.2), window);
         QTest::touchEvent(window, m_screen).release(0, at(0.2, 0.2), window);
     }
+    hints->setMouseDoubleClickInterval(interval);
     QCOMPARE(x(), (SAxisRange{0.0, 1000.0}));
 }
 
