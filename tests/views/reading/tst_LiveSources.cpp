@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
+#include "HeldReading.h"
 #include "Reading.h"
 
-#include "views/reading/ReadingJob.h"
 #include "views/reading/TextFeeder.h"
 #include "views/reading/TextPump.h"
 #include "views/reading/TextSink.h"
-#include "views/store/SeriesData.h"
 
 #include <QElapsedTimer>
 #include <QTemporaryDir>
@@ -104,38 +103,6 @@ public:
 private:
     QByteArray m_path;
     int m_writer = -1;
-};
-
-/// A reading that holds at the first thing it tells, when the series are there and most of the file isn't read yet. It
-/// does so in its own thread, so however slow or fast the machine is.
-class HeldReading
-{
-public:
-    HeldReading(const QString &path, FileFormat format)
-    {
-        SReadingRequest request;
-        request.path = path;
-        request.format = format;
-        request.isHeld = true; // until m_job is set
-        m_job = ReadingJob::start(request, [this] {
-            if (!m_goesOn)
-                m_job->wakeup().hold(true);
-        });
-        m_job->wakeup().hold(false);
-        while (m_job->state().series.isEmpty() || !m_job->wakeup().isHeld())
-            std::this_thread::yield();
-    }
-    ~HeldReading() { m_job->forget(); }
-    void goOn()
-    {
-        m_goesOn = true;
-        m_job->wakeup().hold(false);
-    }
-    SReadingState state() const { return m_job->state(); }
-
-private:
-    std::shared_ptr<ReadingJob> m_job;
-    std::atomic<bool> m_goesOn{false};
 };
 
 void follow(SeriesReader &reader, const QString &path)
@@ -369,18 +336,32 @@ void tst_LiveSources::bytesOfAPipeMayComeOneByOne_data()
 void tst_LiveSources::bytesOfAPipeMayComeOneByOne()
 {
     QFETCH(QByteArray, bytes);
-    NamedPipe pipe(path("pipe"));
-    SeriesReader reader;
-    reader.setSource(path("pipe"));
-    QTRY_VERIFY(pipe.openWriter());
-    for (const char byte : bytes) {
-        pipe.write(QByteArray(1, byte));
-        QTest::qWait(1);
+    constexpr int few = 8;      // bytes, of which none that is needed to know the format waits for another one
+    constexpr qint64 soon = 80; // milliseconds; where more pass, the reader makes do with what is there
+    qint64 longest = soon;      // that so few took to come
+    for (int round = 0; round < 100 && longest >= soon; ++round) {
+        NamedPipe pipe(path("pipe"));
+        SeriesReader reader;
+        reader.setSource(path("pipe"));
+        QTRY_VERIFY(pipe.openWriter());
+        QElapsedTimer since;
+        since.start();
+        QVector<qint64> times;
+        longest = 0;
+        for (const char byte : bytes) {
+            pipe.write(QByteArray(1, byte));
+            times.append(since.elapsed());
+            longest = std::max(longest, times.last() - times.at(std::max(int(times.size()) - few, 0)));
+            QTest::qWait(1);
+        }
+        pipe.closeWriter();
+        QTRY_VERIFY(hasEnded(reader));
+        if (longest >= soon)
+            continue; // a busy machine
+        QCOMPARE(reader.errorString(), QString());
+        QTEST(shownStores(reader), "expected");
     }
-    pipe.closeWriter();
-    QTRY_VERIFY(hasEnded(reader));
-    QCOMPARE(reader.errorString(), QString());
-    QTEST(shownStores(reader), "expected");
+    QVERIFY2(longest < soon, qPrintable(QString::number(longest)));
 }
 
 void tst_LiveSources::everyPieceSizeReadsTheSame()
@@ -496,8 +477,7 @@ void tst_LiveSources::aFollowedFileMayShrinkWhileItIsRead()
     SeriesReader reader;
     reader.setFollow(true);
     reader.setSource(path("live"));
-    QTRY_VERIFY_WITH_TIMEOUT((QCoreApplication::processEvents(), reader.store() && reader.store()->count() > 0.0),
-                             5000);
+    QTRY_VERIFY(reader.store() && reader.store()->count() > 0.0);
     reader.setRunning(false);
     writeFile(path("live"), "3;4\n5;6\n");
     reader.setRunning(true);
@@ -527,13 +507,13 @@ void tst_LiveSources::aFileWithoutPermissionIsRefused()
     const bool isReadable = file.open(QIODevice::ReadOnly);
     SeriesReader reader;
     reader.setSource(path("live"));
-    QTest::qWait(50); // the reading thread has been started with the rights of then
+    QTRY_VERIFY(reader.status() != SeriesReader::Null); // the reading thread has been started with the rights of then
     if (isRoot)
         setfsuid(0);
-    QFile::setPermissions(path("live"), QFile::ReadOwner);
     if (isReadable)
         QSKIP("needs a user whom the kernel refuses something");
     QTRY_VERIFY(hasEnded(reader));
+    QFile::setPermissions(path("live"), QFile::ReadOwner);
     QVERIFY2(reader.errorString().contains(QLatin1String("may not be read by you. Its owner can allow it: chmod a+r")),
              qPrintable(reader.errorString()));
     reader.reload();
@@ -616,8 +596,11 @@ void tst_LiveSources::cancellingStopsReading()
     if (!isPipe)
         writeFile(path("live"), QByteArray("1.2345678;2.345\n").repeated(2'000'000));
     SeriesReader reader;
+    bool hasBegun = false; // a fast machine may be done when it's looked at
+    connect(&reader, &SeriesReader::statusChanged, this,
+            [&] { hasBegun = hasBegun || reader.status() == SeriesReader::Loading; });
     reader.setSource(isPipe ? path("pipe") : path("live"));
-    QTRY_COMPARE(reader.status(), SeriesReader::Loading);
+    QTRY_VERIFY(hasBegun);
     if (after > 0)
         QTest::qWait(after);
     reader.cancel();
@@ -666,7 +649,7 @@ void tst_LiveSources::aSilentPipeGetsAHint()
     SeriesReader reader;
     reader.setSource(path("pipe"));
     QTRY_VERIFY(pipe.openWriter());
-    QTRY_VERIFY_WITH_TIMEOUT(reader.detected().contains(QLatin1String("stdbuf -oL")), 10'000);
+    QTRY_VERIFY(reader.detected().contains(QLatin1String("stdbuf -oL")));
     pipe.write("1\n2\n");
     QTRY_COMPARE(shownStores(reader), QByteArray("1 2"));
     QVERIFY(!reader.detected().contains(QLatin1String("stdbuf")));
