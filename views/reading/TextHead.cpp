@@ -54,10 +54,25 @@ QString wholeText(const SField &line)
     return QString::fromUtf8(line.quoted ? textOf(line) : QByteArray(line.begin, int(line.end - line.begin))).trimmed();
 }
 
-/// The texts of a line of the head, one for each column; none if it can't be a line of names.
-QStringList namesIn(const SSampleLine &line, const STextLayout &layout)
+/// Whether a text ends as sentences and settings do: "Taken by Ann.", "Detector:".
+bool endsLikeProse(const QString &text)
 {
-    constexpr int longestName = 60; // of the only column: what is longer is a sentence
+    return !text.isEmpty() && QStringLiteral(".:,;!?=").contains(text.back());
+}
+
+/// Whether the line over the only column is prose and no name. Under another line, names have one word.
+bool isProse(QString text, bool isUnderAnother)
+{
+    constexpr int mostWords = 3; // "live counts per" of "live counts per channel [1/s]"
+    QString unit;
+    takeUnit(text, unit);
+    const QStringList words = text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    return words.size() > (isUnderAnother ? 1 : mostWords) || std::any_of(words.begin(), words.end(), endsLikeProse);
+}
+
+/// The texts of a line of the head, one for each column; none if it can't be a line of names.
+QStringList namesIn(const SSampleLine &line, const STextLayout &layout, bool isUnderAnother)
+{
     SField text = line.text;
     if (line.kind == SSampleLine::Kind::Comment) {
         for (const QByteArray &prefix : layout.commentPrefixes) {
@@ -66,12 +81,15 @@ QStringList namesIn(const SSampleLine &line, const STextLayout &layout)
         }
     }
     const bool hasOneColumn = layout.columns.size() == 1;
+    const bool areWords = layout.separator == blankSeparator && !text.quoted;
     QStringList texts = textsIn(text.begin, text.end, layout.separator);
-    if (hasOneColumn && layout.separator == blankSeparator && texts.size() > 1)
+    if (hasOneColumn && areWords && texts.size() > 1)
         texts = QStringList{wholeText(text)};
-    if (texts.size() != layout.columns.size() || (hasOneColumn && texts.first().size() > longestName))
+    if (texts.size() != layout.columns.size())
         return {};
-    return texts;
+    const bool areProse = hasOneColumn ? isProse(texts.first(), isUnderAnother)
+                                       : areWords && std::any_of(texts.begin(), texts.end(), endsLikeProse);
+    return areProse ? QStringList() : texts;
 }
 
 bool areUnits(const QStringList &texts)
@@ -179,12 +197,17 @@ void lookAtHead(STextLayout &layout, const SampleLines &lines, int first)
     int last = lastHeadLine(lines, first);
     if (last < 0 || hasNumbers(lines[size_t(last)], layout))
         return;
-    QStringList names = namesIn(lines[size_t(last)], layout);
+    const auto namesOf = [&](int index) {
+        const int before = lastHeadLine(lines, index);
+        const bool isUnderAnother = before >= 0 && lines[size_t(before)].kind == lines[size_t(index)].kind;
+        return namesIn(lines[size_t(index)], layout, isUnderAnother);
+    };
+    QStringList names = namesOf(last);
     QStringList units;
     if (areUnits(names)) {
         units = names;
         last = lastHeadLine(lines, last);
-        names = last < 0 ? QStringList() : namesIn(lines[size_t(last)], layout);
+        names = last < 0 ? QStringList() : namesOf(last);
     }
     for (int i = 0; i < int(layout.columns.size()); ++i) {
         STextColumn &column = layout.columns[i];
