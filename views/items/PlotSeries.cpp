@@ -76,13 +76,7 @@ void PlotSeries::setStart(double start)
 
 void PlotSeries::setStep(double step)
 {
-    if (!isFinite(step, "step"))
-        return;
-    if (step <= 0.0) {
-        qmlWarning(this) << "step: " << step << " isn't above 0";
-        return;
-    }
-    if (!changeExactly(m_step, step))
+    if (!isAbove0(step, "step") || !changeExactly(m_step, step))
         return;
     emit stepChanged();
     emit redrawNeeded();
@@ -93,6 +87,15 @@ void PlotSeries::setXOffset(double xOffset)
     if (!isFinite(xOffset, "xOffset") || !changeExactly(m_xOffset, xOffset))
         return;
     emit xOffsetChanged();
+    emit redrawNeeded();
+}
+
+void PlotSeries::setYFactor(double yFactor)
+{
+    if (!isAbove0(yFactor, "yFactor") || !changeExactly(m_yFactor, yFactor))
+        return;
+    emit yFactorChanged();
+    tellOfData();
     emit redrawNeeded();
 }
 
@@ -108,4 +111,11 @@ bool PlotSeries::isFinite(double value, const char *name) const
     if (!std::isfinite(value))
         qmlWarning(this) << name << ": " << value << " isn't a finite number";
     return std::isfinite(value);
+}
+
+bool PlotSeries::isAbove0(double value, const char *name) const
+{
+    if (std::isfinite(value) && value <= 0.0)
+        qmlWarning(this) << name << ": " << value << " isn't above 0";
+    return isFinite(value, name) && value > 0.0;
 }

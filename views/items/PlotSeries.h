@@ -12,7 +12,8 @@
 #include <QVariantMap>
 
 /// What the bars, the line and the area of a plot have in common: where their values come from, how they are called and
-/// where they stand. Value i stands at `start + i * step + xOffset`; values that aren't finite are gaps. Abstract.
+/// where they stand. Value i stands at `start + i * step + xOffset` and is drawn as `yFactor` times what it is; values
+/// that aren't finite are gaps. Abstract.
 ///
 /// A series isn't an item: the view that it's added to draws it (PlotView), in the order in which the view got its
 /// series. GUI thread. Bad input is said and changes nothing.
@@ -27,7 +28,7 @@ class PlotSeries : public QObject
     /// back is a gap. Without it, and without `xValues`, values are evenly spaced.
     Q_PROPERTY(SeriesStore *xStore READ xStore WRITE setXStore NOTIFY xStoreChanged)
     Q_PROPERTY(QVariant xValues READ xValues WRITE setXValues NOTIFY xValuesChanged)
-    /// How many values there are, and the lowest and the highest of them; NaN if there is none.
+    /// How many values there are, and the lowest and the highest of them times `yFactor`; NaN if there is none.
     Q_PROPERTY(qreal count READ count NOTIFY countChanged)
     Q_PROPERTY(qreal minimum READ minimum NOTIFY countChanged)
     Q_PROPERTY(qreal maximum READ maximum NOTIFY countChanged)
@@ -44,6 +45,8 @@ class PlotSeries : public QObject
     /// Above 0.
     Q_PROPERTY(double step READ step WRITE setStep NOTIFY stepChanged)
     Q_PROPERTY(double xOffset READ xOffset WRITE setXOffset NOTIFY xOffsetChanged)
+    /// Above 0. Read-outs, cursors, regions, peaks and saved values have the products, too.
+    Q_PROPERTY(double yFactor READ yFactor WRITE setYFactor NOTIFY yFactorChanged)
     /// Whether the read-out tells its values.
     Q_PROPERTY(bool hoverable READ isHoverable WRITE setHoverable NOTIFY hoverableChanged)
 
@@ -77,6 +80,8 @@ public:
     void setStep(double step);
     double xOffset() const { return m_xOffset; }
     void setXOffset(double xOffset);
+    double yFactor() const { return m_yFactor; }
+    void setYFactor(double yFactor);
     bool isHoverable() const { return m_hoverable; }
     void setHoverable(bool hoverable);
 
@@ -88,6 +93,8 @@ public:
 
     // C++
 
+    /// The values of this frame times `yFactor`.
+    SeriesSnapshot scaledValues() const { return m_values.snapshot().scaled(m_yFactor); }
     /// The stores in use, be they given or made of `values`; null without numbers.
     const SeriesStore *valueStore() const { return m_values.store(); }
     const SeriesStore *placeStore() const { return m_places.store(); }
@@ -117,6 +124,7 @@ signals:
     void startChanged();
     void stepChanged();
     void xOffsetChanged();
+    void yFactorChanged();
     void hoverableChanged();
 
     /// The picture is another one: the view asks for a frame if the series can be seen.
@@ -138,6 +146,8 @@ protected:
 
     /// Says it if a property was to be set to what isn't finite.
     bool isFinite(double value, const char *name) const;
+    /// The same of what isn't finite and above 0.
+    bool isAbove0(double value, const char *name) const;
 
 private:
     void lookAtPlaces();
@@ -157,4 +167,5 @@ private:
     double m_start = 0.0;
     double m_step = 1.0;
     double m_xOffset = 0.0;
+    double m_yFactor = 1.0;
 };

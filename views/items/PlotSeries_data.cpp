@@ -42,12 +42,12 @@ qreal PlotSeries::count() const
 
 qreal PlotSeries::minimum() const
 {
-    return m_values.store() ? m_values.store()->minimum() : std::nan("");
+    return m_values.store() ? m_values.store()->minimum() * m_yFactor : std::nan("");
 }
 
 qreal PlotSeries::maximum() const
 {
-    return m_values.store() ? m_values.store()->maximum() : std::nan("");
+    return m_values.store() ? m_values.store()->maximum() * m_yFactor : std::nan("");
 }
 
 void PlotSeries::tellOfData()
@@ -94,7 +94,7 @@ double PlotSeries::valueAt(double x) const
 
 QVariantMap PlotSeries::extremeIn(double from, double to) const
 {
-    const SeriesSnapshot values = m_values.snapshot();
+    const SeriesSnapshot values = scaledValues();
     const SeriesPlaces where = places(false);
     const double left = where.toPlace(std::min(from, to));
     const double right = where.toPlace(std::max(from, to));
@@ -121,7 +121,7 @@ QVariantMap PlotSeries::extremeIn(double from, double to) const
 void PlotSeries::draw(const SSeriesFrame &frame, SSeriesShape &shape) const
 {
     shape.clear();
-    const SeriesSnapshot values = m_values.snapshot();
+    const SeriesSnapshot values = scaledValues();
     const SeriesPlaces where = places(frame.x.log);
     const RowScale rows(frame.y, frame.rows);
     if (!frame.x.isValid() || rows.isEmpty() || where.begin() == where.end())

@@ -30,7 +30,7 @@ SeriesProbe::SeriesProbe(const PlotSeries &series)
       m_startTime(none)
 {
     if (const SeriesStore *store = series.valueStore()) {
-        m_values = store->frameSnapshot();
+        m_values = series.scaledValues();
         m_startTime = store->startTime();
     }
     if (const SeriesStore *places = series.placeStore()) {

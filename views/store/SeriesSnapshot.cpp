@@ -5,7 +5,19 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
+
+namespace {
+
+/// NaN stays.
+double product(double value, double factor)
+{
+    using Limits = std::numeric_limits<double>;
+    return std::clamp(value * factor, Limits::lowest(), Limits::max());
+}
+
+} // namespace
 
 SeriesSnapshot::SeriesSnapshot(std::shared_ptr<const SeriesData> data, std::shared_ptr<const void> pin, qint64 begin,
                                qint64 end)
@@ -25,12 +37,19 @@ bool SeriesSnapshot::cut(qint64 &from, qint64 &to) const
 
 SampleType SeriesSnapshot::type() const
 {
-    return m_data ? m_data->type() : SampleType::Float64;
+    return m_data && m_factor == 1.0 ? m_data->type() : SampleType::Float64;
+}
+
+SeriesSnapshot SeriesSnapshot::scaled(double factor) const
+{
+    SeriesSnapshot other = *this;
+    other.m_factor *= factor;
+    return other;
 }
 
 bool SeriesSnapshot::operator==(const SeriesSnapshot &other) const
 {
-    return m_data == other.m_data && m_begin == other.m_begin && m_end == other.m_end;
+    return isOfSameSeries(other) && m_begin == other.m_begin && m_end == other.m_end;
 }
 
 bool SeriesSnapshot::isExact() const
@@ -55,12 +74,20 @@ void SeriesSnapshot::copyValues(qint64 from, qint64 to, double *target) const
     }
     std::fill(target, target + (first - from), std::nan(""));
     m_data->copyValues(first, end, target + (first - from));
+    if (m_factor != 1.0)
+        std::transform(target + (first - from), target + (end - from), target + (first - from),
+                       [this](double value) { return product(value, m_factor); });
     std::fill(target + (end - from), target + (to - from), std::nan(""));
 }
 
 SExtremes SeriesSnapshot::extremesIn(qint64 from, qint64 to) const
 {
-    return cut(from, to) ? m_data->extremesIn(from, to) : SExtremes();
+    SExtremes extremes = cut(from, to) ? m_data->extremesIn(from, to) : SExtremes();
+    if (m_factor != 1.0 && !extremes.isEmpty()) {
+        extremes.lowest = product(extremes.lowest, m_factor);
+        extremes.highest = product(extremes.highest, m_factor);
+    }
+    return extremes;
 }
 
 SExtremePlaces SeriesSnapshot::extremePlacesIn(qint64 from, qint64 to) const
@@ -70,18 +97,24 @@ SExtremePlaces SeriesSnapshot::extremePlacesIn(qint64 from, qint64 to) const
 
 double SeriesSnapshot::smallestPositiveIn(qint64 from, qint64 to) const
 {
-    return cut(from, to) ? m_data->smallestPositiveIn(from, to) : std::nan("");
+    const double smallest = cut(from, to) ? m_data->smallestPositiveIn(from, to) : std::nan("");
+    return m_factor == 1.0 ? smallest
+                           : std::max(product(smallest, m_factor), std::numeric_limits<double>::denorm_min());
 }
 
 SStatistics SeriesSnapshot::statisticsIn(qint64 from, qint64 to) const
 {
-    return cut(from, to) ? m_data->statisticsIn(from, to) : SStatistics();
+    SStatistics statistics = cut(from, to) ? m_data->statisticsIn(from, to) : SStatistics();
+    statistics.sum *= m_factor;
+    statistics.mean *= m_factor;
+    statistics.m2 *= m_factor * m_factor;
+    return statistics;
 }
 
 qint64 SeriesSnapshot::lowerBound(double x, qint64 from) const
 {
     qint64 end = m_end;
-    return cut(from, end) && !std::isnan(x) ? m_data->lowerBound(x, from, end) : m_end;
+    return cut(from, end) && !std::isnan(x) ? m_data->lowerBound(x / m_factor, from, end) : m_end;
 }
 
 qint64 SeriesSnapshot::nextGap(qint64 from, qint64 to) const

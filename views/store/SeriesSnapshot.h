@@ -26,12 +26,19 @@ public:
     qint64 end() const { return m_end; }
     qint64 count() const { return m_end - m_begin; }
     bool isEmpty() const { return m_end == m_begin; }
+    /// The type in which each value is held exactly.
     SampleType type() const;
+    /// The same series with all values multiplied by a finite factor above 0; what is too large for a double then is
+    /// the largest one. Nothing is copied.
+    SeriesSnapshot scaled(double factor) const;
     /// Whether both show the same values of the same series.
     bool operator==(const SeriesSnapshot &other) const;
     bool operator!=(const SeriesSnapshot &other) const { return !(*this == other); }
     /// Whether both are of the same series, at whatever moments. A series that was cleared is another one.
-    bool isOfSameSeries(const SeriesSnapshot &other) const { return m_data == other.m_data; }
+    bool isOfSameSeries(const SeriesSnapshot &other) const
+    {
+        return m_data == other.m_data && m_factor == other.m_factor;
+    }
     /// False as long as the cells of a series over external memory are being built: answers about long ranges then come
     /// from a few samples of them, and say so.
     bool isExact() const;
@@ -67,4 +74,5 @@ private:
     std::shared_ptr<const void> m_pin;        ///< keeps the values from `m_begin` on
     qint64 m_begin = 0;
     qint64 m_end = 0;
+    double m_factor = 1.0;
 };

@@ -23,6 +23,8 @@ private slots:
     void tellsNoValueWithoutValues();
     void tellsExtremes();
     void tellsExtremesAtPlacesOfTheirOwn();
+    void multipliesItsValues();
+    void refusesFactorsThatAreNotAbove0();
     void takesPlacesAsAList();
     void countsWhatIsMisplaced();
     void takesWhatScriptsHave_data();
@@ -101,6 +103,43 @@ void tst_PlotSeries::tellsExtremesAtPlacesOfTheirOwn()
     QCOMPARE(found.value(QStringLiteral("maximumAt")).toDouble(), 108.0);
     QCOMPARE(line.valueAt(101.1), 3.0);
     QCOMPARE(line.valueAt(104.0), -7.0);
+}
+
+/// Whoever asks gets the products; the store stays as it is.
+void tst_PlotSeries::multipliesItsValues()
+{
+    PlotView view;
+    StoredSeries<BarSeries> bars(view, {3.0, 8.0, qQNaN(), 2.0});
+    QTRY_COMPARE(view.axisY()->range().max, 8.4);
+    const QSignalSpy spy(&bars.series, &PlotSeries::yFactorChanged);
+    bars.series.setYFactor(2.5);
+    QCOMPARE(spy.count(), 1);
+    QCOMPARE(bars.series.minimum(), 5.0);
+    QCOMPARE(bars.series.maximum(), 20.0);
+    QCOMPARE(bars.series.valueAt(1.0), 20.0);
+    QVERIFY(std::isnan(bars.series.valueAt(2.0)));
+    const QVariantMap extreme = bars.series.extremeIn(1.0, 3.5);
+    QCOMPARE(extreme.value(QStringLiteral("minimum")).toDouble(), 5.0);
+    QCOMPARE(extreme.value(QStringLiteral("minimumAt")).toDouble(), 3.0);
+    QCOMPARE(extreme.value(QStringLiteral("maximum")).toDouble(), 20.0);
+    QTRY_COMPARE(view.axisY()->range().max, 21.0);
+    QCOMPARE(bars.store.maximum(), 8.0);
+    view.zoomTo(0.0, 2.0);
+    view.setRegionVisible(true);
+    QVERIFY(view.numbers().contains(QStringLiteral("maximum\t20\n")));
+    bars.series.setYFactor(0.1);
+    QTRY_VERIFY(view.numbers().contains(QStringLiteral("maximum\t0.8\n")));
+}
+
+void tst_PlotSeries::refusesFactorsThatAreNotAbove0()
+{
+    LineSeries line;
+    line.setYFactor(3.0);
+    for (const double factor : {0.0, -2.0, qQNaN(), qInf()}) {
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("yFactor: .* isn't (above 0|a finite)")));
+        line.setYFactor(factor);
+        QCOMPARE(line.yFactor(), 3.0);
+    }
 }
 
 void tst_PlotSeries::takesPlacesAsAList()

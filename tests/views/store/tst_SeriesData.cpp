@@ -110,6 +110,7 @@ private slots:
     void valuesAreWrittenInPlace();
     void theLowerBoundIsThatOfAScan();
     void snapshotsStayAsTheyWere();
+    void aScaledSnapshotAnswersAsTheProductsDo();
 };
 
 void tst_SeriesData::anEmptySnapshotAnswersEverything()
@@ -465,6 +466,32 @@ void tst_SeriesData::snapshotsStayAsTheyWere()
     QVERIFY(snapshots[1] == snapshots[1]);
     QVERIFY(snapshots[1] != snapshots[2]);
     QVERIFY(snapshots[1].isOfSameSeries(snapshots[2]));
+}
+
+void tst_SeriesData::aScaledSnapshotAnswersAsTheProductsDo()
+{
+    constexpr double factor = 4.0; // exact
+    const PlainSeries series = someNumbers(chunkSize + 5000, 0.01, 14);
+    PlainSeries products;
+    for (qint64 i = 0; i < series.size(); ++i)
+        products.append(factor * series.at(i));
+    const SeriesSnapshot plain = stored(series)->snapshot();
+    const SeriesSnapshot scaled = plain.scaled(factor);
+    std::mt19937 random(15);
+    for (int round = 0; round < 100; ++round) {
+        const auto [from, to] = anyRange(random, series.size());
+        COMPARE_RANGE(scaled, products, from, to);
+    }
+    QVERIFY(scaled != plain && !scaled.isOfSameSeries(plain));
+    QVERIFY(scaled.scaled(1.0 / factor) == plain);
+    const SeriesSnapshot few = stored({3.0, notANumber, -1e308}, SampleType::Float64)->snapshot().scaled(10.0);
+    QCOMPARE(few.valueAt(0), 30.0);
+    QVERIFY(std::isnan(few.valueAt(1)));
+    QCOMPARE(few.valueAt(2), -largest); // and no gap
+    QCOMPARE(few.extremes().lowest, -largest);
+    QCOMPARE(few.smallestPositiveIn(0, 3), 30.0);
+    QVERIFY(SeriesSnapshot().scaled(2.0).extremes().isEmpty());
+    QCOMPARE(stored({1.0}, SampleType::Int16)->snapshot().scaled(0.5).type(), SampleType::Float64);
 }
 
 QTEST_GUILESS_MAIN(tst_SeriesData)
