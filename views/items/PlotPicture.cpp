@@ -71,7 +71,7 @@ private:
         const SFrameLook look = frameLook(m_view, m_ground);
         QColor faint = m_theme.gridColor();
         faint.setAlphaF(faint.alphaF() * 0.5);
-        fill({QRectF(QPointF(), m_view.size())}, m_theme.backgroundColor());
+        fill({QRectF(QPointF(), m_view.layoutSize())}, m_theme.backgroundColor());
         fill({m_ground.plotArea}, m_theme.plotAreaBackgroundColor());
         fill(look.minorGrid, faint);
         fill(look.grid, m_theme.gridColor());
@@ -144,30 +144,44 @@ void paintOverview(QPainter &painter, const OverviewStrip &strip, double scale)
     painter.restore();
 }
 
+void paintView(QPainter &painter, PlotView &view, const QPointF &corner, double scale)
+{
+    view.frame()->layOutNow();
+    painter.save();
+    painter.translate(std::round(corner.x() * scale) / scale, std::round(corner.y() * scale) / scale);
+    const ViewPainter all(painter, view, scale);
+    all.paintAll();
+    all.paintMarks();
+    paintBoxes(painter, view);
+    if (const OverviewStrip *strip = view.overview())
+        paintOverview(painter, *strip, scale);
+    painter.restore();
+}
+
 /// An empty picture; null with the reason in `error`.
-QImage groundFor(const PlotView &view, double scale, QString &error)
+QImage groundFor(const QSizeF &size, const QColor &color, double scale, QString &error)
 {
     if (!(scale > 0.0) || !std::isfinite(scale)) {
         error = QStringLiteral("the scale of a picture is a number above 0, not %1").arg(scale);
         return {};
     }
-    const double width = std::round(view.width() * scale);
-    const double height = std::round(view.height() * scale);
-    const QString size = QStringLiteral("%1 x %2").arg(width, 0, 'f', 0).arg(height, 0, 'f', 0);
+    const double width = std::round(size.width() * scale);
+    const double height = std::round(size.height() * scale);
+    const QString pixels = QStringLiteral("%1 x %2").arg(width, 0, 'f', 0).arg(height, 0, 'f', 0);
     if (!(width >= 1.0 && height >= 1.0)) {
-        error = QStringLiteral("the picture would have no pixels: %1").arg(size);
+        error = QStringLiteral("the picture would have no pixels: %1").arg(pixels);
         return {};
     }
     if (width > mostPixels || height > mostPixels) {
-        error = QStringLiteral("a picture has at most 32767 pixels to a side, not %1").arg(size);
+        error = QStringLiteral("a picture has at most 32767 pixels to a side, not %1").arg(pixels);
         return {};
     }
-    const bool isOpaque = view.theme()->backgroundColor().alpha() == 255;
+    const bool isOpaque = color.alpha() == 255;
     QImage picture(int(width), int(height), isOpaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
     if (picture.isNull())
-        error = QStringLiteral("there's no memory for a picture of %1 pixels").arg(size);
+        error = QStringLiteral("there's no memory for a picture of %1 pixels").arg(pixels);
     else
-        picture.fill(Qt::transparent);
+        picture.fill(isOpaque ? color : Qt::transparent); // a view paints its own ground
     return picture;
 }
 
@@ -175,18 +189,22 @@ QImage groundFor(const PlotView &view, double scale, QString &error)
 
 QImage pictureOf(PlotView &view, double scale, QString &error)
 {
-    QImage picture = groundFor(view, scale, error);
+    return pictureOf(view, view.layoutSize(), {&view}, scale, error);
+}
+
+QImage pictureOf(const QQuickItem &whole, const QSizeF &size, const QVector<PlotView *> &views, double scale,
+                 QString &error)
+{
+    const QColor color = views.isEmpty() ? QColor(Qt::white) : views.first()->theme()->backgroundColor();
+    QImage picture = groundFor(size, color, scale, error);
     if (picture.isNull())
         return picture;
-    view.frame()->layOutNow();
+    for (const PlotView *view : views)
+        view->frame()->layOutNow(); // of linked views, one's place depends on all
     QPainter painter(&picture);
     painter.scale(scale, scale);
-    const ViewPainter all(painter, view, scale);
-    all.paintAll();
-    all.paintMarks();
-    paintBoxes(painter, view);
-    if (const OverviewStrip *strip = view.overview())
-        paintOverview(painter, *strip, scale);
+    for (PlotView *view : views)
+        paintView(painter, *view, view->mapToItem(&whole, QPointF()), scale);
     painter.end();
     constexpr double pixelsPerMetre =
         96.0 / 0.0254; // of the usual screen: a larger scale is printed as large, but sharper

@@ -2,10 +2,10 @@
 #include "views/items/PlotView.h"
 
 #include "common/Change.h"
-#include "views/items/FileJobs.h"
 #include "views/items/LeftOut.h"
 #include "views/items/OverviewStrip.h"
 #include "views/items/PlotEars.h"
+#include "views/items/PlotFiles.h"
 #include "views/items/PlotFrame.h"
 #include "views/items/PlotHands.h"
 #include "views/items/PlotMarks.h"
@@ -45,8 +45,8 @@ PlotView::PlotView(QQuickItem *parent)
     m_ears = std::make_unique<PlotEars>(*this);
     connect(m_hands, &PlotHands::pointed, m_readout.get(), &PlotReadout::point);
     connect(m_hands, &PlotHands::left, m_readout.get(), &PlotReadout::leave);
-    m_files = std::make_unique<FileJobs>();
-    connect(m_files.get(), &FileJobs::finished, this, &PlotView::tellSaved);
+    m_files = std::make_unique<PlotFiles>();
+    connect(m_files.get(), &PlotFiles::saved, this, &PlotView::tellSaved);
     setActiveFocusOnTab(true);
     m_frame->stackBefore(m_seriesLayer);
     m_seriesLayer->setClip(true);
@@ -217,10 +217,11 @@ void PlotView::layOut()
 {
     const double ratio = pixelRatio();
     const auto whole = [ratio](double place) { return std::round(place * ratio) / ratio; };
+    const QSizeF size = layoutSize();
     const double left = whole(m_margins.left());
     const double top = whole(m_margins.top());
-    const double right = std::max(left, whole(width() - m_margins.right()));
-    const double bottom = std::max(top, whole(height() - m_margins.bottom()));
+    const double right = std::max(left, whole(size.width() - m_margins.right()));
+    const double bottom = std::max(top, whole(size.height() - m_margins.bottom()));
     if (!change(m_plotArea, QRectF(left, top, right - left, bottom - top)))
         return;
     m_seriesLayer->setPosition(m_plotArea.topLeft());

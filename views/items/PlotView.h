@@ -10,10 +10,10 @@
 
 #include <memory>
 
-class FileJobs;
 class LeftOut;
 class OverviewStrip;
 class PlotEars;
+class PlotFiles;
 class PlotFrame;
 class PlotHands;
 class PlotMarks;
@@ -137,8 +137,9 @@ public:
     /// Writes what is shown as a PNG with `scale` pixels for an item pixel, whatever the ratio of the window: the
     /// larger, the sharper. If the file's name ends with .pdf, it's a page with that picture, at 96 item pixels to an
     /// inch. With the background, legend, cursors, regions and overview; without the read-out, the focus and items that
-    /// are declared in the view. At most 32767 pixels to a side.
-    Q_INVOKABLE void saveImage(const QString &file, double scale = 1.0);
+    /// are declared in the view. At most 32767 pixels to a side. It's laid out for `size`, in item pixels; for the
+    /// view's own one if that's empty or not finite.
+    Q_INVOKABLE void saveImage(const QString &file, double scale = 1.0, const QSizeF &size = QSizeF());
     /// Writes the values of the visible series that stand in the shown part of x as CSV, "-" to standard output: a
     /// head, then x and the values, in the digits that give exactly the same value of the store's type back. Gaps are
     /// empty cells. Series with the same places share a column of x, others have one of their own. It's written in the
@@ -172,6 +173,8 @@ public:
     /// How values stand in the plot area, in item pixels of the view.
     AxisMapping mappingX() const { return m_axisX->mapping(m_plotArea.left(), m_plotArea.right()); }
     AxisMapping mappingY() const { return m_axisY->mapping(m_plotArea.bottom(), m_plotArea.top()); }
+    /// In item pixels: its own one, or that of a picture while it's painted.
+    QSizeF layoutSize() const;
     /// The room around the plot area for labels, titles, the overview strip.
     void setPlotMargins(const QMarginsF &margins);
     QMarginsF plotMargins() const { return m_margins; }
@@ -228,7 +231,7 @@ private:
     void layOut();
     void makeOverlay();
     void layOutOverview();
-    static QString pathFor(const QString &file, QString &error);
+    void layOutFor(const QSizeF &size);
     void tellSaved(const QString &file, const QString &error);
 
     QString m_title;
@@ -254,9 +257,10 @@ private:
     QQuickItem *m_overlay = nullptr;
     QRectF m_plotArea;
     QMarginsF m_margins;
+    QSizeF m_layoutSize; ///< of the picture that is being painted; else empty
     std::unique_ptr<PlotZoom> m_zoom;
     std::unique_ptr<PlotReadout> m_readout;
     std::unique_ptr<LeftOut> m_leftOut;
     std::unique_ptr<PlotEars> m_ears;
-    std::unique_ptr<FileJobs> m_files;
+    std::unique_ptr<PlotFiles> m_files;
 };

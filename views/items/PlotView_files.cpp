@@ -1,86 +1,37 @@
 // SPDX-License-Identifier: MIT
+#include "views/items/PlotFiles.h"
+#include "views/items/PlotPicture.h"
 #include "views/items/PlotView.h"
 
-#include "common/LocalPath.h"
-#include "views/items/FileJobs.h"
-#include "views/items/OutputFile.h"
-#include "views/items/PlotPicture.h"
-#include "views/items/ValueTable.h"
-
-#include <QBuffer>
-#include <QImageWriter>
 #include <QMetaMethod>
-#include <QPainter>
-#include <QPdfWriter>
 
 #include <qqmlinfo.h>
 
-#include <utility>
-
-namespace {
-
-/// A page of the picture's size.
-bool writePage(const QImage &picture, double scale, QIODevice &device)
+void PlotView::saveImage(const QString &file, double scale, const QSizeF &size)
 {
-    constexpr double pointsPerPixel = 72.0 / 96.0;
-    QPdfWriter writer(&device);
-    writer.setPageSize(
-        QPageSize(QSizeF(picture.size()) / scale * pointsPerPixel, QPageSize::Point, QString(), QPageSize::ExactMatch));
-    writer.setPageMargins(QMarginsF());
-    QPainter painter(&writer);
-    painter.drawImage(QRectF(0.0, 0.0, writer.width(), writer.height()), picture);
-    return painter.end();
-}
-
-QString writePicture(const QImage &picture, double scale, const QString &path, const std::atomic<bool> &isGivenUp)
-{
-    QBuffer encoded;
-    encoded.open(QIODevice::WriteOnly);
-    const bool isPage = path.endsWith(QLatin1String(".pdf"), Qt::CaseInsensitive);
-    QImageWriter writer(&encoded, "png");
-    if (isPage ? !writePage(picture, scale, encoded) : !writer.write(picture))
-        return QStringLiteral("%1: %2").arg(path, writer.errorString());
-    OutputFile file(path, isGivenUp);
-    const bool isWritten = file.open() && file.write(encoded.data().constData(), encoded.size()) && file.close();
-    return isWritten ? QString() : file.error();
-}
-
-QString writeTable(ValueTable &table, const QString &path, const std::atomic<bool> &isGivenUp)
-{
-    OutputFile file(path, isGivenUp);
-    if (!file.open())
-        return file.error();
-    for (QByteArray text = table.head(); !text.isEmpty(); text = table.nextRows()) {
-        if (isGivenUp)
-            return QStringLiteral("%1: given up before it was written").arg(path);
-        if (!file.write(text.constData(), text.size()))
-            return file.error();
-    }
-    return file.close() ? QString() : file.error();
-}
-
-} // namespace
-
-void PlotView::saveImage(const QString &file, double scale)
-{
-    QString error;
-    const QString path = pathFor(file, error);
-    const QImage picture = error.isEmpty() ? pictureOf(*this, scale, error) : QImage();
-    m_files->start(file, [picture, scale, path, error](const std::atomic<bool> &isGivenUp) {
-        return error.isEmpty() ? writePicture(picture, scale, path, isGivenUp) : error;
+    m_files->saveImage(file, scale, [this, scale, &size](QString &error) {
+        layOutFor(size);
+        const QImage picture = pictureOf(*this, scale, error);
+        layOutFor({});
+        return picture;
     });
+}
+
+void PlotView::layOutFor(const QSizeF &size)
+{
+    m_layoutSize = size;
+    layOut();
+    layOutOverview();
+}
+
+QSizeF PlotView::layoutSize() const
+{
+    return isLayoutSize(m_layoutSize) ? m_layoutSize : this->size();
 }
 
 void PlotView::saveValues(const QString &file)
 {
-    QString error;
-    const QString path = pathFor(file, error);
-    ValueTable table(*this);
-    if (error.isEmpty() && table.isEmpty())
-        error = QStringLiteral("there are no values in view");
-    m_files->start(file, [table = std::move(table), path, error](const std::atomic<bool> &isGivenUp) mutable {
-        return error.isEmpty() ? writeTable(table, path, isGivenUp) : error;
-    });
+    m_files->saveValues(file, {this});
 }
 
 void PlotView::tellSaved(const QString &file, const QString &error)
@@ -88,13 +39,4 @@ void PlotView::tellSaved(const QString &file, const QString &error)
     if (!error.isEmpty() && !isSignalConnected(QMetaMethod::fromSignal(&PlotView::saved)))
         qmlWarning(this) << error; // or it would go unheard
     emit saved(file, error);
-}
-
-QString PlotView::pathFor(const QString &file, QString &error)
-{
-    const QString path = localPath(file);
-    if (path.isEmpty())
-        error = file.isEmpty() ? QStringLiteral("a file to write to was expected")
-                               : QStringLiteral("“%1” is not a file here").arg(file);
-    return path;
 }

@@ -91,6 +91,6 @@ void PlotView::layOutOverview()
 {
     if (!m_overview)
         return;
-    m_overview->setPosition({m_plotArea.left(), height() - overviewHeight - overviewGap});
+    m_overview->setPosition({m_plotArea.left(), layoutSize().height() - overviewHeight - overviewGap});
     m_overview->setSize({m_plotArea.width(), overviewHeight});
 }

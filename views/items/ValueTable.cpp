@@ -36,11 +36,13 @@ QString nameOr(const QString &name, const QString &other)
 
 } // namespace
 
-ValueTable::ValueTable(const PlotView &view)
+ValueTable::ValueTable(const QVector<PlotView *> &views)
 {
-    for (const PlotSeries *series : view.series()) {
-        if (series->isVisible())
-            add(view, SeriesProbe(*series), series->name());
+    for (const PlotView *view : views) {
+        for (const PlotSeries *series : view->series()) {
+            if (series->isVisible())
+                add(*view, SeriesProbe(*series), series->name());
+        }
     }
     for (const SGroup &group : m_groups)
         m_rowCount = std::max(m_rowCount, group.end - group.first);

@@ -5,12 +5,13 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QVector>
 
 #include <vector>
 
 class PlotView;
 
-/// What the visible series of a view have in its part of x, as a table in CSV. Series that share their places share a
+/// What the visible series of views have in their part of x, as a table in CSV. Series that share their places share a
 /// column of x; each other one has a column of x of its own before its values. A head names the columns.
 ///
 /// It's taken in the GUI thread, holds the values of that moment without copying them, and is then written by any one
@@ -18,7 +19,7 @@ class PlotView;
 class ValueTable
 {
 public:
-    explicit ValueTable(const PlotView &view);
+    explicit ValueTable(const QVector<PlotView *> &views);
 
     /// Whether no value stands in view.
     bool isEmpty() const { return m_rowCount == 0; }
