@@ -22,6 +22,9 @@ vorlix_add_snippet(a-file "file.hasNumbers && !file.busy && plot.seriesList.leng
 vorlix_add_snippet(append "samples.count === 7 && samples.maximum === 7 && refused.indexOf('Int16') > 0")
 vorlix_add_snippet(bars-beside "today.valueAt(1.3) === 2 && isNaN(today.valueAt(1.5)) && yesterday.valueAt(1.5) === 1")
 vorlix_add_snippet(bars-legend "plot.seriesList.length === 2 && plot.axisY.max === 14 && plot.axisX.max === 6")
+vorlix_add_snippet(beneath "voltage.linkedTo === current && voltage.plotArea.x === current.plotArea.x \
+&& Math.abs(voltage.plotArea.height - current.plotArea.height) <= 1"
+  MOUSE "wheel 350 80 240" THEN "voltage.axisX.max - voltage.axisX.min < 4 && voltage.axisX.min === current.axisX.min")
 vorlix_add_snippet(colors "smooth.data.length === 214 && average.data.length === 214")
 vorlix_add_snippet(components "legend.height > 0 && title === '12.35K'")
 vorlix_add_snippet(dark-plot "plot.refLegend.nameColor == '#d7dde4' && plot.yAxis.axisTextColor == '#b4bcc6' \

@@ -3,6 +3,7 @@
 
 #include "views/items/AxisLook.h"
 #include "views/items/PlotAxis.h"
+#include "views/items/PlotFrame.h"
 #include "views/items/PlotTheme.h"
 #include "views/items/PlotView.h"
 
@@ -76,6 +77,7 @@ double FrameBuilder::distanceOfX(const PlotAxis &axis, const AxisMapping &mappin
 void FrameBuilder::addX()
 {
     const PlotAxis &axis = *m_view.axisX();
+    const bool hasLabels = m_view.frame()->hasLabelsOfX();
     const SLabelSpace space{digit(), digit() * 2.0};
     const AxisMapping mapping = axis.mapping(m_area.left(), m_area.right());
     const SAxisLook look = axisLook(axis, mapping, distanceOfX(axis, mapping, space), space);
@@ -84,7 +86,7 @@ void FrameBuilder::addX()
         if (axis.gridVisible())
             m_look.grid.append(upright(tick.pixels, m_area.top(), m_area.bottom()));
         const double half = m_metrics.horizontalAdvance(tick.text) * 0.5;
-        if (!axis.labelsVisible() || tick.pixels - half < free)
+        if (!hasLabels || tick.pixels - half < free)
             continue;
         free = tick.pixels + half + digit();
         m_look.axes.append(upright(tick.pixels, m_area.bottom(), m_area.bottom() + tickLength));
@@ -93,11 +95,11 @@ void FrameBuilder::addX()
     for (const double pixels : look.minor) {
         if (axis.gridVisible() && axis.isLog())
             m_look.minorGrid.append(upright(pixels, m_area.top(), m_area.bottom()));
-        if (axis.labelsVisible())
+        if (hasLabels)
             m_look.axes.append(upright(pixels, m_area.bottom(), m_area.bottom() + tickLength * 0.5));
     }
     const double titleTop = m_area.bottom() + tickLength + labelGap + row();
-    if (axis.labelsVisible() && !look.base.isEmpty())
+    if (hasLabels && !look.base.isEmpty())
         m_look.texts.append({look.base, {m_area.right(), titleTop + m_metrics.height() * 0.5}, SLabel::Right});
     m_look.axes.append(level(m_area.bottom(), m_area.left(), m_area.right()));
 }
@@ -131,9 +133,9 @@ void FrameBuilder::addY()
 
 void FrameBuilder::addTitles()
 {
-    const QString below = m_view.axisX()->heading();
+    const QString below = m_view.frame()->headingOfX();
     if (!below.isEmpty()) {
-        const double labels = m_view.axisX()->labelsVisible() ? tickLength + labelGap + row() : rowGap;
+        const double labels = m_view.frame()->hasLabelsOfX() ? tickLength + labelGap + row() : rowGap;
         m_look.texts.append({below, {m_area.center().x(), m_area.bottom() + labels}, SLabel::Top});
     }
     const QString beside = m_view.axisY()->heading();

@@ -83,6 +83,22 @@ void PlotFrame::setBare(bool isBare)
         polish();
 }
 
+void PlotFrame::setTellsX(bool tellsX)
+{
+    if (change(m_tellsX, tellsX))
+        polish();
+}
+
+bool PlotFrame::hasLabelsOfX() const
+{
+    return m_tellsX && m_view.axisX()->labelsVisible();
+}
+
+QString PlotFrame::headingOfX() const
+{
+    return m_tellsX ? m_view.axisX()->heading() : QString();
+}
+
 QStringList PlotFrame::texts() const
 {
     QStringList texts;
@@ -100,7 +116,7 @@ void PlotFrame::layOutNow()
 
 void PlotFrame::updatePolish()
 {
-    setSize(m_view.size());
+    setSize(m_view.layoutSize());
     const PlotTheme &theme = *m_view.theme();
     if (change(m_font, theme.font()))
         m_labelWidth = 0.0;
@@ -139,18 +155,17 @@ void PlotFrame::layOutRoom(const QFontMetricsF &metrics)
         return;
     }
     const double row = std::ceil(metrics.height()) + rowGap;
-    const PlotAxis &x = *m_view.axisX();
     const PlotAxis &y = *m_view.axisY();
     QMarginsF room(frameEdge, frameEdge, frameEdge, frameEdge + m_roomBelow);
     if (y.labelsVisible())
         room += QMarginsF(tickLength + labelGap, row * 0.5, 0.0, 0.0);
     room.setLeft(room.left() + widthOfLabels(metrics) + (y.heading().isEmpty() ? 0.0 : row + rowGap));
-    if (x.labelsVisible()) {
+    if (hasLabelsOfX()) {
         const double digit = metrics.horizontalAdvance(QLatin1Char('0'));
         room += QMarginsF(0.0, 0.0, digit * labelDigits * 0.3, tickLength + labelGap + row);
     }
     // A base has the title's row. It comes and goes with the zoom, so the row is there whenever labels are.
-    if (!x.heading().isEmpty() || x.labelsVisible())
+    if (!headingOfX().isEmpty() || hasLabelsOfX())
         room.setBottom(room.bottom() + row);
     if (!m_view.title().isEmpty())
         room.setTop(room.top() + row * 1.25);

@@ -23,6 +23,10 @@ public:
     /// Room that is kept free under the labels, for an overview.
     void setRoomBelow(double room);
     double roomBelow() const { return m_roomBelow; }
+    /// Without labels and title of x, where another view under this one has them.
+    void setTellsX(bool tellsX);
+    bool hasLabelsOfX() const;
+    QString headingOfX() const;
     /// Lays out now what would be laid out before the next frame.
     void layOutNow();
     /// The texts of the labels and titles that are shown, for tests and for who describes the view.
@@ -47,4 +51,5 @@ private:
     double m_ownRight = 0.0;
     double m_roomBelow = 0.0;
     bool m_isBare = false;
+    bool m_tellsX = true;
 };
