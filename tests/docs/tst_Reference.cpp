@@ -178,8 +178,10 @@ void TestReference::the_bases_of_the_plotters_have_pages()
 /// What the class itself adds to its base; and the page must lead to the base's.
 void TestReference::comparePage(const QMetaObject &meta, QObject &object)
 {
-    const QString name =
-        QString(meta.className()).section(QStringLiteral("_QMLTYPE"), 0, 0); // a type in QML has a number
+    const auto nameOf = [](const QMetaObject &type) { // a type in QML has a number
+        return QString(type.className()).section(QStringLiteral("_QMLTYPE"), 0, 0);
+    };
+    const QString name = nameOf(meta);
     const QString page = textOf(QStringLiteral("docs/reference/%1.md").arg(name));
     QString found =
         difference(rows(section(page, "## Properties")), withoutChance(MetaTable::properties(meta, object)));
@@ -190,7 +192,7 @@ void TestReference::comparePage(const QMetaObject &meta, QObject &object)
     QVERIFY2(found.isEmpty(), qPrintable(found));
 
     QVERIFY(page.startsWith(QStringLiteral("# %1\n").arg(name)));
-    const QString base = meta.superClass()->className();
+    const QString base = nameOf(*meta.superClass());
     const bool isOurs = !base.startsWith('Q');
     const QString inherits = isOurs ? QStringLiteral("Inherits [%1](%1.md).").arg(base) : QStringLiteral("Inherits");
     QVERIFY2(page.contains(inherits), qPrintable(inherits));
