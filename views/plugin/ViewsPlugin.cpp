@@ -8,6 +8,7 @@
 #include "views/items/OverviewStrip.h"
 #include "views/items/PlotCursor.h"
 #include "views/items/PlotRegion.h"
+#include "views/items/PlotStack.h"
 #include "views/items/PlotTheme.h"
 #include "views/items/PlotView.h"
 #include "views/items/ValueAxis.h"
@@ -61,6 +62,7 @@ void ViewsPlugin::registerTypes(const char *)
     registerType<OverviewStrip>("OverviewStrip");
     registerType<PlotCursor>("PlotCursor");
     registerType<PlotRegion>("PlotRegion");
+    registerType<PlotStack>("PlotStack");
     registerType<PlotTheme>("PlotTheme");
     registerType<PlotView>("PlotView");
     registerType<BarSeries>("BarSeries");
@@ -68,7 +70,7 @@ void ViewsPlugin::registerTypes(const char *)
     registerType<AreaSeries>("AreaSeries");
     registerType<ValueAxis>("ValueAxis");
     registerType<LogValueAxis>("LogValueAxis");
-    for (const char *name : {"FileSeries", "ReaderPanel"})
+    for (const char *name : {"FieldPanel", "FileDifference", "FileSeries", "ReaderPanel"})
         qmlRegisterType(QUrl(QStringLiteral("qrc:/VorlixPlugin/Views/%1.qml").arg(QLatin1String(name))), moduleUri, 1,
                         0, name);
 }

@@ -2,7 +2,7 @@
 import QtQuick 2.14
 import VorlixPlugin.Views 1.0
 
-// A file in a plot: what reads it, and the series that it's drawn as. Declared inside a PlotView, it's drawn there. The
+// A file in a plot: what reads it, and the series that it's drawn as. With a PlotView as its parent, it's drawn there. The
 // item itself shows nothing.
 Item {
     id: file
@@ -15,6 +15,8 @@ Item {
     /// 0: what the file says, else 1.
     property real step: 0
     property real xOffset: 0
+    /// Above 0; what the values are multiplied by.
+    property real yFactor: 1
     /// How many values are averaged.
     property int depth: 1
     property real seriesOpacity: 1
@@ -31,6 +33,18 @@ Item {
     /// Whether it's being read or averaged, and whether there is a number to show.
     readonly property bool busy: shown.isReading || average.busy
     readonly property bool hasNumbers: store !== null && store.count > store.gapCount
+    /// Whether values may still come when all that is there was read: it's followed, or standard input.
+    readonly property bool live: reader.follow || source === "-"
+    /// How many came in the last second; 0 unless it's live.
+    readonly property alias valuesPerSecond: rate.perSecond
+    /// What is to be said of it, for people: how far it was read, what was guessed, or its problem.
+    readonly property string told: {
+        if (problem !== "" || !busy || live || source === "")
+            return problem || (source === "" ? "" : name + ": " + reader.detected);
+
+        const share = reader.progress > 0 ? Math.floor(100 * reader.progress) + " %, " : "";
+        return qsTr("Reading %1: ").arg(name) + share + (reader.bytesPerSecond / 1e6).toFixed(1) + " MB/s";
+    }
     /// Why there is nothing to see of it, or not all, in words; empty if all is well.
     readonly property string problem: {
         if (reader.errorString !== "")
@@ -40,6 +54,7 @@ Item {
     }
 
     visible: false
+    onParentChanged: shown.move()
     Component.onCompleted: {
         shown.exchangeSeries();
         shownLookChanged.connect(shown.exchangeSeries);
@@ -49,6 +64,7 @@ Item {
         id: shown
 
         property PlotSeries series: null
+        property PlotView view: null ///< that draws it
         readonly property bool isTime: file.reader.xStore !== null && !isNaN(file.reader.xStore.startTime)
         readonly property bool isLine: isTime || file.store !== null && file.store.minimum < 0
         readonly property bool isReading: [SeriesReader.Null, SeriesReader.Loading].includes(file.reader.status)
@@ -61,27 +77,43 @@ Item {
         function exchangeSeries() {
             const before = series;
             const made = (({ "bars": bars, "line": line, "area": area })[file.shownLook] || bars).createObject(file);
-            for (const name of ["name", "store", "start", "xOffset"])
+            for (const name of ["store", "start", "xOffset", "yFactor"])
                 made[name] = Qt.binding(() => file[name]);
+            made.name = Qt.binding(() => file.name + (file.yFactor !== 1 ? " × " + file.yFactor : ""));
             made.xStore = Qt.binding(() => file.reader.xStore);
             made.step = Qt.binding(() => file.step || (file.reader.sampleRate > 0 ? 1 / file.reader.sampleRate : 1));
             made.opacity = Qt.binding(() => seriesOpacity);
             made.visible = before === null || before.visible;
             series = made;
-            placeSeries(before);
+            if (view !== null && before !== null)
+                placeSeries(before);
             if (before !== null)
                 before.destroy();
+            move();
         }
 
-        function placeSeries(before) {
-            const view = file.parent;
-            if (!(view instanceof PlotView))
+        /// To the view that is the parent now, on top of what is there.
+        function move() {
+            const next = file.parent instanceof PlotView ? file.parent : null;
+            if (series === null || next === view)
                 return ;
 
+            if (view !== null)
+                view.removeSeries(series);
+            view = next;
+            if (view !== null)
+                view.addSeries(series);
+        }
+
+        /// In the place of the one before.
+        function placeSeries(before) {
             const all = [];
             for (let i = 0; i < view.seriesList.length; ++i)
                 all.push(view.seriesList[i]);
-            const behind = before === null ? [] : all.splice(all.indexOf(before));
+            if (!all.includes(before))
+                return ;
+
+            const behind = all.splice(all.indexOf(before));
             behind.forEach(one => view.removeSeries(one));
             [series].concat(behind.slice(1)).forEach(one => view.addSeries(one));
         }
@@ -91,6 +123,25 @@ Item {
         id: fileReader
 
         source: file.source
+    }
+
+    Timer {
+        id: rate
+
+        property real perSecond: 0
+        property real before: 0
+
+        function count() {
+            const now = file.reader.store !== null ? file.reader.store.count : 0;
+            perSecond = running && before > 0 ? Math.max(now - before, 0) : 0;
+            before = now;
+        }
+
+        interval: 1000
+        repeat: true
+        running: file.live && (file.reader.store === null || !file.reader.store.complete)
+        onRunningChanged: count()
+        onTriggered: count()
     }
 
     MovingAverage {

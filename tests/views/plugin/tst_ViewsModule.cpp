@@ -3,6 +3,8 @@
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQmlListReference>
+#include <QQuickItem>
+#include <QTemporaryDir>
 #include <QTemporaryFile>
 #include <QtTest>
 
@@ -18,6 +20,9 @@ private slots:
     void takesSeriesAsTheyAreDeclared();
     void readsAFile();
     void drawsAFile();
+    void movesAFileToItsParent();
+    void subtractsFiles();
+    void fieldsSetProperties();
     void takesAFontInPixels();
     void throwsWhatAStoreDoesntTake();
     void standsBesideTheFirstModule();
@@ -38,9 +43,9 @@ std::unique_ptr<QObject> tst_ViewsModule::make(QQmlEngine &engine, const QByteAr
 void tst_ViewsModule::makesItsTypes_data()
 {
     QTest::addColumn<QByteArray>("name");
-    for (const char *name :
-         {"PlotView", "BarSeries", "LineSeries", "AreaSeries", "ValueAxis", "LogValueAxis", "PlotTheme", "SeriesStore",
-          "SeriesReader", "MovingAverage", "SeriesDifference", "FileSeries", "ReaderPanel"})
+    for (const char *name : {"PlotView", "BarSeries", "LineSeries", "AreaSeries", "ValueAxis", "LogValueAxis",
+                             "PlotTheme", "SeriesStore", "SeriesReader", "MovingAverage", "SeriesDifference",
+                             "FileSeries", "ReaderPanel", "FieldPanel", "FileDifference", "PlotStack"})
         QTest::newRow(name) << QByteArray(name);
 }
 
@@ -130,6 +135,122 @@ void tst_ViewsModule::drawsAFile()
     QCOMPARE(list.at(place)->metaObject()->className(), "LineSeries"); // as a value is negative
     shown->setProperty("look", QStringLiteral("pie"));
     QCOMPARE(list.at(place)->metaObject()->className(), "BarSeries");
+}
+
+void tst_ViewsModule::movesAFileToItsParent()
+{
+    QQmlEngine engine;
+    QString error;
+    const std::unique_ptr<QObject> both = make(engine,
+                                               "PlotStack { property alias upper: above\nproperty alias lower: below\n"
+                                               "property alias file: shown\n"
+                                               "PlotView { id: above; FileSeries { id: shown } }\n"
+                                               "PlotView { id: below; LineSeries {} } }",
+                                               &error);
+    QVERIFY2(both, qPrintable(error));
+    const QQmlListReference upper(both->property("upper").value<QObject *>(), "seriesList", &engine);
+    const QQmlListReference lower(both->property("lower").value<QObject *>(), "seriesList", &engine);
+    auto *const file = both->property("file").value<QQuickItem *>();
+    QCOMPARE(upper.count(), 1);
+    file->setParentItem(both->property("lower").value<QQuickItem *>());
+    QCOMPARE(upper.count(), 0);
+    QCOMPARE(lower.count(), 2);
+    QCOMPARE(lower.at(1), file->property("series").value<QObject *>()); // on top
+    file->setProperty("look", QStringLiteral("area"));
+    QCOMPARE(lower.count(), 2);
+    QCOMPARE(lower.at(1), file->property("series").value<QObject *>());
+    file->setParentItem(nullptr);
+    QCOMPARE(lower.count(), 1);
+}
+
+void tst_ViewsModule::subtractsFiles()
+{
+    QTemporaryDir folder;
+    const auto fileOf = [&folder](const char *name, const char *content) {
+        QFile file(folder.filePath(QLatin1String(name)));
+        const bool isWritten = file.open(QIODevice::WriteOnly) && file.write(content) > 0;
+        return isWritten ? file.fileName().toUtf8() : QByteArray();
+    };
+    QQmlEngine engine;
+    QString error;
+    const std::unique_ptr<QObject> view =
+        make(engine,
+             "PlotView { property alias difference: less\nproperty alias other: b\nproperty bool isOn: false\n"
+             "FileSeries { id: a; source: '" + fileOf("a.txt", "9\n5\n7\n") + "' }\n"
+             "FileSeries { id: b; source: '" + fileOf("b.txt", "1\n2\n8\n") + "' }\n"
+             "FileDifference { id: less; first: a; second: isOn ? b : null } }",
+             &error);
+    QVERIFY2(view, qPrintable(error));
+    auto *const difference = view->property("difference").value<QObject *>();
+    auto *const series = difference->property("series").value<QObject *>();
+    auto *const other = view->property("other").value<QObject *>();
+    const QQmlListReference list(view.get(), "seriesList", &engine);
+    QCOMPARE(difference->property("problem").toString(), QStringLiteral("a difference needs two files"));
+    QCOMPARE(list.count(), 2);
+    view->setProperty("isOn", true);
+    QTRY_VERIFY(!difference->property("busy").toBool());
+    QTRY_COMPARE(series->property("count").toDouble(), 3.0);
+    QCOMPARE(difference->property("problem").toString(), QString());
+    QCOMPARE(list.count(), 3);
+    QCOMPARE(series->property("name").toString(), QStringLiteral("a.txt − b.txt"));
+    QCOMPARE(series->property("minimum").toDouble(), -1.0);
+    difference->setProperty("factor", 0.5);
+    QTRY_COMPARE(series->property("minimum").toDouble(), 3.0);
+    other->setProperty("step", 2.0);
+    QCOMPARE(difference->property("problem").toString(),
+             QStringLiteral("no difference: the values of the two files stand at different places"));
+    QCOMPARE(list.count(), 2);
+    other->setProperty("step", 1.0);
+    QCOMPARE(list.count(), 3);
+    view->setProperty("isOn", false);
+    QCOMPARE(list.count(), 2);
+}
+
+void tst_ViewsModule::fieldsSetProperties()
+{
+    QQmlEngine engine;
+    QString error;
+    const std::unique_ptr<QObject> panel =
+        make(engine,
+             "FieldPanel { property real wide: 3\nproperty string word: 'a'\nproperty int kind: 1\nproperty var vague\n"
+             "property int told: 0\nonFieldChanged: (field, value) => ++told\n"
+             "fields: [{ words: 'Width', owner: this, property: 'wide', least: 1, otherwise: 2 },\n"
+             "{ words: 'Word', owner: this, property: 'word' },\n"
+             "{ words: 'Kind', owner: this, property: 'kind', choices: ['x', 'y', 'z'] },\n"
+             "{ words: 'Vague', owner: this, property: 'vague', isVague: true }]\n"
+             "function type(field, text) { change(fields[field], text) }\n"
+             "function shown(field) { return textOf(fields[field]) } }",
+             &error);
+    QVERIFY2(panel, qPrintable(error));
+    const auto type = [&](int field, const char *text) {
+        QMetaObject::invokeMethod(panel.get(), "type", Q_ARG(QVariant, field),
+                                  Q_ARG(QVariant, QString::fromLatin1(text)));
+    };
+    const auto shown = [&](int field) {
+        QVariant text;
+        QMetaObject::invokeMethod(panel.get(), "shown", Q_RETURN_ARG(QVariant, text), Q_ARG(QVariant, field));
+        return text.toString();
+    };
+    QCOMPARE(shown(0), QStringLiteral("3"));
+    type(0, "4.5");
+    QCOMPARE(panel->property("wide").toDouble(), 4.5);
+    for (const char *text : {"0.5", "wide", "1e999"}) // too low, and no numbers
+        type(0, text);
+    QCOMPARE(panel->property("wide").toDouble(), 4.5);
+    type(0, "");
+    QCOMPARE(panel->property("wide").toDouble(), 2.0);
+    QCOMPARE(shown(0), QString());
+    type(1, "b c");
+    QCOMPARE(panel->property("word").toString(), QStringLiteral("b c"));
+    type(2, "z");
+    type(2, "w");
+    QCOMPARE(panel->property("kind").toInt(), 2);
+    QCOMPARE(shown(2), QStringLiteral("z"));
+    type(3, "U");
+    QCOMPARE(shown(3), QStringLiteral("U"));
+    type(3, "");
+    QVERIFY(!panel->property("vague").isValid());
+    QCOMPARE(panel->property("told").toInt(), 6);
 }
 
 void tst_ViewsModule::takesAFontInPixels()
