@@ -6,9 +6,9 @@ import QtQuick 2.15
 Rectangle {
     id: list
 
-    property Commands commands
+    property QtObject scene
     property QtObject theme
-    readonly property var found: commands.all.filter(isFound)
+    readonly property var found: scene.commands.all.filter(isFound)
 
     signal closed()
 
@@ -20,12 +20,11 @@ Rectangle {
         const command = found[rows.currentIndex];
         closed();
         if (command)
-            commands.run(command);
+            scene.commands.run(command);
     }
 
     Accessible.name: "All commands"
     Accessible.role: Accessible.PopupMenu
-    Component.onCompleted: field.forceActiveFocus()
     border.color: theme.gridColor
     color: theme.panelColor
     radius: 6
@@ -49,6 +48,7 @@ Rectangle {
         anchors.right: parent.right
         anchors.top: parent.top
         color: list.theme.panelTextColor
+        focus: true
         font: list.theme.font
         objectName: "search"
         onTextChanged: rows.currentIndex = 0

@@ -9,6 +9,7 @@ Item {
 
     /// The window.
     property QtObject scene
+    /// The one that has the focus, or had it last.
     property QtObject plot
     property FileList files
     property bool active: true
@@ -19,14 +20,15 @@ Item {
         command("Open again what was closed", ["Ctrl+Z"], () => files.reopen()),
         command("Read all files again", ["R", "F5"], () => files.all.forEach(file => file.reader.reload())),
         command("How the file is read…", ["H"], () => scene.showFile()),
-        command("Picture…", ["Ctrl+S"], () => scene.showDialog("picture")),
+        command("Picture…", ["Ctrl+S"], () => scene.showPanel("PicturePanel.qml")),
         command("Values in view as CSV…", ["Ctrl+E"], () => scene.showDialog("table")),
         command("Lines", ["I"], () => toggleLook("line"), () => scene.look === "line"),
         command("Areas", ["A"], () => toggleLook("area"), () => scene.look === "area"),
         command("Logarithmic", ["L"], undefined, () => plot.axisY.logScale),
         command("Dark", ["D"], () => scene.colors = plot.theme.dark ? "light" : "dark", () => plot.theme.dark),
         command("Difference of the first two files", ["Ctrl+D"], () => scene.toggleDifference(), () => scene.difference),
-        command("Overview", ["O"], () => scene.overview = !scene.overview, () => plot.overviewVisible),
+        command("Files beneath each other", ["B"], () => scene.beneath = !scene.beneath, () => scene.beneath),
+        command("Overview", ["O"], () => scene.overview = !scene.overview, () => scene.overview),
         command("Full screen", ["F11"], () => toggleFullScreen()),
         command("Zoom in", ["+", "Ctrl+Right"]),
         command("Zoom out", ["-", "Ctrl+Left"]),
@@ -51,10 +53,10 @@ Item {
         command("Mark the next peak to the left", [","]),
         command("Mark the next peak to the right", ["."]),
         command("Remove the mark", ["X"]),
-        command("Copy the numbers of cursors, region and peak", ["Ctrl+C"], () => copyNumbers(false)),
-        command("Copy them as CSV", ["Ctrl+Shift+C"], () => copyNumbers(true)),
+        command("Copy the numbers of cursors, region and peak", ["Ctrl+C"], () => desktop.copy(plot.numbers())),
+        command("Copy them as CSV", ["Ctrl+Shift+C"], () => desktop.copy(plot.numbers(true))),
         command("Copy as command", ["Ctrl+Alt+C"], () => desktop.copy(commandLine())),
-        command("Menu", ["Ctrl+K", "?", "F1"], () => scene.showCommands()),
+        command("Menu", ["Ctrl+K", "?", "F1"], () => scene.showPanel("CommandList.qml")),
         command("Quit", ["Ctrl+Q"], () => scene.close())
     ]
 
@@ -72,7 +74,7 @@ Item {
         const format = ["", "text", "npy", "raw", "wav"][hints.format]; // in the order of the reader's enums
         const types = ["float64", "float32", "int32", "uint32", "int16", "uint16", "int8", "uint8"];
         const switches = [["--follow", hints.follow], ["--" + scene.look, scene.look], ["--log", plot.axisY.logScale],
-            ["--difference", scene.difference], ["--" + scene.colors, scene.colors]];
+            ["--beneath", scene.beneath], ["--difference", scene.difference], ["--" + scene.colors, scene.colors]];
         const values = [["--format", format], ["--sample-type", types[hints.sampleType]],
             ["--column", hints.column], ["--x-column", hints.xColumn], ["--separator", hints.separator],
             ["--decimal-point", hints.decimalPoint], ["--skip-lines", hints.skipLines], ["--start", scene.start],
@@ -85,12 +87,6 @@ Item {
 
     function toggleLook(wanted) {
         scene.look = scene.look === wanted ? "" : wanted;
-    }
-
-    function copyNumbers(asTable) {
-        const numbers = plot.numbers(asTable);
-        if (numbers !== "")
-            desktop.copy(numbers);
     }
 
     function toggleFullScreen() {

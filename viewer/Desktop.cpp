@@ -46,7 +46,8 @@ void Desktop::exit(const QStringList &problems, int code)
 
 void Desktop::copy(const QString &text)
 {
-    QGuiApplication::clipboard()->setText(text);
+    if (!text.isEmpty())
+        QGuiApplication::clipboard()->setText(text);
 }
 
 void Desktop::press(QObject *item, const QString &key)

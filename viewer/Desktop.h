@@ -25,6 +25,7 @@ public:
     Q_INVOKABLE static QStringList pathsOf(const QList<QUrl> &urls);
     /// Says what went wrong on standard error, a line each, and ends the program.
     Q_INVOKABLE static void exit(const QStringList &problems, int code);
+    /// To the clipboard, which stays as it is if there's nothing to copy.
     Q_INVOKABLE static void copy(const QString &text);
     /// As if somebody pressed and released a key such as "Ctrl+Right" in this item.
     Q_INVOKABLE static void press(QObject *item, const QString &key);

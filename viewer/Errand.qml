@@ -1,23 +1,23 @@
 // SPDX-License-Identifier: MIT
 import QtQuick 2.15
+import VorlixPlugin.Views 1.0
 
-// Writes what a plot shows and ends the program: once everything is read, and two frames later, when the names of the
-// files have their places.
+// Writes what the plots show, once everything is read, and ends the program.
 Item {
     id: errand
 
     property QtObject scene
-    property Item plot ///< tells finish() what it has saved
-    readonly property string what: scene.picture || scene.values
-    property int frames: 0 ///< since everything is read
+    property PlotStack plots ///< tells finish() what it has saved
 
     function write() {
-        if (!scene.hasNumbers)
-            finish(what + ": not written: there are no numbers to show");
+        if (scene.whyNoDifference !== "")
+            desktop.exit(scene.problems, 1); // which says why
+        else if (!scene.hasNumbers)
+            finish((scene.picture || scene.values) + ": not written: there are no numbers to show");
         else if (scene.picture !== "")
-            plot.saveImage(scene.picture, scene.sharpness);
+            scene.savePicture(scene.picture, scene.pixels);
         else
-            plot.saveValues(scene.values);
+            plots.saveValues(scene.values);
     }
 
     function finish(error) {
@@ -25,23 +25,8 @@ Item {
     }
 
     Timer {
-        interval: 5
-        repeat: true
-        running: !errand.scene.reading && errand.frames < 2
-        onTriggered: errand.scene.update() // again and again: a request that comes while a frame is drawn may be lost
+        interval: 0
+        running: !errand.scene.reading
+        onTriggered: errand.write()
     }
-
-    Connections {
-        function onFrameSwapped() {
-            if (!errand.scene.reading && ++errand.frames === 2)
-                errand.write();
-        }
-
-        function onReadingChanged() {
-            errand.frames = 0;
-        }
-
-        target: errand.scene
-    }
-
 }

@@ -10,20 +10,17 @@ ReaderPanel {
     property QtObject file
     property QtObject scene
 
-    signal closed()
-
-    Component.onCompleted: forceActiveFocus() // Esc closes it
     moreFields: [
         { "words": "First value at", "owner": scene, "property": "start", "guess": "0" },
         { "words": "Step of x", "owner": scene, "property": "step", "guess": "1", "least": 0 },
         { "words": "Unit of x", "owner": scene, "property": "unit" },
         { "words": "Average over", "owner": scene, "property": "smoothDepth", "guess": "1", "otherwise": 1, "least": 1 },
         { "words": "Shift along x", "owner": file, "property": "xOffset", "guess": "0" },
+        { "words": "Scale along y", "owner": file, "property": "yFactor", "guess": "1", "otherwise": 1, "least": 1e-300 },
         { "words": "Factor in difference", "owner": scene, "property": "factor", "guess": "1", "otherwise": 1 }
     ]
     reader: file.reader
     onChanged: (property, value) => file.hints = Object.assign({}, file.hints, { [property]: value })
-    Keys.onEscapePressed: (event) => closed()
 
     BarButton {
         text: "Remember for *" + panel.file.kind

@@ -42,6 +42,7 @@ constexpr SOption optionTable[] = {
     {"area", "", "Draw filled areas.", "look", OptionKind::OwnName},
     {"smooth", "DEPTH", "Show a running average over DEPTH values, 1 to 1000000.",
      "smoothDepth", OptionKind::Whole, "a whole number from 1 to 1000000", 1, 1e6},
+    {"beneath", "", "Draw each file in a plot of its own, one beneath the other, over the same part of x.", "beneath"},
     {"difference", "", "Show the difference of two files, too: the first less the second.", "difference"},
     {"log", "", "Use a logarithmic scale for the values.", "logarithmic"},
     {"dark", "", "Use dark colors.", "colors", OptionKind::OwnName},

@@ -18,6 +18,8 @@ Window {
     property int smoothDepth: 1
     /// Of the first two files: the first less `factor` times the second.
     property bool difference: false
+    /// Each file in a plot of its own.
+    property bool beneath: false
     property real factor: 1
     /// "bars", "line" or "area"; empty for what suits each file.
     property string look
@@ -32,15 +34,18 @@ Window {
     /// Where a picture or the values are to be written, instead of showing a window: then there is nothing but the plot.
     property string picture
     property string values
-    /// Pixels of a picture for one of what is laid out: a large one shows what the usual one does, but sharper.
-    readonly property real sharpness: Math.max(1, pixels.width / 1280) * Screen.devicePixelRatio
     readonly property bool bare: picture !== "" || values !== ""
-    readonly property alias plot: view
+    readonly property PlotView plot: view
+    readonly property alias others: others
+    /// The plot that has the focus, or had it last.
+    property PlotView current: view
     readonly property alias notice: footer
     readonly property alias files: list.all
+    readonly property alias commands: actions
     readonly property alias reading: list.reading
     readonly property alias hasNumbers: list.hasNumbers
     readonly property alias problems: list.problems
+    readonly property alias whyNoDifference: list.whyNoDifference
     /// What is going on, to be read from afar.
     readonly property var state: {
         if (!list.follows)
@@ -72,8 +77,14 @@ Window {
         footer.said = list.whyNoDifference;
     }
 
-    function showCommands() {
-        panel.setSource("CommandList.qml", { "commands": actions, "theme": view.theme });
+    function showPanel(source) {
+        panel.setSource(source, { "scene": window, "theme": view.theme });
+    }
+
+    /// Of all plots. A large one shows what one of the usual size does, but sharper.
+    function savePicture(path, pixels) {
+        const scale = Math.max(Screen.devicePixelRatio, pixels.width / 1280);
+        stack.saveImage(path, scale, Qt.size(pixels.width / scale, pixels.height / scale));
     }
 
     /// How a file is read; the one on top if none is said.
@@ -84,15 +95,16 @@ Window {
     }
 
     /// A dialog for files, made at the first use.
-    function showDialog(name) {
+    function showDialog(name, pixels) {
         if (!dialogs.item)
-            dialogs.setSource("ViewerDialogs.qml", { "scene": window, "plot": view });
-        dialogs.item.show(name);
+            dialogs.setSource("ViewerDialogs.qml", { "scene": window, "plots": stack });
+        dialogs.item.show(name, pixels);
+        focusPlot();
     }
 
     function focusPlot() {
         panel.source = "";
-        view.forceActiveFocus();
+        (current || view).forceActiveFocus();
     }
 
     height: pixels.height
@@ -114,13 +126,28 @@ Window {
             desktop.remember(name, now[name] === undefined ? window[name] : now[name]);
     }
 
+    component FilePlot: PlotView {
+        /// The first one in it.
+        property var file: ({})
+
+        axisX.unit: window.unit || file.xUnit || ""
+        axisY.titleText: file.column || ""
+        axisY.unit: file.unit || ""
+        followMode: list.follows ? PlotView.FollowEnd : PlotView.FollowNone
+        legendVisible: window.files.length > 1
+        overviewVisible: window.overview && others.count === 0
+        readoutVisible: !window.bare
+        onActiveFocusChanged: {
+            if (activeFocus)
+                window.current = this;
+        }
+    }
+
     Item {
         id: content
 
         Keys.onEscapePressed: (event) => window.cancel()
-        // Of a picture, too, which the window may not have.
-        height: window.bare ? window.pixels.height / window.sharpness : window.height
-        width: window.bare ? window.pixels.width / window.sharpness : window.width
+        anchors.fill: parent
 
         ViewerBar {
             id: bar
@@ -133,32 +160,44 @@ Window {
             width: parent.width
         }
 
-        PlotView {
-            id: view
+        PlotStack {
+            id: stack
 
             anchors.bottom: footer.top
             anchors.top: bar.bottom
-            axisX.unit: window.unit || list.first.xUnit || ""
-            axisY.titleText: list.first.column || ""
-            axisY.unit: list.first.unit || ""
-            focus: true
-            legendVisible: window.files.length > 1
-            overviewVisible: window.overview
-            followMode: list.follows ? PlotView.FollowEnd : PlotView.FollowNone
-            readoutVisible: !window.bare
             width: parent.width
             onSaved: (file, error) => errand.item ? errand.item.finish(error) : footer.said = error
 
-            theme: PlotTheme {
-                readonly property bool isLight: window.colors === "light" || window.bare
+            FilePlot {
+                id: view
 
-                colorScheme: window.colors === "dark" ? PlotTheme.Dark : isLight ? PlotTheme.Light : PlotTheme.Automatic
-                font: window.bare ? Qt.font({ "pixelSize": 13 }) : undefined // the same in every picture
+                file: list.first
+                focus: true
+                theme: PlotTheme {
+                    readonly property bool isLight: window.colors === "light" || window.bare
+
+                    colorScheme: window.colors === "dark" ? PlotTheme.Dark : isLight ? PlotTheme.Light : PlotTheme.Automatic
+                    font: window.bare ? Qt.font({ "pixelSize": 13 }) : undefined // the same in every picture
+                }
+            }
+
+            Repeater {
+                id: others
+
+                model: window.beneath ? Math.max(0, window.files.length - 1) : 0
+                onItemRemoved: view.forceActiveFocus()
+
+                FilePlot {
+                    axisY.logScale: view.axisY.logScale
+                    file: window.files[index + 1] || ({})
+                    overviewVisible: window.overview && index === others.count - 1
+                    theme: view.theme
+                }
             }
         }
 
         Column {
-            anchors.centerIn: view
+            anchors.centerIn: stack
             spacing: 8
             visible: window.files.length === 0 && !window.bare
 
@@ -188,7 +227,6 @@ Window {
             files: window.bare ? [] : window.files
             theme: view.theme
             width: parent.width
-            onDismissed: said = ""
             onFileClicked: (file) => window.showFile(file)
         }
 
@@ -207,8 +245,9 @@ Window {
             id: panel
 
             anchors.centerIn: parent
-            height: Math.min(parent.height - 40, 560)
+            height: Math.min(parent.height - 40, item && item.fields && !item.reader ? item.implicitHeight : 560)
             width: Math.min(parent.width - 40, 640)
+            onLoaded: forceActiveFocus() // Esc closes it
         }
     }
 
@@ -223,9 +262,7 @@ Window {
     FileList {
         id: list
 
-        plot: view
         scene: window
-        onAboutToClose: window.focusPlot()
     }
 
     Commands {
@@ -233,7 +270,7 @@ Window {
 
         active: !window.bare
         files: list
-        plot: view
+        plot: window.current || view
         scene: window
     }
 
@@ -243,7 +280,7 @@ Window {
         active: window.bare
 
         sourceComponent: Errand {
-            plot: view
+            plots: stack
             scene: window
         }
 

@@ -7,21 +7,25 @@ Item {
     id: dialogs
 
     property QtObject scene
-    property Item plot
+    property Item plots
     property string name: "open"
+    property size pixels ///< of a picture
     readonly property var uses: ({
         "open": { "title": "Open files of numbers", "ending": "", "take": (paths) => scene.open(paths),
             "filters": ["All files (*)", "Numbers (*.txt *.csv *.tsv *.dat *.asc *.spe *.npy *.wav *.raw *.bin)"] },
-        "picture": { "title": "Save a picture of the plot", "ending": "png", "take": (paths) => plot.saveImage(paths[0], 2),
+        "picture": { "title": "Save a picture of the plot", "ending": "png", "take": (paths) => scene.savePicture(paths[0], pixels),
             "filters": ["Pictures (*.png)", "Pages (*.pdf)"] },
-        "table": { "title": "Save the values in view", "ending": "csv", "take": (paths) => plot.saveValues(paths[0]),
+        "table": { "title": "Save the values in view", "ending": "csv", "take": (paths) => plots.saveValues(paths[0]),
             "filters": ["Tables (*.csv)"] }
     })
 
-    function show(what) {
+    function show(what, size) {
         name = what;
+        pixels = size || pixels;
         dialog.open();
     }
+
+    objectName: "dialogs"
 
     FileDialog {
         id: dialog

@@ -12,19 +12,6 @@ Column {
     property string said
 
     signal fileClicked(QtObject file)
-    signal dismissed()
-
-    function describe(file) {
-        const reader = file.reader;
-        if (file.problem !== "")
-            return file.problem;
-
-        if (!file.busy || reader.follow || file.source === "-")
-            return file.name + ": " + reader.detected;
-
-        const share = reader.progress > 0 ? Math.floor(100 * reader.progress) + " %, " : "";
-        return "Reading " + file.name + ": " + share + (reader.bytesPerSecond / 1e6).toFixed(1) + " MB/s, Esc cancels";
-    }
 
     component Line: BarButton {
         property bool isAlarm: false
@@ -44,7 +31,7 @@ Column {
         Line {
             isAlarm: modelData.problem !== ""
             objectName: "notice"
-            text: notice.describe(modelData)
+            text: modelData.told + (modelData.busy && !modelData.live && !isAlarm ? ", Esc cancels" : "")
             onClicked: notice.fileClicked(modelData)
         }
     }
@@ -53,6 +40,6 @@ Column {
         isAlarm: true
         objectName: "said"
         text: notice.said
-        onClicked: notice.dismissed()
+        onClicked: notice.said = ""
     }
 }

@@ -15,6 +15,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QVector>
+#include <QtEndian>
 
 #include <algorithm>
 #include <cmath>
@@ -114,6 +115,7 @@ private slots:
     void smoothingSpreadsAPeak();
     void aLogarithmicScaleShowsPowersOfTen();
     void theSecondFileLiesOverTheFirst();
+    void theSecondFileStandsBeneathTheFirst();
     void theBinWidthChangesTheLabelsAndNoBar();
     void aRangeIsAllThatIsSeen();
     void darkColorsAreDark();
@@ -136,6 +138,7 @@ private slots:
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
     QString fileOf(const QString &name, const QByteArray &content) const;
+    QString waveOf(const QString &name, int samplesPerSecond) const;
     QProcessEnvironment environment() const;
     SOutcome view(const QStringList &arguments, const QProcessEnvironment &environment,
                   const QByteArray &input = {}) const;
@@ -158,6 +161,15 @@ QString tst_vorlixview::fileOf(const QString &name, const QByteArray &content) c
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
         qFatal("no test file");
     return file.fileName();
+}
+
+/// Four samples of 8 bits.
+QString tst_vorlixview::waveOf(const QString &name, int samplesPerSecond) const
+{
+    QByteArray rate(4, '\0');
+    qToLittleEndian(qint32(samplesPerSecond), rate.data());
+    const QByteArray format = QByteArray("\x10\0\0\0\1\0\1\0", 8) + rate + rate + QByteArray("\1\0\x8\0", 4);
+    return fileOf(name, QByteArray("RIFF\x28\0\0\0WAVEfmt ", 16) + format + QByteArray("data\4\0\0\0abcd", 12));
 }
 
 QProcessEnvironment tst_vorlixview::environment() const
@@ -583,6 +595,25 @@ void tst_vorlixview::theSecondFileLiesOverTheFirst()
     QVERIFY(isNear(image.pixelColor(300, low), mixed(secondColor, lightGround)));
 }
 
+/// Each in a plot of its own, equally high, over the same places of x.
+void tst_vorlixview::theSecondFileStandsBeneathTheFirst()
+{
+    const QString first = fileOf(QStringLiteral("a.txt"), "0\n0\n7\n0\n");
+    const QString second = fileOf(QStringLiteral("b.txt"), "0\n0\n50000\n0\n0\n0\n0\n0\n");
+    const QImage image = picture({QStringLiteral("--beneath"), first, second}, {QSize(800, 601)});
+    QCOMPARE(image.size(), QSize(800, 601));
+    const QRect upper = barBox(image.copy(0, 0, 700, 300)); // without the legends
+    const QRect lower = barBox(image.copy(0, 300, 700, 301));
+    QVERIFY(upper.height() > 200 && std::abs(upper.height() - lower.height()) <= 2);
+    QCOMPARE(upper.left(), lower.left());
+    QCOMPARE(upper.width(), lower.width());
+    const SOutcome table = view({QStringLiteral("--csv"), QStringLiteral("-"), QStringLiteral("--beneath"),
+                                 QStringLiteral("--range"), QStringLiteral("2:3"), first, second},
+                                environment());
+    QCOMPARE(table.errors, QString());
+    QCOMPARE(table.output, QStringLiteral("x,a.txt,b.txt\n2,7,50000\n3,0,0\n"));
+}
+
 void tst_vorlixview::theBinWidthChangesTheLabelsAndNoBar()
 {
     const SScene scene{QSize(400, 300)};
@@ -690,13 +721,24 @@ void tst_vorlixview::theDifferenceIsWritten()
     QCOMPARE(both.output, QStringLiteral("x,a.txt,b.txt,a.txt − b.txt\n0,9,1,8\n1,5,2.5,2.5\n2,7,8,-1\n"));
     const SOutcome alone = view(wanted + QStringList{first}, environment());
     QCOMPARE(alone.errors, QStringLiteral("vorlixview: a difference needs two files\n"));
-    QCOMPARE(alone.output, QStringLiteral("x,a.txt\n0,9\n1,5\n2,7\n"));
+    QCOMPARE(alone.exitCode, 1);
+    QCOMPARE(alone.output, QString());
     const QString timed = fileOf(QStringLiteral("t.csv"),
                                  "2020-01-01T00:00:00;1\n2020-01-01T00:00:01;2\n"
                                  "2020-01-01T00:00:02;3\n");
     const SOutcome apart = view(wanted + QStringList{first, timed}, environment());
     QCOMPARE(apart.errors,
              QStringLiteral("vorlixview: no difference: the values of the two files stand at different places\n"));
+    QCOMPARE(apart.exitCode, 1);
+    const QString former = fileOf(QStringLiteral("former.png"), "the former one");
+    const SOutcome picture = view({QStringLiteral("--png"), former, QStringLiteral("--difference"),
+                                   waveOf(QStringLiteral("slow.wav"), 1000), waveOf(QStringLiteral("fast.wav"), 2000)},
+                                  environment());
+    QCOMPARE(picture.errors, apart.errors);
+    QCOMPARE(picture.exitCode, 1);
+    QFile kept(former);
+    QVERIFY(kept.open(QIODevice::ReadOnly));
+    QCOMPARE(kept.readAll(), QByteArray("the former one"));
 }
 
 /// A page of PDF as large as the picture: 96 pixels are an inch.

@@ -17,7 +17,7 @@ _vorlixview() {
         return ;;
     esac
     if [[ $current == -* ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "--column --x-column --format --sample-type --separator --decimal-point --skip-lines --follow --start --step --bin-width --unit --line --area --smooth --difference --log --dark --light --range --png --csv --size --no-settings -h --help -v --version" -- "$current")
+        mapfile -t COMPREPLY < <(compgen -W "--column --x-column --format --sample-type --separator --decimal-point --skip-lines --follow --start --step --bin-width --unit --line --area --smooth --beneath --difference --log --dark --light --range --png --csv --size --no-settings -h --help -v --version" -- "$current")
     else
         compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -f -- "$current")

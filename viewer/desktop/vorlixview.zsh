@@ -17,6 +17,7 @@ _arguments \
     '--line[Draw lines. By default bars are drawn unless a value is negative.]' \
     '--area[Draw filled areas.]' \
     '--smooth[Show a running average over DEPTH values, 1 to 1000000.]:DEPTH: ' \
+    '--beneath[Draw each file in a plot of its own, one beneath the other, over the same part of x.]' \
     '--difference[Show the difference of two files, too\: the first less the second.]' \
     '--log[Use a logarithmic scale for the values.]' \
     '--dark[Use dark colors.]' \
