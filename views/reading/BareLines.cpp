@@ -57,8 +57,8 @@ VORLIX_FAST_INLINE quint32 placesOf(char wanted, __m256i bytes)
 VORLIX_FAST_INLINE SWindow windowAt(const char *text)
 {
     const __m256i bytes = _mm256_loadu_si256(reinterpret_cast<const __m256i *>(text));
-    const __m256i shifted = _mm256_add_epi8(bytes, _mm256_set1_epi8(127 - '9')); // digits are the ten largest then
-    return {bytes, _mm256_cmpgt_epi8(_mm256_set1_epi8(127 - 9), shifted)};
+    const __m256i shifted = _mm256_sub_epi8(bytes, _mm256_set1_epi8('0' - 128)); // digits are the ten smallest then
+    return {bytes, _mm256_cmpgt_epi8(shifted, _mm256_set1_epi8(9 - 128))};
 }
 
 /// Behind the fourth of some places, or behind the last one if there are fewer: bits for the bytes up to there.
@@ -105,7 +105,7 @@ VORLIX_FAST_INLINE __m256i foursOf(const char *text, const SPieceShape &shape, i
     const __m256i bytes =
         _mm256_set_m128i(numberAt(text + shape.starts[first + 1]), numberAt(text + shape.starts[first]));
     const __m256i order = _mm256_load_si256(reinterpret_cast<const __m256i *>(shape.digits[first]));
-    const __m256i digits = _mm256_shuffle_epi8(_mm256_sub_epi8(bytes, _mm256_set1_epi8('0')), order);
+    const __m256i digits = _mm256_shuffle_epi8(_mm256_sub_epi8(bytes, _mm256_set1_epi16('0' | '0' << 8)), order);
     const __m256i pairs = _mm256_maddubs_epi16(digits, _mm256_set1_epi16(10 | 1 << 8));
     return _mm256_madd_epi16(pairs, _mm256_set1_epi32(100 | 1 << 16));
 }
@@ -167,8 +167,8 @@ VORLIX_FAST BareLines::SStop BareLines::takeShortLines(const char *text, const c
     double *const *const places = m_places.data();
     qint64 next = row;
     SStop stop{text};
-    while (end - stop.text >= windowSize) {
-        const SWindow window = windowAt(stop.text);
+    while (end - text >= windowSize) {
+        const SWindow window = windowAt(text);
         const quint32 newlines = placesOf('\n', window.bytes);
         if (newlines == 0)
             break;
@@ -176,16 +176,17 @@ VORLIX_FAST BareLines::SStop BareLines::takeShortLines(const char *text, const c
         const quint64 key = keyOf(window, piece, true);
         const SPieceShape &shape = shapeFor(key, m_shapes.data());
         if (!fits(shape, key, window, piece)) {
-            stop = {stop.text, stop.text, piece, key};
+            stop = {text, text, piece, key};
             break;
         }
         if (columns != 1 && shape.numbers != columns)
             break;
-        put<columns>(valuesOf(stop.text, shape), places, next);
+        put<columns>(valuesOf(text, shape), places, next);
         next += columns == 1 ? shape.numbers : 1;
-        stop.text += windowSize - __builtin_clz(piece);
+        text += columns == 1 ? windowSize - __builtin_clz(piece) : _tzcnt_u32(newlines) + 1;
     }
     row = next;
+    stop.text = text;
     return stop;
 }
 
@@ -196,11 +197,13 @@ VORLIX_FAST BareLines::SStop BareLines::takeLongLine(const char *text, const cha
     quint32 endsLine = 0;
     const char *at = text;
     for (int column = 0; endsLine == 0;) {
+        if (end - at < windowSize)
+            return {text};
         const SWindow window = windowAt(at);
         const quint32 newlines = placesOf('\n', window.bytes);
         const quint32 separators = placesOf(m_separator, window.bytes);
         const quint32 dividers = newlines | (isBlank ? separators & ~(separators << 1 | 1) : separators);
-        if (dividers == 0 || end - at < windowSize)
+        if (dividers == 0)
             return {text};
         const quint32 piece = upToFourth(dividers) & (newlines ? _blsmsk_u32(newlines) : ~quint32(0));
         endsLine = newlines & piece;

@@ -8,7 +8,8 @@
 #include <QtTest>
 
 #include <cstdlib>
-#include <functional>
+
+#include <sys/mman.h>
 
 class tst_BareLines : public QObject
 {
@@ -24,6 +25,7 @@ private slots:
     void linesOfAnyShapeAreReadAsWithACloserLook();
     void whatIsDecimalMayChange();
     void shapesWithoutEndAreLeft();
+    void noByteBehindTheMarginIsRead();
 };
 
 namespace {
@@ -249,6 +251,29 @@ void tst_BareLines::shapesWithoutEndAreLeft()
     }
     QVERIFY(left(text, 4, ';', '.') > text.size() / 2);
     compareWithCare(text, layoutOf(4, ';', '.'));
+}
+
+void tst_BareLines::noByteBehindTheMarginIsRead()
+{
+    constexpr int page = 4096; // behind the margin is one that can't be read
+    void *const pages = mmap(nullptr, 2 * page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    QVERIFY(pages != MAP_FAILED && mprotect(static_cast<char *>(pages) + page, page, PROT_NONE) == 0);
+    char *const end = static_cast<char *>(pages) + page - textMargin;
+    for (int columns = 1; columns <= 6; ++columns) {
+        for (int size = 1; size < 200; ++size) {
+            QByteArray text = QByteArray("1.5;-22;3;4;55.25;6;").repeated(10).left(size);
+            for (int i = 0, fields = 0; i < size; ++i) {
+                if (text.at(i) == ';' && ++fields % columns == 0)
+                    text[i] = '\n';
+            }
+            text[size - 1] = '\n';
+            std::copy(text.begin(), text.end(), end - size);
+            TextRows rows;
+            convertText(end - size, end, layoutOf(columns, ';', '.'), rows);
+            QCOMPARE(rows.lines, qint64(text.count('\n')));
+        }
+    }
+    munmap(pages, 2 * page);
 }
 
 QTEST_GUILESS_MAIN(tst_BareLines)
