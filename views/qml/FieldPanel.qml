@@ -155,7 +155,7 @@ Rectangle {
                     Words {
                         anchors.verticalCenter: parent.verticalCenter
                         text: row.field.words
-                        width: 115
+                        width: 125
                     }
 
                     Field {

@@ -295,6 +295,7 @@ STextLayout layoutFrom(const char *text, const SCandidate &candidate, const Samp
     lookAtColumns(layout, lines, first, behind);
     lookAtHead(layout, lines, first);
     lookAtTimes(layout, lines, first, behind);
+    lookForX(layout, lines, first, behind);
     return layout;
 }
 

@@ -2,6 +2,7 @@
 #include "views/reading/TextHead.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -188,6 +189,24 @@ bool findOrigin(STextColumn &column, int index, const STextLayout &layout, const
     return ascends;
 }
 
+/// Whether each number of a column is above the one before, and there are enough of them to mean something.
+bool ascends(const STextLayout &layout, const SampleLines &lines, int first, int behind, int column)
+{
+    constexpr int convincing = 10;
+    int count = 0;
+    double last = 0.0;
+    bool isAbove = true;
+    forFields(lines, first, behind, column, layout.separator, [&](const SField &field) {
+        double value = std::nan("");
+        numberIn(field.begin, field.end, layout.decimalSign, value);
+        isAbove = std::isfinite(value) && (count == 0 || value > last);
+        last = value;
+        ++count;
+        return isAbove;
+    });
+    return isAbove && count >= convincing;
+}
+
 } // namespace
 
 void lookAtHead(STextLayout &layout, const SampleLines &lines, int first)
@@ -234,4 +253,17 @@ void lookAtTimes(STextLayout &layout, const SampleLines &lines, int first, int b
         else if (i == 0 && !ascends)
             layout.remarks << QStringLiteral("the times in column 1 don't ascend, so they aren't taken as x");
     }
+}
+
+void lookForX(STextLayout &layout, const SampleLines &lines, int first, int behind)
+{
+    int others = 0;
+    for (int i = 0; i < int(layout.columns.size()); ++i) {
+        const bool isNumber = layout.columns.at(i).kind == STextColumn::Kind::Number;
+        const bool shouldAscend = i == 0;
+        if ((i == 0 && !isNumber) || (isNumber && ascends(layout, lines, first, behind, i) != shouldAscend))
+            return;
+        others += int(isNumber && i > 0);
+    }
+    layout.firstMayBeX = others > 0;
 }

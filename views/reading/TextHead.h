@@ -12,6 +12,9 @@ void lookAtHead(STextLayout &layout, const SampleLines &lines, int first);
 /// are the block of numbers.
 void lookAtTimes(STextLayout &layout, const SampleLines &lines, int first, int behind);
 
+/// Finds out whether the first column may be x. Whether it is, the lines can't tell: that's for people to say.
+void lookForX(STextLayout &layout, const SampleLines &lines, int first, int behind);
+
 /// Whether commas divide the digits of the numbers by threes, beyond doubt: 1,234,567 and 12,345.6, one in a line.
 bool haveThousands(const SampleLines &lines);
 

@@ -47,10 +47,11 @@ struct STextLayout
     bool skipsBlankLines = false; ///< otherwise a blank line is a gap
     bool hasSections = false;     ///< lines like "$DATA:" divide the text, and the next one ends the numbers
     QVector<STextColumn> columns;
-    qint64 headLines = 0; ///< in front of the block of numbers, skipped ones and comments included
-    qint64 headSize = 0;  ///< bytes of those lines
-    int timeColumn = -1;  ///< of times that ascend, fit to be x
-    QStringList remarks;  ///< doubts and choices, for people
+    qint64 headLines = 0;     ///< in front of the block of numbers, skipped ones and comments included
+    qint64 headSize = 0;      ///< bytes of those lines
+    int timeColumn = -1;      ///< of times that ascend, fit to be x
+    bool firstMayBeX = false; ///< numbers in the first column ascend, and those in no other column do
+    QStringList remarks;      ///< doubts and choices, for people
 };
 
 /// A layout, or why there is none yet.

@@ -136,6 +136,7 @@ bool TextReading::begin(STextLayout layout)
 {
     m_layout = std::move(layout);
     m_sink.emplace(*m_layout);
+    m_layout->firstMayBeX = m_layout->firstMayBeX && !m_job.request().xColumn.isSet();
     m_described = describe(*m_layout);
     m_feeder.skip(m_layout->headSize);
     bool found = false;

@@ -56,6 +56,8 @@ QString describe(const STextLayout &layout)
         if (layout.columns.at(i).kind != STextColumn::Kind::Number)
             words << timeWords(layout.columns.at(i), i + 1);
     }
+    if (layout.firstMayBeX)
+        words << QStringLiteral("column 1 ascends: set xColumn to 1 if it is x");
     const auto hasName = [](const STextColumn &column) { return !column.name.isEmpty(); };
     if (std::any_of(layout.columns.begin(), layout.columns.end(), hasName))
         words << QStringLiteral("names in the head");

@@ -21,6 +21,7 @@ private slots:
     void propertiesReplaceGuesses();
     void columnsAreChosen_data();
     void columnsAreChosen();
+    void whatMayBeXIsSaidUntilItIsChosen();
     void theLayoutIsKnown();
     void timesBecomeX();
     void storesAreUsedAgain();
@@ -251,6 +252,23 @@ void tst_SeriesReader::columnsAreChosen_data()
     QTest::newRow("no such name") << QVariant("z") << QVariant() << -1 << -1;
     QTest::newRow("no such x") << QVariant() << QVariant("z") << -1 << -1;
     QTest::newRow("a half") << QVariant(1.5) << QVariant() << -1 << -1;
+}
+
+void tst_SeriesReader::whatMayBeXIsSaidUntilItIsChosen()
+{
+    QByteArray text("energy;counts\n");
+    for (int i = 0; i < 20; ++i)
+        text += QByteArray::number(0.5 * i) + ';' + QByteArray::number(i % 7) + '\n';
+    writeFile(path("energy"), text);
+    SeriesReader reader;
+    reader.setSource(path("energy"));
+    QTRY_VERIFY(hasEnded(reader));
+    QCOMPARE(reader.xStore(), nullptr); // a guess that isn't acted on
+    QVERIFY2(reader.detected().contains(QStringLiteral("column 1 ascends")), qPrintable(reader.detected()));
+    reader.setXColumn(1);
+    QTRY_VERIFY(reader.xStore() && hasEnded(reader));
+    QVERIFY2(!reader.detected().contains(QStringLiteral("ascends")), qPrintable(reader.detected()));
+    QCOMPARE(reader.store()->maximum(), 6.0);
 }
 
 void tst_SeriesReader::columnsAreChosen()

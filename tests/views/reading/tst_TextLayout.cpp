@@ -3,6 +3,8 @@
 
 #include <QtTest>
 
+#include <functional>
+
 class tst_TextLayout : public QObject
 {
     Q_OBJECT
@@ -14,6 +16,8 @@ private slots:
     void namesAndUnitsAreFound();
     void timesAreFound_data();
     void timesAreFound();
+    void whatMayBeXIsSaid_data();
+    void whatMayBeXIsSaid();
     void guessesCanBeReplaced();
     void whatIsNotUnderstoodIsSaid_data();
     void whatIsNotUnderstoodIsSaid();
@@ -178,6 +182,40 @@ void tst_TextLayout::timesAreFound()
     QVERIFY2(detection.layout, qPrintable(detection.obstacle));
     QTEST(detection.layout->timeColumn, "timeColumn");
     QTEST(detection.layout->columns.first().origin, "origin");
+}
+
+void tst_TextLayout::whatMayBeXIsSaid_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<bool>("mayBeX");
+    const auto table = [](int lines, const std::function<QByteArray(int)> &lineOf) {
+        QByteArray text("energy;counts\n");
+        for (int i = 0; i < lines; ++i)
+            text += lineOf(i) + '\n';
+        return text;
+    };
+    const auto number = [](double value) { return QByteArray::number(value); };
+    QTest::newRow("evenly") << table(20, [&](int i) { return number(0.5 * i) + ';' + number(i % 7); }) << true;
+    QTest::newRow("unevenly") << table(20, [&](int i) { return number(i * i) + ';' + number(i % 7); }) << true;
+    QTest::newRow("few lines") << table(9, [&](int i) { return number(i) + ';' + number(i % 7); }) << false;
+    QTest::newRow("both") << table(20, [&](int i) { return number(i) + ';' + number(2 * i); }) << false;
+    QTest::newRow("equal ones") << table(20, [&](int i) { return number(i / 2) + ';' + number(i % 7); }) << false;
+    QTest::newRow("with a gap") << table(20, [&](int i) { return (i == 5 ? "nan" : number(i)) + ';' + number(i % 7); })
+                                << false;
+    QTest::newRow("alone") << table(20, [&](int i) { return number(i); }) << false;
+    QTest::newRow("beside text") << table(20, [&](int i) { return number(i) + ";x"; }) << false;
+    QTest::newRow("times") << table(20, [&](int i) { return number(1.7e9 + i) + ';' + number(i % 7); }) << false;
+}
+
+void tst_TextLayout::whatMayBeXIsSaid()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(bool, mayBeX);
+    const SDetection detection = detect(text);
+    QVERIFY2(detection.layout, qPrintable(detection.obstacle));
+    QCOMPARE(detection.layout->firstMayBeX, mayBeX);
+    QCOMPARE(describe(*detection.layout).contains(QStringLiteral("column 1 ascends: set xColumn to 1 if it is x")),
+             mayBeX);
 }
 
 void tst_TextLayout::guessesCanBeReplaced()
