@@ -29,7 +29,7 @@ configure_and_build() {
 # build_benchmarks TARGET...: optimised, in a tree of their own, so that no other command builds them along.
 build_benchmarks() {
     cmake --preset release -B build/benchmarks \
-        -DVORLIX_BUILD_BENCHMARKS=ON -DVORLIX_BUILD_TESTS=OFF -DVORLIX_BUILD_VIEWER=OFF
+        -DVORLIX_BUILD_BENCHMARKS=ON -DVORLIX_BUILD_TESTS=OFF -DVORLIX_BUILD_VIEWER=ON
     cmake --build build/benchmarks --target "$@"
 }
 
