@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What people do with the viewer: open, drop and close files, press keys, click, read what it says.
+#include "tests/support/Patience.h"
 #include "viewer/ViewerOptions.h"
 #include "viewer/ViewerScene.h"
 
@@ -21,6 +22,7 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QScopedPointer>
+#include <QStyleHints>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -134,6 +136,7 @@ private:
     void click(QQuickItem *item) const
     {
         QVERIFY(item);
+        m_window->grabWindow(); // items that came since the last frame get their places
         QTest::mouseClick(m_window, Qt::LeftButton, {},
                           item->mapToScene({item->width() / 2, item->height() / 2}).toPoint());
     }
@@ -183,7 +186,7 @@ void tst_viewerscene::show(const SViewerOptions &options)
     QVERIFY(m_window);
     m_window->show();
     m_window->requestActivate();
-    QVERIFY(QTest::qWaitForWindowActive(m_window));
+    QVERIFY(QTest::qWaitForWindowActive(m_window, patience));
     m_plot = m_window->property("plot").value<QQuickItem *>();
     QVERIFY(m_plot);
     QTRY_VERIFY(!is("reading"));
@@ -238,18 +241,25 @@ void tst_viewerscene::readingShowsProgressAndNoFrozenWindow()
     QVERIFY(reading(QStringLiteral("Drop files of numbers here, or press Ctrl+O")));
     openFiles({m_long});
     QVERIFY(is("reading"));
-    QVector<double> progress;
+    auto *const reader = files()[0]->property("reader").value<QObject *>();
+    QVector<double> progress{0.0};
     double longest = 0.0;
     QElapsedTimer timer;
     timer.start();
     while (is("reading")) {
+        // Until there is progress, it's read for moments only: a fast machine would be done before it can be seen.
+        reader->setProperty("running", true);
+        if (progress.size() == 1) {
+            QTest::qSleep(1);
+            reader->setProperty("running", false);
+        }
         const double before = worked();
         QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
         longest = std::max(longest, worked() - before);
-        const double now = files()[0]->property("reader").value<QObject *>()->property("progress").toDouble();
-        if (progress.isEmpty() || now != progress.last())
+        const double now = reader->property("progress").toDouble();
+        if (now != progress.last())
             progress.append(now);
-        QVERIFY(timer.elapsed() < 60000);
+        QVERIFY(timer.elapsed() < patience);
     }
     qInfo("%d steps of progress; the longest turn of the event loop worked for %.1f ms", int(progress.size()), longest);
     QVERIFY(progress.size() >= 3);
@@ -265,8 +275,12 @@ void tst_viewerscene::escapeEndsReading()
     QTRY_VERIFY(files()[0]->property("hasNumbers").toBool());
     press(Qt::Key_Escape);
     QTRY_VERIFY(!is("reading"));
-    if (to() < 1e7) // it may have come to the end just before
-        QTRY_VERIFY(notices().value(0).contains(QStringLiteral("stopped before the end")));
+    const auto *const reader = files()[0]->property("reader").value<QObject *>();
+    const QString stopped = QStringLiteral("stopped before the end");
+    if (reader->property("detected").toString().contains(stopped))
+        QTRY_VERIFY(notices().value(0).contains(stopped));
+    else // it came to the end just before
+        QTRY_COMPARE(to(), 1e7);
 }
 
 void tst_viewerscene::closingDoesNotWaitForTheReader()
@@ -383,7 +397,7 @@ void tst_viewerscene::commandsAreFoundByTyping()
     showFiles({m_short});
     press(Qt::Key_K, Qt::ControlModifier);
     QTRY_VERIFY(itemNamed(m_window->contentItem(), QStringLiteral("search")));
-    QVERIFY(reading(QStringLiteral("Read all files again")));
+    QTRY_VERIFY(reading(QStringLiteral("Read all files again")));
     for (const char letter : {'o', 'v', 'e', 'r', 'v'})
         QTest::keyClick(m_window, letter);
     QTRY_VERIFY(!reading(QStringLiteral("Read all files again")));
@@ -468,8 +482,8 @@ void tst_viewerscene::guessesAreChangedInThePanel()
     click(reading(notices()[0])); // the notice opens
     QQuickItem *column = nullptr;
     QTRY_VERIFY((column = itemNamed(m_window->contentItem(), QStringLiteral("column"))));
-    QVERIFY(reading(QStringLiteral("9,5")));
-    QVERIFY(reading(QStringLiteral("U")));
+    QTRY_VERIFY(reading(QStringLiteral("9,5")));
+    QTRY_VERIFY(reading(QStringLiteral("U")));
     const auto type = [this](QQuickItem *field, const QByteArray &text) {
         field->forceActiveFocus();
         QVERIFY(QMetaObject::invokeMethod(field, "selectAll"));
@@ -484,6 +498,7 @@ void tst_viewerscene::guessesAreChangedInThePanel()
     QTRY_COMPARE(files()[0]->property("store").value<QObject *>()->property("maximum").toDouble(), 9.5);
     type(column, "");
     QTRY_VERIFY(!reader->property("column").isValid());
+    QTRY_VERIFY(reading(QStringLiteral("9,5")));
     click(reading(QStringLiteral("9,5"))); // a number in the second column
     QTRY_COMPARE(reader->property("column").toString(), QStringLiteral("2"));
     QTRY_COMPARE(m_plot->property("axisY").value<QObject *>()->property("titleText").toString(), QStringLiteral("U"));
@@ -753,7 +768,7 @@ void tst_viewerscene::aScreenReaderWalksItAll()
     press(Qt::Key_Escape);
     press(Qt::Key_F1);
     QTRY_COMPARE(roleOf("Search for a command"), QAccessible::EditableText);
-    QCOMPARE(roleOf("Read all files again"), QAccessible::MenuItem);
+    QTRY_COMPARE(roleOf("Read all files again"), QAccessible::MenuItem);
 }
 
 void tst_viewerscene::theDialogsOpen()
@@ -826,6 +841,7 @@ int main(int argc, char **argv)
     QCoreApplication::setOrganizationName(QStringLiteral("vorlixview"));
     QGuiApplication application(argc, argv);
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
+    QGuiApplication::styleHints()->setMousePressAndHoldInterval(patience); // a finger that is late still taps
     tst_viewerscene test;
     return QTest::qExec(&test, argc, argv);
 }
