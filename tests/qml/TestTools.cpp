@@ -69,6 +69,16 @@ QVariantList TestTools::otherWindows(QQuickWindow *except) const
     return windows;
 }
 
+void TestTools::waitUntilShown(QQuickWindow *window) const
+{
+    if (!QTest::qWaitForWindowExposed(window, patience))
+        qWarning("a window did not appear");
+    waitUntilStill([window] {
+        window->grabWindow();
+        return window->size();
+    });
+}
+
 void TestTools::clickOn(QQuickItem *item) const
 {
     const QPointF middle = item->mapToScene(QPointF(item->width() / 2.0, item->height() / 2.0));

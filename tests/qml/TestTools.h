@@ -40,6 +40,8 @@ public:
 
     /// The visible windows, without `except`; those of dialogs among them.
     Q_INVOKABLE QVariantList otherWindows(QQuickWindow *except) const;
+    /// Waits until a window is there and has laid out its items.
+    Q_INVOKABLE void waitUntilShown(QQuickWindow *window) const;
     Q_INVOKABLE QQuickItem *contentOf(QQuickWindow *window) const { return window->contentItem(); }
     /// A click of the left button in the middle of an item, in whichever window it is.
     Q_INVOKABLE void clickOn(QQuickItem *item) const;

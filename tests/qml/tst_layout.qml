@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 import QtQuick 2.15
+import QtQuick.Window 2.15
 import VorlixPlugin 1.0
 import "qrc:/qml"
 
@@ -247,7 +248,7 @@ Item {
             for (const width of [0, 1, 12, 40, 71, 72, 73, 90, 110, 140, 160, 200, 260, 333, 600]) {
                 for (const height of [0, 1, 12, 18, 42, 66, 80, 106, 120, 164, 180, 200, 230, 300, 400]) {
                     resize(width, height);
-                    waitForRendering(scene, 100); // views lay out their cells with the next frame
+                    tools.grab(window.Window.window); // views lay out their cells with the next frame
                     checkTidy(width + " x " + height);
                 }
             }
