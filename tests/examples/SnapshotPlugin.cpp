@@ -11,10 +11,11 @@
 #include <QtQml>
 
 #include <cstdio>
+#include <utility>
 
 namespace {
 
-constexpr int giveUpAfterMs = 60000;
+constexpr int giveUpAfterMs = 300000; // on a busy machine
 constexpr int settleIntervalMs = 150;
 
 int warnings = 0; // messages that a user would stumble over
@@ -59,6 +60,11 @@ void sendMouse(QQuickWindow *window, const QStringList &words)
     }
 }
 
+bool isRecording()
+{
+    return qEnvironmentVariableIsSet("SNAPSHOT_RECORD");
+}
+
 } // namespace
 
 Snapshot::Snapshot()
@@ -84,7 +90,7 @@ void Snapshot::step()
     case Stage::Opening:
         for (QWindow *window : QGuiApplication::topLevelWindows()) {
             auto *candidate = qobject_cast<QQuickWindow *>(window);
-            if (candidate && candidate->isExposed())
+            if (candidate && candidate->isVisible())
                 m_window = candidate;
         }
         if (!m_window)
@@ -94,28 +100,38 @@ void Snapshot::step()
     case Stage::Waiting:
         if (!isReady())
             return;
-        gesture();
+        m_stage = Stage::Appearing;
+        return;
+    case Stage::Appearing:
+        if (!m_window->isExposed())
+            return;
+        if (isRecording())
+            gesture();
         m_stage = Stage::Settling;
         m_timer.setInterval(qEnvironmentVariableIsSet("SNAPSHOT_AFTER") ? qEnvironmentVariableIntValue("SNAPSHOT_AFTER")
                                                                         : settleIntervalMs);
         return;
     case Stage::Settling:
-        return qEnvironmentVariableIsSet("SNAPSHOT_RECORD") ? record() : lookAgain();
+        return isRecording() ? record() : lookAgain();
     }
 }
 
-void Snapshot::gesture()
+/// Makes the gestures, once. Whether there were any.
+bool Snapshot::gesture()
 {
     const QStringList gestures = qEnvironmentVariable("SNAPSHOT_MOUSE").split(',', Qt::SkipEmptyParts);
+    if (std::exchange(m_hasGestured, true))
+        return false;
     for (const QString &gesture : gestures)
         sendMouse(m_window, gesture.split(' ', Qt::SkipEmptyParts));
+    return !gestures.isEmpty();
 }
 
 bool Snapshot::isReady()
 {
     if (qEnvironmentVariableIsSet("SNAPSHOT_UNTIL") && !evaluate(m_window, "SNAPSHOT_UNTIL").toBool())
         return false;
-    if (qEnvironmentVariableIsSet("SNAPSHOT_DO") && !qEnvironmentVariableIsSet("SNAPSHOT_RECORD"))
+    if (qEnvironmentVariableIsSet("SNAPSHOT_DO") && !isRecording())
         evaluate(m_window, "SNAPSHOT_DO");
     return true;
 }
@@ -123,9 +139,14 @@ bool Snapshot::isReady()
 void Snapshot::lookAgain()
 {
     const QImage seen = m_window->grabWindow().convertToFormat(QImage::Format_RGB32);
-    if (qEnvironmentVariableIsSet("SNAPSHOT_AFTER") || seen == m_last)
-        return finish(seen);
+    const bool isAtRest = qEnvironmentVariableIsSet("SNAPSHOT_AFTER") || seen == m_last;
     m_last = seen;
+    if (!isAtRest)
+        return;
+    if (gesture())
+        m_last = QImage(); // it has to come to rest once more
+    else
+        finish(seen);
 }
 
 void Snapshot::record()

@@ -17,8 +17,10 @@ class QQuickWindow;
 ///   SNAPSHOT_RESULT     where to write what was seen
 ///   SNAPSHOT_UNTIL      a QML expression on the window; nothing is done or looked at before it is true
 ///   SNAPSHOT_DO         a QML expression to evaluate then
-///   SNAPSHOT_MOUSE      a mouse gesture to make then: "hover X Y" or "wheel X Y DELTA"; several are joined by ","
 ///   SNAPSHOT_AFTER      milliseconds to wait then; without it, until two looks in a row see the same
+///   SNAPSHOT_MOUSE      a mouse gesture to make then: "hover X Y" or "wheel X Y DELTA"; several are joined by ",".
+///   It's
+///                       waited once more thereafter
 ///   SNAPSHOT_RECORD     "FOLDER COUNT INTERVAL": write COUNT pictures, one every INTERVAL ms, and evaluate SNAPSHOT_DO
 ///                       after each; nothing is compared
 class Snapshot : public QObject
@@ -31,19 +33,20 @@ public:
 
 private:
     void step();
-    void gesture();
+    bool gesture();
     bool isReady();
     void lookAgain();
     void record();
     void finish(const QImage &seen);
 
-    enum class Stage { Opening, Waiting, Settling };
+    enum class Stage { Opening, Waiting, Appearing, Settling };
 
     QTimer m_timer;
     QElapsedTimer m_elapsed;
     Stage m_stage = Stage::Opening;
     QQuickWindow *m_window = nullptr;
     QImage m_last;
+    bool m_hasGestured = false;
     int m_recorded = 0;
 };
 

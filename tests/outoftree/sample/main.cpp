@@ -100,12 +100,12 @@ private:
     /// The picture is saved after some frames, whose number the machine decides.
     void judge()
     {
-        constexpr int patienceMs = 30'000;
+        constexpr int patienceMs = 60'000;
         const bool saved = QImage(m_folder.filePath("plot.png")).size() == QSize(600, 400);
-        if (!saved && !m_patience.hasExpired(patienceMs))
+        const bool right = looksRight(m_window.grabWindow()); // unless a series has just come, and its range hasn't
+        if (!(saved && right) && !m_patience.hasExpired(patienceMs))
             return;
         m_timer.stop();
-        const bool right = looksRight(m_window.grabWindow());
         const bool embedded = m_window.openglContext()->isOpenGLES();
         qInfo() << m_published << "series published; picture" << right << "filter" << m_filters << "export" << saved
                 << "OpenGL ES" << embedded;
