@@ -20,5 +20,6 @@ vorlix_add_viewer_picture(viewer-light docs/pictures/viewer-light.png 2 "wheel 1
 vorlix_add_viewer_picture(viewer-dark docs/pictures/viewer-dark.png 2 "hover 610 300" --dark --log ${spectra})
 vorlix_add_viewer_picture(viewer-long docs/pictures/viewer-long.png 1 "wheel 905 300 960,hover 905 300"
   --size 1280x720 --area "${series}/ten million.txt")
+vorlix_add_viewer_picture(viewer-beneath docs/pictures/viewer-beneath.png 2 "wheel 120 200 480,hover 670 200" --beneath ${spectra})
 # The moving picture begins with this.
 vorlix_add_viewer_picture(zoom docs/pictures/zoom.gif 1 "" --size 800x450 --dark "${series}/ten million.txt")
