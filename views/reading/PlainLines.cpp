@@ -238,7 +238,9 @@ const quint32 *PlainLines::skipBlanks(const quint32 *at) const
 /// Whether a line that begins with text is a comment or the name of a section.
 bool PlainLines::isSpecial(const quint32 *at) const
 {
-    const char *const text = behind(skipBlanks(at));
+    const char *text = behind(at);
+    while (isBlank(*text)) // a carriage return is one, too
+        ++text;
     return isComment({text, m_end, false}, m_layout.commentPrefixes) || (m_layout.hasSections && *text == '$');
 }
 

@@ -251,9 +251,9 @@ void tst_TextRows::commentsAreNoTextInFrontOfANumber()
 {
     STextLayout layout = layoutOf(2, ',', DecimalSign::Point);
     layout.columns[0].kind = STextColumn::Kind::Text;
-    const TextRows rows = convert("a,1\n#b,2\n # c,3\nd,4\n", layout);
-    QCOMPARE(shown(rows, layout), QByteArray("1|4"));
-    QCOMPARE(rows.comments, qint64(2));
+    const TextRows rows = convert("a,1\n#b,2\n # c,3\nd,4\n\r#e,5\nf,6\n", layout);
+    QCOMPARE(shown(rows, layout), QByteArray("1|4|6"));
+    QCOMPARE(rows.comments, qint64(3));
 }
 
 void tst_TextRows::aSectionEndsTheNumbers()
