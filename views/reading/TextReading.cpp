@@ -162,9 +162,11 @@ QVariantMap TextReading::layoutMap() const
 
 TextReading::Next TextReading::readAll()
 {
-    TextPump pump(m_feeder, *m_layout, *m_sink, [this] { report(*m_sink, false); });
+    TextPump pump(m_feeder, *m_layout, *m_sink, [this] { noteAppended(); });
     for (;;) {
         const TextPump::Stop stop = pump.run(m_job.wakeup(), m_file.isStream() ? 1 : threadsFor(m_file));
+        if (m_isUnreported)
+            report(*m_sink, false);
         if (stop == TextPump::Stop::Error || stop == TextPump::Stop::Memory) {
             const QString why = stop == TextPump::Stop::Memory
                 ? QStringLiteral("is larger than the memory; %1 were read").arg(lines(m_sink->rows()))
@@ -189,13 +191,25 @@ TextReading::Next TextReading::readAll()
     }
 }
 
+/// Called after every piece by the thread that appended it. It tells now and then: a piece takes less than a
+/// millisecond.
+void TextReading::noteAppended()
+{
+    constexpr int reportEvery = 5; // milliseconds
+    for (int i = 0; i < int(m_layout->columns.size()); ++i) {
+        if (m_sink->series(i))
+            m_job.dropExcess(*m_sink->series(i));
+    }
+    m_isUnreported = true;
+    if (!m_sinceReport.isValid() || m_sinceReport.elapsed() >= reportEvery)
+        report(*m_sink, false);
+}
+
 /// Tells how far it is. `finished`: everything that is there was read.
 void TextReading::report(TextSink &sink, bool finished)
 {
-    for (int i = 0; i < int(m_layout->columns.size()); ++i) {
-        if (sink.series(i))
-            m_job.dropExcess(*sink.series(i));
-    }
+    m_sinceReport.start();
+    m_isUnreported = false;
     m_job.noteProgress(m_file, sink.rows());
     m_job.update([&](SReadingState &state) {
         state.badLines = sink.badLines();

@@ -5,6 +5,8 @@
 #include "views/reading/TextFeeder.h"
 #include "views/reading/TextSink.h"
 
+#include <QElapsedTimer>
+
 /// One pass through a text, from its beginning on. For the reading thread.
 class TextReading
 {
@@ -23,6 +25,7 @@ private:
     bool begin(STextLayout layout);
     QVariantMap layoutMap() const;
     Next readAll();
+    void noteAppended();
     void report(TextSink &sink, bool finished);
     QString words(const TextSink &sink, bool finished) const;
 
@@ -32,4 +35,6 @@ private:
     std::optional<STextLayout> m_layout;
     std::optional<TextSink> m_sink;
     QString m_described;
+    QElapsedTimer m_sinceReport; ///< the last one
+    bool m_isUnreported = false;
 };
