@@ -99,26 +99,41 @@ VORLIX_FAST_INLINE __m128i numberAt(const char *text)
     return _mm_loadu_si128(reinterpret_cast<const __m128i *>(text));
 }
 
-/// The digits of two numbers, from one on, in fours.
-VORLIX_FAST_INLINE __m256i foursOf(const char *text, const SPieceShape &shape, int first)
+/// The digits in two rows, in fours. One begins with a number's characters, the second with the other's.
+VORLIX_FAST_INLINE __m256i foursOf(const char *text, const SPieceShape &shape, int rows, int number, int other)
 {
-    const __m256i bytes =
-        _mm256_set_m128i(numberAt(text + shape.starts[first + 1]), numberAt(text + shape.starts[first]));
-    const __m256i order = _mm256_load_si256(reinterpret_cast<const __m256i *>(shape.digits[first]));
+    const __m256i bytes = _mm256_set_m128i(numberAt(text + shape.starts[other]), numberAt(text + shape.starts[number]));
+    const __m256i order = _mm256_load_si256(reinterpret_cast<const __m256i *>(shape.digits[rows]));
     const __m256i digits = _mm256_shuffle_epi8(_mm256_sub_epi8(bytes, _mm256_set1_epi16('0' | '0' << 8)), order);
     const __m256i pairs = _mm256_maddubs_epi16(digits, _mm256_set1_epi16(10 | 1 << 8));
     return _mm256_madd_epi16(pairs, _mm256_set1_epi32(100 | 1 << 16));
 }
 
-/// The four numbers of a piece, with zeros for those that aren't there.
-VORLIX_FAST_INLINE __m256d valuesOf(const char *text, const SPieceShape &shape)
+/// Two fours each in one: in each half those of `first`, then those of `second`.
+VORLIX_FAST_INLINE __m256i eightsOf(__m256i first, __m256i second)
 {
-    const __m256i fours = _mm256_packus_epi32(foursOf(text, shape, 0), foursOf(text, shape, 2));
-    const __m256i eights = _mm256_madd_epi16(fours, _mm256_set1_epi32(10'000 | 1 << 16));
+    return _mm256_madd_epi16(_mm256_packus_epi32(first, second), _mm256_set1_epi32(10'000 | 1 << 16));
+}
+
+/// What the digits of four numbers say, without their points; 0 for those that aren't there.
+VORLIX_FAST_INLINE __m256d digitsOf(const char *text, const SPieceShape &shape)
+{
+    if (shape.isNarrow) {
+        const __m256i fours = foursOf(text, shape, 0, 0, 2);
+        const __m256i numbers = _mm256_permute4x64_epi64(eightsOf(fours, fours), 2 << 2);
+        return _mm256_cvtepi32_pd(_mm256_castsi256_si128(numbers));
+    }
+    const __m256i eights = eightsOf(foursOf(text, shape, 0, 0, 1), foursOf(text, shape, 2, 2, 3));
     const __m256d upper = _mm256_set_pd(1.0, 1e8, 1.0, 1e8);
     const __m256d even = _mm256_mul_pd(_mm256_cvtepi32_pd(_mm256_castsi256_si128(eights)), upper);
     const __m256d odd = _mm256_mul_pd(_mm256_cvtepi32_pd(_mm256_extracti128_si256(eights, 1)), upper);
-    return _mm256_div_pd(_mm256_hadd_pd(even, odd), _mm256_load_pd(shape.scales)); // rounds once: both are exact
+    return _mm256_hadd_pd(even, odd);
+}
+
+/// The four numbers of a piece. A division rounds once, as both are exact.
+VORLIX_FAST_INLINE __m256d valuesOf(const char *text, const SPieceShape &shape)
+{
+    return _mm256_div_pd(digitsOf(text, shape), _mm256_load_pd(shape.scales));
 }
 
 /// Writes the values of one line, of four if there is a single column.

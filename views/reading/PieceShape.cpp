@@ -25,6 +25,24 @@ void setDigits(qint8 *digits, int size, int behind)
     }
 }
 
+/// Puts two numbers in a row, if that's possible with all of them.
+void makeNarrow(SPieceShape &shape)
+{
+    constexpr int half = SPieceShape::mostCharacters / 2;
+    qint8 rows[2][2 * half];
+    for (int i = 0; i < SPieceShape::mostNumbers; ++i) {
+        const qint8 *const digits = shape.digits[i];
+        const int offset = i < shape.numbers ? shape.starts[i] - shape.starts[i / 2 * 2] : 0;
+        if (std::any_of(digits, digits + half, [](qint8 place) { return place >= 0; })
+            || digits[2 * half - 1] + offset >= 2 * half)
+            return;
+        std::transform(digits + half, digits + 2 * half, rows[i / 2] + i % 2 * half,
+                       [=](qint8 place) { return qint8(place < 0 ? place : place + offset); });
+    }
+    std::memcpy(shape.digits, rows, sizeof rows);
+    shape.isNarrow = true;
+}
+
 class ShapeFinder
 {
 public:
@@ -47,6 +65,7 @@ public:
             if (shape.numbers == SPieceShape::mostNumbers || !takeNumber(shape) || !takeDivider())
                 return false;
         }
+        makeNarrow(shape);
         return shape.numbers > 0;
     }
 

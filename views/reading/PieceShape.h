@@ -13,8 +13,11 @@ struct SPieceShape
 
     alignas(32) char others[mostBytes] = {}; ///< zeros where digits are, and behind the piece
     /// Of each number, which of its characters to put in a row of 16, so that all of its digits stand at the end; -1
-    /// for a zero in front of them. What isn't a number is all zeros.
+    /// for a zero in front of them. What isn't a number is all zeros. Of a narrow piece, a row is for the first number
+    /// and the second, and the next one for the others: each has its digits at the end of a half. Those rows begin with
+    /// the characters of the first number and of the third.
     alignas(32) qint8 digits[mostNumbers][mostCharacters];
+    bool isNarrow = false;                  ///< no number has more than eight digits, and two lie within 16 bytes
     alignas(32) double scales[mostNumbers]; ///< divide the digits; with the number's sign
     quint8 starts[mostNumbers] = {};        ///< the numbers' first characters behind the sign
     int numbers = 0;
