@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "views/items/SeriesNode.h"
 
+#include "views/items/WideRects.h"
+
 #include <algorithm>
 #include <cmath>
 #include <type_traits>
@@ -45,11 +47,12 @@ void SeriesNode::show(const SSeriesShape &shape, double ratioX, double ratioY)
 
 void SeriesNode::showFill(const std::vector<SPixelRect> &rects, const QColor &color, double ratioX, double ratioY)
 {
-    const int count = int(rects.size());
+    makeWide(rects, m_wide);
+    const int count = int(m_wide.size());
     provide(m_fills, size_t((count + mostRects - 1) / mostRects));
     for (size_t i = 0; i < m_fills.size(); ++i) {
         const int first = int(i) * mostRects;
-        m_fills[i]->show(rects.data() + first, std::min(mostRects, count - first), color, ratioX, ratioY);
+        m_fills[i]->show(m_wide.data() + first, std::min(mostRects, count - first), color, ratioX, ratioY);
     }
 }
 

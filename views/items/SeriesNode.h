@@ -50,7 +50,8 @@ private:
     template <class Node>
     void provide(std::vector<std::unique_ptr<Node>> &nodes, size_t count);
 
-    QSGNode m_fill; ///< under the line
+    std::vector<SPixelRect> m_wide; ///< kept for its memory
+    QSGNode m_fill;                 ///< under the line
     QSGNode m_stroke;
     std::vector<std::unique_ptr<FillNode>> m_fills;
     std::vector<std::unique_ptr<StrokeNode>> m_strokes;
