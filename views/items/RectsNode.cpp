@@ -78,8 +78,10 @@ RectsNode::~RectsNode()
     removeAllChildNodes();
 }
 
-void RectsNode::show(const QVector<QRectF> &rects, const QColor &color)
+void RectsNode::show(const QVector<QRectF> &wanted, const QColor &color)
 {
+    // Blending what can't be seen with what's below costs more than drawing it opaque.
+    const QVector<QRectF> rects = color.alpha() > 0 ? wanted : QVector<QRectF>();
     const bool isOtherColor = m_color != color;
     const bool areOthers = m_rects != rects;
     m_color = color;

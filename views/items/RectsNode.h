@@ -32,7 +32,8 @@ public:
     explicit RectsNode(const QQuickWindow &window);
     ~RectsNode() override;
 
-    void show(const QVector<QRectF> &rects, const QColor &color);
+    /// A color that is wholly transparent shows nothing.
+    void show(const QVector<QRectF> &wanted, const QColor &color);
 
 private:
     class TrianglesNode;
