@@ -41,7 +41,7 @@ public:
     bool isLineTooLong() const { return m_held > longestTextLine; }
     TextDecoder::Encoding encoding() const { return m_decoder.encoding(); }
 
-    static constexpr int defaultPieceSize = 1 << 18;
+    static constexpr int defaultPieceSize = 1 << 17;
     static constexpr int longestTextLine = 1 << 20;
 
 private:

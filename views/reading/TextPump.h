@@ -3,12 +3,15 @@
 
 #include "views/reading/TextFeeder.h"
 #include "views/reading/TextLayout.h"
+#include "views/reading/TextRows.h"
 #include "views/reading/TextSink.h"
 
 #include <atomic>
 #include <condition_variable>
 #include <functional>
+#include <map>
 #include <mutex>
+#include <vector>
 
 /// Reads, converts and appends a text as long as there is some. Helping threads convert; pieces are appended in the
 /// order of the text.
@@ -36,6 +39,7 @@ public:
 
 private:
     void work(Wakeup &wakeup);
+    void deliver(qint64 number, TextRows &rows);
     bool take(Wakeup &wakeup, STextPiece &piece, qint64 &number);
     void stop(Stop why);
 
@@ -49,8 +53,11 @@ private:
     bool m_stopped = false;
     qint64 m_taken = 0; ///< pieces
 
-    std::mutex m_order; ///< of the thread that appends
+    std::mutex m_order; ///< of what follows; the sink is the appending thread's own meanwhile
     std::condition_variable m_next;
+    std::map<qint64, TextRows> m_waiting; ///< by the number of their piece
+    std::vector<TextRows> m_spare;        ///< whose memory is used again
+    bool m_isAppending = false;
     qint64 m_delivered = 0; ///< pieces
     std::atomic<bool> m_outOfMemory{false};
 };
