@@ -22,6 +22,7 @@ public:
             if (!m_goesOn)
                 m_job->wakeup().hold(true);
         });
+        m_goesOn = false; // whoever sees that sees m_job
         do
             step();
         while (state().series.isEmpty());
@@ -44,5 +45,5 @@ public:
 
 private:
     std::shared_ptr<ReadingJob> m_job;
-    std::atomic<bool> m_goesOn{false};
+    std::atomic<bool> m_goesOn{true};
 };
