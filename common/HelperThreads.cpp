@@ -28,13 +28,37 @@ int processors()
 class Crew
 {
 public:
+    /// Never destroyed: a thread that isn't waited for may still come while the program ends.
     static Crew &instance()
     {
-        static Crew crew;
-        return crew;
+        static Crew *const crew = new Crew;
+        static const SEnd end{*crew};
+        return *crew;
     }
 
-    ~Crew()
+    /// Has a thread make this call, as soon as one is free; none does once the program ends.
+    void call(std::function<void()> work)
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_ending)
+            return;
+        if (m_idle <= m_calls.size() && int(m_threads.size()) < processors())
+            hire();
+        if (m_threads.empty())
+            return;
+        m_calls.push_back(std::move(work));
+        m_wanted.notify_one();
+    }
+
+private:
+    /// Has the threads end with the program, whose code they run.
+    struct SEnd
+    {
+        ~SEnd() { crew.end(); }
+        Crew &crew;
+    };
+
+    void end()
     {
         {
             const std::lock_guard lock(m_mutex);
@@ -45,19 +69,6 @@ public:
             thread.join();
     }
 
-    /// Has a thread make this call, as soon as one is free.
-    void call(std::function<void()> work)
-    {
-        const std::lock_guard lock(m_mutex);
-        if (m_idle <= m_calls.size() && int(m_threads.size()) < processors())
-            hire();
-        if (m_threads.empty())
-            return;
-        m_calls.push_back(std::move(work));
-        m_wanted.notify_one();
-    }
-
-private:
     void hire()
     {
         try {
