@@ -5,6 +5,7 @@
 #include "views/store/SeriesData.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 
 TextSink::TextSink(const STextLayout &layout) : m_lines(layout.headLines)
@@ -44,7 +45,8 @@ bool TextSink::take(const TextRows &rows)
 bool TextSink::appendGaps(qint64 count)
 {
     constexpr qint64 portion = 512;
-    static const std::vector<double> gaps(size_t(portion), std::numeric_limits<double>::quiet_NaN());
+    std::array<double, portion> gaps;
+    std::fill_n(gaps.begin(), std::min(count, portion), std::numeric_limits<double>::quiet_NaN());
     m_rows += count;
     for (; count > 0; count -= portion) {
         for (const std::shared_ptr<SeriesData> &series : m_series) {
