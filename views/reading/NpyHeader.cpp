@@ -103,8 +103,8 @@ QVector<qint64> lengthsIn(const QByteArray &shape, bool &isShape)
 /// Reads a type like '<f8'. Returns why it can't be taken, if so.
 QString readType(const QByteArray &type, SSampleLayout &layout)
 {
+    // Not static, since this thread may outlive what is.
     const QMap<QByteArray, FileSample> types = {
-        // not static: this thread may outlive those
         {"f8", FileSample::Float64}, {"f4", FileSample::Float32}, {"f2", FileSample::Float16},
         {"i8", FileSample::Int64},   {"i4", FileSample::Int32},   {"i2", FileSample::Int16},
         {"i1", FileSample::Int8},    {"u8", FileSample::UInt64},  {"u4", FileSample::UInt32},
