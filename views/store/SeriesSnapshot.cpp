@@ -59,8 +59,9 @@ bool SeriesSnapshot::isExact() const
 
 double SeriesSnapshot::valueAt(qint64 index) const
 {
-    double value;
-    copyValues(index, index + 1, &value);
+    double value = std::nan("");
+    if (index >= m_begin && index < m_end)
+        copyValues(index, index + 1, &value);
     return value;
 }
 
