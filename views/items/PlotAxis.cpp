@@ -267,8 +267,8 @@ void PlotAxis::tellIfBeyondDates()
 {
     if (m_hasToldOfDates || !isBeyondDates())
         return;
-    qmlWarning(this) << "from " << m_range.min << " to " << m_range.max << " with startTime " << effectiveStartTime()
-                     << " there are no dates, so the axis shows seconds. Are some of these milliseconds?";
+    qmlWarning(this) << m_range.min << " to " << m_range.max << " with startTime " << effectiveStartTime()
+                     << " lies beyond all dates, so the axis shows seconds. Are some of these milliseconds?";
     m_hasToldOfDates = true;
 }
 

@@ -204,7 +204,7 @@ void tst_PlotAxis::aTimeAxisComesFromItsProperties()
 void tst_PlotAxis::whatLiesBeyondAllDatesIsSaid()
 {
     const SLabelSpace space{7.0, 14.0};
-    const QRegularExpression words(QStringLiteral("there are no dates, so the axis shows seconds"));
+    const QRegularExpression words(QStringLiteral("lies beyond all dates, so the axis shows seconds"));
     ValueAxis axis;
     axis.setStartTime(0.0);
     axis.setRange(1.7e9, 1.8e9);

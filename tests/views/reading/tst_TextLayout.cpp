@@ -135,7 +135,7 @@ void tst_TextLayout::namesAndUnitsAreFound_data()
     add("the last of two comments", "# Spectrum of a pot\n# Taken by Ann\n1\n2\n", "|");
     add("a name under prose", "Spectrum of a pot\ncounts [1/s]\n1\n2\n", "counts|1/s");
     add("a name under a comment", "# Spectrum of a pot\nlive counts\n1\n2\n", "live counts|");
-    add("a setting is no name", "Detector: HPGe\n1\n2\n", "|");
+    add("a setting isn't a name", "Detector: HPGe\n1\n2\n", "|");
     add("nor are two words of one", "Detector: HPGe\n1 2\n3 4\n", "|||");
     add("none", "1;2\n3;4\n", "|||");
 }
