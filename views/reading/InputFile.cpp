@@ -200,10 +200,15 @@ InputFile::Change InputFile::change()
         return Change::Grown;
     if (m_isStandardInput)
         return Change::None;
+    const bool isRemoved = status.st_nlink == 0;
     if (stat(QFile::encodeName(m_path).constData(), &status) != 0)
         return Change::Missing;
     const bool isSame = status.st_dev == m_device && status.st_ino == m_inode;
-    const bool isSizeless = !m_hasSize && status.st_size == 0; // of the kernel, or as empty as before
+    if (isSame && isRemoved)
+        return Change::Missing; // the path is about to lead nowhere
+
+    // A file of the kernel, or one that's as empty as before
+    const bool isSizeless = !m_hasSize && status.st_size == 0 && !isRemoved;
     return isSame || isSizeless ? Change::None : Change::Replaced;
 }
 

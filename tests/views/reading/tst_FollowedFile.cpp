@@ -25,6 +25,7 @@ private slots:
     void initTestCase() { QVERIFY(m_folder.isValid()); }
     void aFileWrittenAnewBehindTheLastLookIsNoticed();
     void anEmptyFileThatIsReplacedIsNoticed();
+    void anEmptyFileReplacedByAnEmptyOneIsNoticed();
     void noticesStayOpenFromFileToFile();
     void whatIsShownIsOfOneVersion();
 
@@ -199,6 +200,22 @@ void tst_FollowedFile::anEmptyFileThatIsReplacedIsNoticed()
     QTest::qWait(50); // it's open
     QVERIFY(::rename(QFile::encodeName(other).constData(), QFile::encodeName(path).constData()) == 0);
     QTRY_COMPARE(shownStores(reader), QByteArray("1 2"));
+}
+
+/// The notices are of the file that's open. So the new one is opened before there is anything in it.
+void tst_FollowedFile::anEmptyFileReplacedByAnEmptyOneIsNoticed()
+{
+    const QString path = m_folder.filePath("empty");
+    const QString other = m_folder.filePath("emptyToo");
+    writeFile(path, {});
+    writeFile(other, {});
+    Wakeup wakeup;
+    wakeup.follow(true);
+    InputFile file(wakeup);
+    QVERIFY(file.open(path));
+    QCOMPARE(file.change(), InputFile::Change::None);
+    QVERIFY(::rename(QFile::encodeName(other).constData(), QFile::encodeName(path).constData()) == 0);
+    QCOMPARE(file.change(), InputFile::Change::Replaced);
 }
 
 void tst_FollowedFile::noticesStayOpenFromFileToFile()
