@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 namespace {
 
@@ -148,15 +149,17 @@ void ReadingJob::beginAnew()
 ReadingJob::Next ReadingJob::readOnce()
 {
     InputFile file(m_wakeup);
-    if (file.open(m_request.path))
+    if (file.open(m_request.path)) {
+        m_nextLook = 1;
         return readFile(file);
+    }
     if (!file.isMissing() || !m_wakeup.follows() || m_wakeup.isCancelled()) {
         if (!m_wakeup.isCancelled())
             fail(file, file.errorString());
         return Next::Finish;
     }
     say(QStringLiteral("%1 doesn't exist yet; waiting for it").arg(file.name()));
-    m_wakeup.wait(lookEvery);
+    m_wakeup.wait(nextLook());
     return m_wakeup.isCancelled() ? Next::Stop : Next::Again;
 }
 
@@ -243,11 +246,19 @@ ReadingJob::Next ReadingJob::waitFor(InputFile &file, InputFile::Got got, int mi
     return Next::Stop;
 }
 
+/// Milliseconds until the next look for a file that's missing. The kernel doesn't tell when it comes, and programs that
+/// replace a file make it again at once. So it's looked for soon, then ever more rarely.
+int ReadingJob::nextLook()
+{
+    return std::exchange(m_nextLook, std::min(2 * m_nextLook, lookEvery));
+}
+
 ReadingJob::Next ReadingJob::waitForFollowed(InputFile &file, int milliseconds)
 {
     InputFile::Change change = file.change();
     if (change == InputFile::Change::None || change == InputFile::Change::Missing) {
-        file.wait(milliseconds < 0 ? lookEvery : std::min(milliseconds, lookEvery));
+        const int longest = change == InputFile::Change::Missing ? nextLook() : lookEvery;
+        file.wait(milliseconds < 0 ? longest : std::min(milliseconds, longest));
         if (!m_wakeup.mayRead())
             return m_wakeup.isCancelled() ? Next::Stop : Next::Read;
         change = file.change();

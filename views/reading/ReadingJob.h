@@ -69,6 +69,7 @@ private:
     Next readOnce();
     Next readFile(InputFile &file);
     Next waitForFollowed(InputFile &file, int milliseconds);
+    int nextLook();
     bool gatherFront(InputFile &file, QByteArray &front, Next &next);
     void say(QString words);
     void beginAnew();
@@ -88,5 +89,6 @@ private:
     qint64 m_windowBegin = 0; ///< milliseconds
     qint64 m_windowBytes = 0;
     bool m_hasValues = false;
+    int m_nextLook = 1; ///< milliseconds; for a file that's missing
     QString m_reason;
 };
