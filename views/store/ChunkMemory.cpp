@@ -3,6 +3,7 @@
 
 #if defined(Q_OS_LINUX)
 #  include <sys/mman.h>
+#  include <unistd.h>
 #endif
 
 namespace {
@@ -45,4 +46,16 @@ std::shared_ptr<char> ChunkMemory::take(qint64 bytes)
         return {new char[size_t(bytes)], std::default_delete<char[]>()};
     m_pageUsed += bytes;
     return {m_page, m_page.get() + m_pageUsed - bytes};
+}
+
+bool ChunkMemory::prepare([[maybe_unused]] char *begin, [[maybe_unused]] qint64 bytes)
+{
+#if defined(MADV_POPULATE_WRITE)
+    static const quintptr smallPage = quintptr(sysconf(_SC_PAGESIZE));
+    const size_t before = quintptr(begin) % smallPage;
+    const size_t whole = (before + size_t(bytes)) / smallPage * smallPage;
+    return whole == 0 || madvise(begin - before, whole, MADV_POPULATE_WRITE) == 0;
+#else
+    return false;
+#endif
 }

@@ -114,7 +114,22 @@ SRoom SeriesOf<T>::room()
     const qint64 inside = end & (chunkSize - 1);
     if (end >> chunkBits == m_nextChunk && !addChunk())
         return {};
+    prepareRoom(inside);
     return {m_held.back()->ownValues.get() + bytesOf(inside), chunkSize - inside};
+}
+
+/// Prepares no more memory than the series has already: a short one takes none that it doesn't need.
+template <class T>
+void SeriesOf<T>::prepareRoom(qint64 inside)
+{
+    constexpr qint64 least = 1 << 16; // less isn't worth it
+    const qint64 begin = bytesOf(inside);
+    const qint64 before = m_held.size() > 1 ? ChunkMemory::mostPrepared : begin;
+    if (begin < m_preparedBytes || before < least)
+        return;
+    const qint64 bytes = std::min({before, ChunkMemory::mostPrepared, bytesOf(chunkSize) - begin});
+    ChunkMemory::prepare(m_held.back()->ownValues.get() + begin, bytes);
+    m_preparedBytes = begin + bytes;
 }
 
 template <class T>
@@ -135,6 +150,7 @@ bool SeriesOf<T>::addChunk()
         return false;
     }
     ++m_nextChunk;
+    m_preparedBytes = 0;
     return true;
 }
 

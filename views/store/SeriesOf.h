@@ -47,6 +47,7 @@ private:
     template <class U>
     bool appendOther(const char *values, qint64 count);
     bool addChunk();
+    void prepareRoom(qint64 inside);
     void buildChunk(Chunk &chunk, int count) const;
     void buildPart(int part);
     void finishBuilding();
@@ -74,6 +75,7 @@ private:
     ChunkMemory m_memory;                      ///< of the thread that appends
     std::deque<std::shared_ptr<Chunk>> m_held; ///< of the thread that appends
     qint64 m_nextChunk = 0;                    ///< of the thread that appends: the number of the chunk to come
+    qint64 m_preparedBytes = 0;                ///< of the thread that appends: at the beginning of the last chunk
     std::shared_ptr<const void> m_owner;       ///< of external memory
     const bool m_isExternal;
     std::atomic<bool> m_isBuilt;
