@@ -4,8 +4,10 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEvent>
+#include <QEventLoop>
 #include <QMetaMethod>
 #include <QQmlContext>
+#include <QTimer>
 
 #include <atomic>
 
@@ -125,6 +127,13 @@ void Stage::spin(int milliseconds)
         if (left > 0)
             QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 1);
     } while (spun.elapsed() < milliseconds);
+}
+
+void Stage::wait(int milliseconds)
+{
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+    loop.exec();
 }
 
 void Stage::frames(QQuickWindow &window, int count)

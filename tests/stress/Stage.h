@@ -45,6 +45,8 @@ public:
     std::unique_ptr<QQuickWindow> open(const QSize &size = {320, 200});
     /// Runs the event loop, at least once round.
     void spin(int milliseconds = 0);
+    /// Runs the event loop as an application does: asleep while there's nothing to do.
+    void wait(int milliseconds);
     /// Runs the event loop until the window has swapped `count` more frames (or two seconds have passed, if it isn't
     /// shown).
     void frames(QQuickWindow &window, int count);
