@@ -163,6 +163,7 @@ private:
     {
         auto *plot = scene.property("plot").value<QObject *>();
         const int before = scene.property("savedCount").toInt();
+        scene.property("area").value<QObject *>()->setProperty("visible", true); // there's something to save
         QMetaObject::invokeMethod(plot, "zoomTo", Q_ARG(double, newest() - 2.0), Q_ARG(double, newest()));
         const QString values = m_folder.filePath("values.csv");
         const QString image = m_folder.filePath("image.png");

@@ -11,7 +11,7 @@ Item {
     property SeriesStore scattered
     property SeriesStore places
     readonly property alias plot: plot
-    readonly property alias counted: counted
+    readonly property alias area: area
     property int savedCount: 0
     property string savedError: ""
 
@@ -66,7 +66,7 @@ Item {
         BarSeries { id: bars; name: "scattered"; store: root.scattered; xStore: root.places; yFactor: 0.5 }
         LineSeries { id: line; name: "wide"; step: 0.001; store: root.wide }
         PlotRegion { id: region; name: "moved" }
-        PlotRegion { id: counted; name: "counted"; series: area; visible: true }
+        PlotRegion { name: "counted"; series: area; from: 11000; to: 12000 }
         PlotCursor { id: cursor }
         PlotCursor { x: 10000 }
     }
