@@ -259,7 +259,7 @@ Recorder::SRecord Recorder::stop()
 
 void Recorder::record()
 {
-    constexpr std::chrono::milliseconds burst(100); // so that there are ten frames a second and not a thousand
+    constexpr std::chrono::milliseconds burst(150); // so that windows draw seven frames a second and not a thousand
     const Clock::time_point begun = Clock::now();
     const auto since = [](Clock::time_point before) { return std::chrono::duration<double>(Clock::now() - before); };
     for (Clock::time_point next = begun + burst; !m_isDone; next += burst) {

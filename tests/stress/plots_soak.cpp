@@ -206,7 +206,7 @@ private:
         return chance.oneIn(2) && gap - 8 > from ? gap - chance.below(8) : first;
     }
 
-    static constexpr int pause = 100; // milliseconds
+    static constexpr int pause = 150; // milliseconds
 
     Stage *m_stage = nullptr;
     std::unique_ptr<StreamedStores> m_stores; ///< before all that looks at them
