@@ -39,7 +39,18 @@ bool TextSink::take(const TextRows &rows)
     m_lines += rows.lines;
     m_ended = rows.ended;
     m_usedOtherSign |= rows.usedOtherSign;
+    if (!appended)
+        m_rows = rowsOfAll();
     return appended;
+}
+
+/// How many rows all columns have: when memory runs out, some have more.
+qint64 TextSink::rowsOfAll() const
+{
+    qint64 rows = m_rows;
+    for (const std::shared_ptr<SeriesData> &series : m_series)
+        rows = series ? std::min(rows, series->end()) : rows;
+    return rows;
 }
 
 bool TextSink::appendGaps(qint64 count)

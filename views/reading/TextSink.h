@@ -29,6 +29,7 @@ public:
     bool usedOtherSign() const { return m_usedOtherSign; }
 
 private:
+    qint64 rowsOfAll() const;
     bool appendGaps(qint64 count);
     void noteBadLines(qint64 count, qint64 first);
 
