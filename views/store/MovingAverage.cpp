@@ -43,11 +43,10 @@ private:
 
 } // namespace
 
-MovingAverage::MovingAverage(QObject *parent) : QObject(parent)
+MovingAverage::MovingAverage(QObject *parent) : QObject(parent), m_averages("MovingAverage")
 {
     m_work.setInterval(0);
     connect(&m_work, &QTimer::timeout, this, &MovingAverage::work);
-    m_store.setFilledElsewhere(true, QStringLiteral("a MovingAverage fills this store. Use a store of your own"));
 }
 
 void MovingAverage::setSource(SeriesStore *source)
@@ -83,8 +82,7 @@ void MovingAverage::restart()
 void MovingAverage::workOutAgain()
 {
     m_endedAt = 0;
-    if (m_store.snapshot().end() > 0)
-        m_store.setData(SeriesData::create(SampleType::Float64));
+    m_averages.begin();
     m_revision = m_source ? m_source->revision() : 0;
     look();
 }
@@ -100,10 +98,10 @@ void MovingAverage::look()
     if (m_source && !m_source->isComplete())
         m_grows = false; // it tells of its end
     const bool hasWork = m_source && m_depth > 1;
-    if (m_store.isComplete() == hasWork)
-        m_store.setComplete(!hasWork);
+    if (store()->isComplete() == hasWork)
+        store()->setComplete(!hasWork);
     if (m_source)
-        m_store.setStartTime(m_source->startTime());
+        store()->setStartTime(m_source->startTime());
     setBusy(hasWork);
 }
 
@@ -127,16 +125,16 @@ void MovingAverage::work()
     const qint64 end = isAll ? values.end() : values.end() - m_depth / 2;
     QElapsedTimer turn;
     turn.start();
-    qint64 from = m_store.data()->end();
-    for (; from < end && turn.elapsed() < turnMilliseconds; from = m_store.data()->end()) {
+    qint64 from = m_averages.end();
+    for (; from < end && turn.elapsed() < turnMilliseconds; from = m_averages.end()) {
         if (!average(values, from, std::min(end, from + std::max(portionSize, qint64(m_depth)))))
             break;
     }
     if (from < end && turn.elapsed() >= turnMilliseconds)
         return;
-    if (isAll) {
+    if (isAll && from >= end) {
         m_endedAt = values.end();
-        m_store.setComplete(true);
+        store()->setComplete(true);
     }
     setBusy(false);
 }
@@ -144,8 +142,8 @@ void MovingAverage::work()
 /// What has left the source has no averages, however much of it there was.
 void MovingAverage::leaveOutBefore(qint64 begin)
 {
-    if (m_store.data()->end() < roundDown(begin, chunkBits))
-        m_store.setData(SeriesData::create(SampleType::Float64, begin));
+    if (m_averages.end() < roundDown(begin, chunkBits))
+        m_averages.begin(begin);
 }
 
 /// Appends the averages of [from, to). False if memory ran out.
@@ -154,20 +152,19 @@ bool MovingAverage::average(const SeriesSnapshot &values, qint64 from, qint64 to
     const qint64 before = (m_depth - 1) / 2;
     const qint64 count = to - from;
     m_portion.resize(int(count + m_depth));
-    m_averages.resize(int(count));
+    m_means.resize(int(count));
     double *const portion = m_portion.data(); // value from - before + k is at k
     values.copyValues(from - before, to + m_depth - before, portion);
     RunningSum sum;
     for (int k = 0; k < m_depth; ++k)
         sum.add(portion[k], 1);
     for (qint64 i = 0; i < count; ++i) {
-        m_averages[int(i)] = sum.mean();
+        m_means[int(i)] = sum.mean();
         sum.add(portion[i], -1);
         sum.add(portion[i + m_depth], 1);
     }
-    const std::shared_ptr<SeriesData> averages = m_store.data();
-    const bool isAppended = averages->append(m_averages.constData(), count);
-    averages->dropBefore(values.begin());
-    m_store.announce();
+    const bool isAppended = m_averages.append(m_means.constData(), count);
+    m_averages.dropBefore(values.begin());
+    store()->announce();
     return isAppended;
 }

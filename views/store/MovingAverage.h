@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "views/store/SeriesStore.h"
+#include "views/store/CalculatedStore.h"
 
 #include <QObject>
 #include <QPointer>
@@ -24,7 +24,8 @@ class MovingAverage : public QObject
     Q_PROPERTY(SeriesStore *source READ source WRITE setSource NOTIFY sourceChanged)
     /// How many values are averaged, 1 to 1000000; what lies outside is brought inside.
     Q_PROPERTY(int depth READ depth WRITE setDepth NOTIFY depthChanged)
-    /// The averages. Never null. It's complete once the source is and all is worked out.
+    /// The averages. Never null. It's complete once the source is and all is worked out. If memory runs out, it isn't,
+    /// and a warning says so; the rest is tried again when more values come.
     Q_PROPERTY(SeriesStore *store READ store CONSTANT)
     /// Whether there is something to work out now.
     Q_PROPERTY(bool busy READ isBusy NOTIFY busyChanged)
@@ -36,7 +37,7 @@ public:
     void setSource(SeriesStore *source);
     int depth() const { return m_depth; }
     void setDepth(int depth);
-    SeriesStore *store() { return &m_store; }
+    SeriesStore *store() { return &m_averages.store(); }
     bool isBusy() const { return m_work.isActive(); }
 
 signals:
@@ -58,8 +59,8 @@ private:
     int m_revision = 0;   ///< of the source: another one has other values
     qint64 m_endedAt = 0; ///< the end of the source when the averages near it were worked out; 0 before that
     bool m_grows = false; ///< values came behind that end
-    SeriesStore m_store;
+    CalculatedStore m_averages;
     QTimer m_work;
     QVector<double> m_portion; ///< of the source, with what is around it
-    QVector<double> m_averages;
+    QVector<double> m_means;
 };

@@ -15,11 +15,14 @@ constexpr qint64 turnMilliseconds = 5;
 
 } // namespace
 
-SeriesDifference::SeriesDifference(QObject *parent) : QObject(parent), m_portion(portionSize), m_lessened(portionSize)
+SeriesDifference::SeriesDifference(QObject *parent)
+    : QObject(parent),
+      m_differences("SeriesDifference"),
+      m_portion(portionSize),
+      m_lessened(portionSize)
 {
     m_work.setInterval(0);
     connect(&m_work, &QTimer::timeout, this, &SeriesDifference::work);
-    m_store.setFilledElsewhere(true, QStringLiteral("a SeriesDifference fills this store. Use a store of your own"));
 }
 
 void SeriesDifference::setSeries(STerm &term, SeriesStore *series)
@@ -49,8 +52,7 @@ void SeriesDifference::setFactor(double factor)
 
 void SeriesDifference::restart()
 {
-    if (m_store.snapshot().end() > 0)
-        m_store.setData(SeriesData::create(SampleType::Float64));
+    m_differences.begin();
     for (STerm *term : {&m_minuend, &m_subtrahend})
         term->revision = term->series ? term->series->revision() : 0;
     look();
@@ -62,10 +64,10 @@ void SeriesDifference::look()
     if (isOther(m_minuend) || isOther(m_subtrahend))
         return restart();
     const bool hasWork = m_minuend.series && m_subtrahend.series;
-    if (m_store.isComplete() == hasWork)
-        m_store.setComplete(!hasWork);
+    if (store()->isComplete() == hasWork)
+        store()->setComplete(!hasWork);
     if (hasWork)
-        m_store.setStartTime(m_minuend.series->startTime());
+        store()->setStartTime(m_minuend.series->startTime());
     setBusy(hasWork);
 }
 
@@ -86,24 +88,24 @@ void SeriesDifference::work()
     const SeriesSnapshot values = m_minuend.series->frameSnapshot();
     const SeriesSnapshot others = m_subtrahend.series->frameSnapshot();
     const qint64 end = std::min(values.end(), others.end());
-    const std::shared_ptr<SeriesData> differences = m_store.data();
     QElapsedTimer turn;
     turn.start();
     bool isAppended = true;
-    while (isAppended && differences->end() < end && turn.elapsed() < turnMilliseconds) {
-        const qint64 from = differences->end();
+    while (isAppended && m_differences.end() < end && turn.elapsed() < turnMilliseconds) {
+        const qint64 from = m_differences.end();
         const qint64 to = std::min(end, from + portionSize);
         values.copyValues(from, to, m_portion.data());
         others.copyValues(from, to, m_lessened.data());
         for (int i = 0; i < int(to - from); ++i)
             m_portion[i] -= m_factor * m_lessened[i];
-        isAppended = differences->append(m_portion.constData(), to - from);
+        isAppended = m_differences.append(m_portion.constData(), to - from);
     }
-    differences->dropBefore(std::max(values.begin(), others.begin()));
-    m_store.announce();
-    if (isAppended && differences->end() < end)
+    m_differences.dropBefore(std::max(values.begin(), others.begin()));
+    store()->announce();
+    const bool isAll = m_differences.end() >= end;
+    if (!isAll && isAppended)
         return;
-    if (m_minuend.series->isComplete() && m_subtrahend.series->isComplete())
-        m_store.setComplete(true);
+    if (isAll && m_minuend.series->isComplete() && m_subtrahend.series->isComplete())
+        store()->setComplete(true);
     setBusy(false);
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "views/store/SeriesStore.h"
+#include "views/store/CalculatedStore.h"
 
 #include <QObject>
 #include <QPointer>
@@ -21,6 +21,7 @@ class SeriesDifference : public QObject
     /// NaN and infinities change nothing.
     Q_PROPERTY(double factor READ factor WRITE setFactor NOTIFY factorChanged)
     /// The differences. Never null. It's complete once both series are and all is worked out, and refuses append().
+    /// If memory runs out, it isn't, and a warning says so; the rest is tried again when more values come.
     Q_PROPERTY(SeriesStore *store READ store CONSTANT)
     /// Whether there is something to work out now.
     Q_PROPERTY(bool busy READ isBusy NOTIFY busyChanged)
@@ -34,7 +35,7 @@ public:
     void setSubtrahend(SeriesStore *series) { setSeries(m_subtrahend, series); }
     double factor() const { return m_factor; }
     void setFactor(double factor);
-    SeriesStore *store() { return &m_store; }
+    SeriesStore *store() { return &m_differences.store(); }
     bool isBusy() const { return m_work.isActive(); }
 
 signals:
@@ -58,7 +59,7 @@ private:
     STerm m_minuend;
     STerm m_subtrahend;
     double m_factor = 1.0;
-    SeriesStore m_store;
+    CalculatedStore m_differences;
     QTimer m_work;
     QVector<double> m_portion;
     QVector<double> m_lessened;
