@@ -1,22 +1,22 @@
 // SPDX-License-Identifier: MIT
 #include "views/reading/BareLines.h"
 
+#include "common/Avx2.h"
 #include "views/reading/TextFields.h"
 
 #include <algorithm>
 #include <utility>
 
-#if defined(__x86_64__) && defined(__GNUC__) && !defined(VORLIX_PLAIN_LANES)
-#  define VORLIX_HAS_BARE_LINES
+#if defined(VORLIX_AVX2)
 #  include <immintrin.h>
 #endif
 
-#if !defined(VORLIX_HAS_BARE_LINES)
-
 bool BareLines::areSupported()
 {
-    return false;
+    return hasAvx2();
 }
+
+#if !defined(VORLIX_AVX2)
 
 void BareLines::prepareFor(char, std::vector<double *>) {}
 
@@ -26,9 +26,6 @@ const char *BareLines::take(const char *text, const char *, char, qint64 &)
 }
 
 #else
-
-#  define VORLIX_FAST __attribute__((target("avx2,bmi,bmi2")))
-#  define VORLIX_FAST_INLINE __attribute__((target("avx2,bmi,bmi2"), always_inline)) inline
 
 namespace {
 
@@ -44,17 +41,17 @@ struct SWindow
     __m256i others; ///< not digits
 };
 
-VORLIX_FAST_INLINE quint32 bitsOf(__m256i truths)
+VORLIX_AVX2_INLINE quint32 bitsOf(__m256i truths)
 {
     return quint32(_mm256_movemask_epi8(truths));
 }
 
-VORLIX_FAST_INLINE quint32 placesOf(char wanted, __m256i bytes)
+VORLIX_AVX2_INLINE quint32 placesOf(char wanted, __m256i bytes)
 {
     return bitsOf(_mm256_cmpeq_epi8(bytes, _mm256_set1_epi8(wanted)));
 }
 
-VORLIX_FAST_INLINE SWindow windowAt(const char *text)
+VORLIX_AVX2_INLINE SWindow windowAt(const char *text)
 {
     const __m256i bytes = _mm256_loadu_si256(reinterpret_cast<const __m256i *>(text));
     const __m256i shifted = _mm256_sub_epi8(bytes, _mm256_set1_epi8('0' - 128)); // digits are the ten smallest then
@@ -62,14 +59,14 @@ VORLIX_FAST_INLINE SWindow windowAt(const char *text)
 }
 
 /// Behind the fourth of some places, or behind the last one if there are fewer: bits for the bytes up to there.
-VORLIX_FAST_INLINE quint32 upToFourth(quint32 places)
+VORLIX_AVX2_INLINE quint32 upToFourth(quint32 places)
 {
     quint32 fourth = _blsr_u32(_blsr_u32(_blsr_u32(places)));
     return fourth ? _blsmsk_u32(fourth) : ~quint32(0) >> __builtin_clz(places);
 }
 
 /// What to look for a shape by. Never 0. Shapes of the same key are seldom: one may have a blank for another's "+".
-VORLIX_FAST_INLINE quint64 keyOf(const SWindow &window, quint32 piece, bool endsLine)
+VORLIX_AVX2_INLINE quint64 keyOf(const SWindow &window, quint32 piece, bool endsLine)
 {
     const quint32 signs = placesOf('-', window.bytes) & piece; // never the last byte
     return (bitsOf(window.others) & piece) | quint64(signs) << windowSize | quint64(endsLine) << (2 * windowSize - 1);
@@ -81,26 +78,26 @@ size_t setOf(quint64 key)
 }
 
 /// The shape of this key, if it's known, or another one.
-VORLIX_FAST_INLINE const SPieceShape &shapeFor(quint64 key, const SPieceShape *shapes)
+VORLIX_AVX2_INLINE const SPieceShape &shapeFor(quint64 key, const SPieceShape *shapes)
 {
     const SPieceShape *const set = shapes + setOf(key);
     return set[set->key == key ? 0 : 1];
 }
 
-VORLIX_FAST_INLINE bool fits(const SPieceShape &shape, quint64 key, const SWindow &window, quint32 piece)
+VORLIX_AVX2_INLINE bool fits(const SPieceShape &shape, quint64 key, const SWindow &window, quint32 piece)
 {
     const __m256i others = _mm256_load_si256(reinterpret_cast<const __m256i *>(shape.others));
     const quint32 equal = bitsOf(_mm256_cmpeq_epi8(_mm256_and_si256(window.bytes, window.others), others));
     return shape.key == key && (piece & ~equal) == 0;
 }
 
-VORLIX_FAST_INLINE __m128i numberAt(const char *text)
+VORLIX_AVX2_INLINE __m128i numberAt(const char *text)
 {
     return _mm_loadu_si128(reinterpret_cast<const __m128i *>(text));
 }
 
 /// The digits in two rows, in fours. One begins with a number's characters, the second with the other's.
-VORLIX_FAST_INLINE __m256i foursOf(const char *text, const SPieceShape &shape, int rows, int number, int other)
+VORLIX_AVX2_INLINE __m256i foursOf(const char *text, const SPieceShape &shape, int rows, int number, int other)
 {
     const __m256i bytes = _mm256_set_m128i(numberAt(text + shape.starts[other]), numberAt(text + shape.starts[number]));
     const __m256i order = _mm256_load_si256(reinterpret_cast<const __m256i *>(shape.digits[rows]));
@@ -110,13 +107,13 @@ VORLIX_FAST_INLINE __m256i foursOf(const char *text, const SPieceShape &shape, i
 }
 
 /// Two fours each in one: in each half those of `first`, then those of `second`.
-VORLIX_FAST_INLINE __m256i eightsOf(__m256i first, __m256i second)
+VORLIX_AVX2_INLINE __m256i eightsOf(__m256i first, __m256i second)
 {
     return _mm256_madd_epi16(_mm256_packus_epi32(first, second), _mm256_set1_epi32(10'000 | 1 << 16));
 }
 
 /// What the digits of four numbers say, without their points; 0 for those that aren't there.
-VORLIX_FAST_INLINE __m256d digitsOf(const char *text, const SPieceShape &shape)
+VORLIX_AVX2_INLINE __m256d digitsOf(const char *text, const SPieceShape &shape)
 {
     if (shape.isNarrow) {
         const __m256i fours = foursOf(text, shape, 0, 0, 2);
@@ -131,14 +128,14 @@ VORLIX_FAST_INLINE __m256d digitsOf(const char *text, const SPieceShape &shape)
 }
 
 /// The four numbers of a piece. A division rounds once, as both are exact.
-VORLIX_FAST_INLINE __m256d valuesOf(const char *text, const SPieceShape &shape)
+VORLIX_AVX2_INLINE __m256d valuesOf(const char *text, const SPieceShape &shape)
 {
     return _mm256_div_pd(digitsOf(text, shape), _mm256_load_pd(shape.scales));
 }
 
 /// Writes the values of one line, of four if there is a single column.
 template <int columns>
-VORLIX_FAST_INLINE void put(__m256d values, double *const *places, qint64 row)
+VORLIX_AVX2_INLINE void put(__m256d values, double *const *places, qint64 row)
 {
     const __m128d front = _mm256_castpd256_pd128(values);
     if constexpr (columns == 1) {
@@ -154,7 +151,7 @@ VORLIX_FAST_INLINE void put(__m256d values, double *const *places, qint64 row)
 }
 
 /// Writes four values, the first one last: those that aren't there go where others will be written, or were to be.
-VORLIX_FAST_INLINE void putReversed(__m256d values, double *const *places, qint64 row)
+VORLIX_AVX2_INLINE void putReversed(__m256d values, double *const *places, qint64 row)
 {
     const __m128d front = _mm256_castpd256_pd128(values);
     const __m128d back = _mm256_extractf128_pd(values, 1);
@@ -177,7 +174,7 @@ struct BareLines::SStop
 
 /// Lines of at most four columns, each in a window. A single column's are taken four at a time.
 template <int columns>
-VORLIX_FAST BareLines::SStop BareLines::takeShortLines(const char *text, const char *end, qint64 &row) const
+VORLIX_AVX2 BareLines::SStop BareLines::takeShortLines(const char *text, const char *end, qint64 &row) const
 {
     double *const *const places = m_places.data();
     qint64 next = row;
@@ -207,7 +204,7 @@ VORLIX_FAST BareLines::SStop BareLines::takeShortLines(const char *text, const c
 
 /// A line of any number of columns, a piece at a time.
 template <bool isBlank>
-VORLIX_FAST BareLines::SStop BareLines::takeLongLine(const char *text, const char *end, qint64 row) const
+VORLIX_AVX2 BareLines::SStop BareLines::takeLongLine(const char *text, const char *end, qint64 row) const
 {
     quint32 endsLine = 0;
     const char *at = text;
@@ -233,13 +230,6 @@ VORLIX_FAST BareLines::SStop BareLines::takeLongLine(const char *text, const cha
         at += windowSize - __builtin_clz(piece);
     }
     return {at};
-}
-
-bool BareLines::areSupported()
-{
-    static const bool areThey =
-        __builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi") && __builtin_cpu_supports("bmi2");
-    return areThey;
 }
 
 void BareLines::prepareFor(char separator, std::vector<double *> places)
