@@ -30,20 +30,20 @@ template <class T>
 void ChunkCells<T>::buildFirstLevel(const char *values, int from, int to)
 {
     constexpr int size = 1 << cellBits(1);
-    for (int cell = from / size; cell < to / size; ++cell) {
-        bool hasGap = false;
-        m_cells[size_t(cell)] = cellOf<T>(values + qint64(cell) * size * qint64(sizeof(T)), size, hasGap);
-        setGap(cell, hasGap);
-    }
+    static_assert(blockSize / size == 64, "a word of gaps for each block");
+    const int first = from / size;
+    setGaps(first,
+            cellsOf(values + qint64(first) * size * qint64(sizeof(T)), to / size - first, &m_cells[size_t(first)]));
 }
 
+/// Notes which cells of a block have gaps, from a cell on.
 template <class T>
-void ChunkCells<T>::setGap([[maybe_unused]] int cell, [[maybe_unused]] bool hasGap)
+void ChunkCells<T>::setGaps([[maybe_unused]] int first, [[maybe_unused]] quint64 gaps)
 {
     if constexpr (gapWords > 0) {
-        std::atomic<quint64> &word = m_gaps[size_t(cell / 64)];
-        const quint64 before = cell % 64 == 0 ? 0 : word.load(std::memory_order_relaxed);
-        word.store(before | quint64(hasGap) << (cell % 64), std::memory_order_relaxed);
+        std::atomic<quint64> &word = m_gaps[size_t(first / 64)];
+        const quint64 before = first % 64 == 0 ? 0 : word.load(std::memory_order_relaxed);
+        word.store(before | gaps << (first % 64), std::memory_order_relaxed);
     }
 }
 
@@ -77,22 +77,25 @@ void ChunkCells<T>::buildLevel(int level, int i)
     m_positive[size_t(cellsBefore(level) - cellsBefore(2) + i)] = smallest;
 }
 
+/// Looks for values above zero in a cell of level 2, and counts them for its block.
 template <class T>
 void ChunkCells<T>::buildPositive(const char *values, int i)
 {
     constexpr int size = 1 << cellBits(1);
-    T smallest = 0;
+    SPositives<T> positives;
     for (int below = 16 * i; below < 16 * (i + 1); ++below) {
         const SCell<T> &part = cell(1, below);
         if (part.isEmpty() || part.highest <= T(0))
             continue;
-        if (part.lowest > T(0))
-            smallest = smallerPositive(smallest, part.lowest);
+        if (part.lowest > T(0) && !hasGap(below, below + 1))
+            positives.include({part.lowest, size});
         else
-            smallest =
-                smallerPositive(smallest, smallestPositive<T>(values + qint64(below) * size * qint64(sizeof(T)), size));
+            positives.include(positivesOf<T>(values + qint64(below) * size * qint64(sizeof(T)), size));
     }
-    m_positive[size_t(i)] = smallest;
+    m_positive[size_t(i)] = positives.smallest;
+    constexpr int parts = blockSize >> cellBits(2);
+    const int before = i % parts == 0 ? 0 : m_positiveCounts[size_t(i / parts)];
+    m_positiveCounts[size_t(i / parts)] = quint16(before + positives.count);
 }
 
 template <class T>
@@ -105,11 +108,10 @@ void ChunkCells<T>::buildBlock(const char *values, int block)
     constexpr int finest = blockSize >> cellBits(1);
     const bool isGappy = hasGap(finest * block, finest * (block + 1));
     const char *first = values + qint64(block) * blockSize * qint64(sizeof(T));
-    const SStatistics statistics = statisticsOf<T>(first, blockSize, joined, isGappy);
+    const SStatistics statistics = measuredOf<T>(first, blockSize, joined, isGappy);
     m_means[size_t(block)] = statistics.mean;
     m_m2s[size_t(block)] = statistics.m2;
     m_counts[size_t(block)] = quint16(statistics.count);
-    m_positiveCounts[size_t(block)] = quint16(statistics.positiveCount);
 }
 
 template <class T>

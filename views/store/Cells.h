@@ -35,7 +35,7 @@ private:
         return cells;
     }
     void buildFirstLevel(const char *values, int from, int to);
-    void setGap(int cell, bool hasGap);
+    void setGaps(int first, quint64 gaps);
     void buildPositive(const char *values, int cell);
     void buildLevel(int level, int i);
     void buildBlock(const char *values, int block);

@@ -188,7 +188,7 @@ double SeriesOf<T>::smallestPositiveIn(qint64 from, qint64 to) const
     T smallest = 0;
     coverRange(from, to, topLevel(), [&](int level, qint64 first, qint64 end) {
         if (level == 0) {
-            smallest = smallerPositive(smallest, smallestPositive<T>(valuesAt(first), end - first));
+            smallest = smallerPositive(smallest, positivesOf<T>(valuesAt(first), end - first).smallest);
             return;
         }
         for (qint64 number = first; number < end; ++number)
@@ -211,7 +211,7 @@ T SeriesOf<T>::positiveOf(int level, qint64 number) const
         return cells->cell(level, inside).lowest;
     if (cells && cells->cell(level, inside).highest <= T(0))
         return 0;
-    return smallestPositive<T>(valuesAt(number * size), size > mostScanned ? samples : size);
+    return positivesOf<T>(valuesAt(number * size), size > mostScanned ? samples : size).smallest;
 }
 
 template <class T>
