@@ -21,6 +21,13 @@ int thousands(double value)
     return value > 0.0 && std::isfinite(value) ? int(std::floor((std::log10(value) + 1e-9) / 3.0)) * 3 : 0;
 }
 
+/// A value divided by a power of ten, which may be smaller than any that a double holds.
+double inUnitsOf(double value, int exponent)
+{
+    constexpr int most = 300;
+    return exponent < -most ? value * 1e300 / std::pow(10.0, exponent + most) : value / std::pow(10.0, exponent);
+}
+
 /// The fewest decimals in which a step, and so each of its multiples, is whole.
 int decimalsOf(double step)
 {
@@ -122,7 +129,7 @@ QString shortNumber(double value, int significant)
     if (value == 0.0)
         return QStringLiteral("0");
     const int exponent = thousands(std::abs(value));
-    const double scaled = value / std::pow(10.0, exponent);
+    const double scaled = inUnitsOf(value, exponent);
     const int whole = int(std::floor(std::log10(std::abs(scaled)) + 1e-12)) + 1;
     const int decimals = std::max(0, std::min(significant - whole, mostDecimals));
     return withoutTrailingZeros(plain(scaled, decimals)) + prefixText(exponent);

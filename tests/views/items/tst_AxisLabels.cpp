@@ -135,6 +135,9 @@ void tst_AxisLabels::shortNumbers()
     QCOMPARE(shortNumber(999999.99999), QStringLiteral("1M"));
     QCOMPARE(shortNumber(2e-7), QStringLiteral("200n"));
     QCOMPARE(shortNumber(1e300), QStringLiteral("1e300"));
+    QCOMPARE(shortNumber(-1.7976931348623157e308), QStringLiteral("-179.7693e306"));
+    QCOMPARE(shortNumber(1.25e-310), QStringLiteral("125e-312"));
+    QCOMPARE(shortNumber(-5e-324), QStringLiteral("-4.940656e-324"));
     QCOMPARE(shortNumber(std::numeric_limits<double>::quiet_NaN()), QStringLiteral("–"));
     QCOMPARE(shortNumber(-std::numeric_limits<double>::infinity()), QStringLiteral("-∞"));
 }
