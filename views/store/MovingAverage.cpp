@@ -49,6 +49,12 @@ MovingAverage::MovingAverage(QObject *parent) : QObject(parent), m_averages("Mov
     connect(&m_work, &QTimer::timeout, this, &MovingAverage::work);
 }
 
+MovingAverage::~MovingAverage()
+{
+    if (m_source)
+        disconnect(m_source, nullptr, this, nullptr); // in a circle, the store tells of its own end
+}
+
 void MovingAverage::setSource(SeriesStore *source)
 {
     if (source == m_source)

@@ -32,6 +32,7 @@ class MovingAverage : public QObject
 
 public:
     explicit MovingAverage(QObject *parent = nullptr);
+    ~MovingAverage() override;
 
     SeriesStore *source() const { return m_source; }
     void setSource(SeriesStore *source);

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -23,6 +24,14 @@ SeriesDifference::SeriesDifference(QObject *parent)
 {
     m_work.setInterval(0);
     connect(&m_work, &QTimer::timeout, this, &SeriesDifference::work);
+}
+
+SeriesDifference::~SeriesDifference()
+{
+    for (const STerm &term : {m_minuend, m_subtrahend}) {
+        if (term.series)
+            disconnect(term.series, nullptr, this, nullptr); // in a circle, the store tells of its own end
+    }
 }
 
 void SeriesDifference::setSeries(STerm &term, SeriesStore *series)
@@ -88,6 +97,8 @@ void SeriesDifference::work()
     const SeriesSnapshot values = m_minuend.series->frameSnapshot();
     const SeriesSnapshot others = m_subtrahend.series->frameSnapshot();
     const qint64 end = std::min(values.end(), others.end());
+    const auto extent = [this] { return std::pair(store()->data()->begin(), m_differences.end()); };
+    const auto before = extent();
     QElapsedTimer turn;
     turn.start();
     bool isAppended = true;
@@ -101,7 +112,8 @@ void SeriesDifference::work()
         isAppended = m_differences.append(m_portion.constData(), to - from);
     }
     m_differences.dropBefore(std::max(values.begin(), others.begin()));
-    store()->announce();
+    if (extent() != before)
+        store()->announce(); // only then, as in a circle it would lead back here
     const bool isAll = m_differences.end() >= end;
     if (!isAll && isAppended)
         return;

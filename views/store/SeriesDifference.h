@@ -28,6 +28,7 @@ class SeriesDifference : public QObject
 
 public:
     explicit SeriesDifference(QObject *parent = nullptr);
+    ~SeriesDifference() override;
 
     SeriesStore *minuend() const { return m_minuend.series; }
     void setMinuend(SeriesStore *series) { setSeries(m_minuend, series); }

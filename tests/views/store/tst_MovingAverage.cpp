@@ -48,6 +48,7 @@ private slots:
     void outlivesItsSource();
     void longSeriesDontHoldUpTheThread();
     void refusesValuesOfOthers();
+    void aCircleHasNoValues();
     void letsGoWhatLeavesItsSource();
     void beginsWhereItsSourceBegins();
 };
@@ -225,6 +226,28 @@ void tst_MovingAverage::refusesValuesOfOthers()
 }
 
 /// Else a series that is kept short would have averages without end.
+// And it neither keeps the thread busy nor harms when it's taken apart.
+void tst_MovingAverage::aCircleHasNoValues()
+{
+    auto alone = std::make_unique<MovingAverage>();
+    auto first = std::make_unique<MovingAverage>();
+    auto second = std::make_unique<MovingAverage>();
+    for (MovingAverage *average : {alone.get(), first.get(), second.get()})
+        average->setDepth(3);
+    alone->setSource(alone->store());
+    first->setSource(second->store());
+    second->setSource(first->store());
+    QTRY_VERIFY(!alone->isBusy() && !first->isBusy() && !second->isBusy());
+    for (int i = 0; i < 20; ++i) {
+        QCoreApplication::processEvents();
+        QVERIFY(!alone->isBusy() && !first->isBusy() && !second->isBusy());
+    }
+    QCOMPARE(alone->store()->count() + first->store()->count() + second->store()->count(), 0.0);
+    alone.reset();
+    first.reset();
+    QCOMPARE(second->source(), nullptr);
+}
+
 void tst_MovingAverage::letsGoWhatLeavesItsSource()
 {
     SeriesStore source;

@@ -37,6 +37,7 @@ private slots:
     void needsBoth();
     void outlivesWhatItTakes();
     void refusesValuesOfOthers();
+    void aCircleHasNoValues();
 };
 
 void tst_SeriesDifference::isTheDifferenceOfEachPair()
@@ -168,6 +169,29 @@ void tst_SeriesDifference::refusesValuesOfOthers()
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("a SeriesDifference fills this store")));
     difference.store()->append(QVariant(1.0));
     QCOMPARE(difference.store()->count(), 0.0);
+}
+
+// And it neither keeps the thread busy nor harms when it's taken apart.
+void tst_SeriesDifference::aCircleHasNoValues()
+{
+    SeriesStore values;
+    fill(values, {1.0, 2.0});
+    auto first = std::make_unique<SeriesDifference>();
+    auto second = std::make_unique<SeriesDifference>();
+    first->setMinuend(first->store());
+    first->setSubtrahend(second->store());
+    second->setMinuend(first->store());
+    second->setSubtrahend(&values);
+    QTRY_VERIFY(!first->isBusy() && !second->isBusy());
+    for (int i = 0; i < 20; ++i) {
+        QCoreApplication::processEvents();
+        QVERIFY(!first->isBusy() && !second->isBusy());
+    }
+    QCOMPARE(first->store()->count() + second->store()->count(), 0.0);
+    first.reset();
+    QCOMPARE(second->minuend(), nullptr);
+    second->setMinuend(&values);
+    QTRY_COMPARE(second->store()->count(), 2.0);
 }
 
 QTEST_GUILESS_MAIN(tst_SeriesDifference)
