@@ -30,13 +30,26 @@ void declareIn(QObject *view, QObject *element)
     list.append(element);
 }
 
+void putInto(QObject *stack, QObject *view)
+{
+    if (stack && view)
+        qobject_cast<QQuickItem *>(view)->setParentItem(qobject_cast<QQuickItem *>(stack));
+}
+
+/// To where the stack is.
+void takeOut(QObject *stack, QObject *view)
+{
+    if (stack && view)
+        qobject_cast<QQuickItem *>(view)->setParentItem(qobject_cast<QQuickItem *>(stack)->parentItem());
+}
+
 } // namespace
 
 const QVector<QByteArray> &PlotCast::types()
 {
-    static const QVector<QByteArray> types{"PlotView",    "BarSeries",  "LineSeries",   "AreaSeries",
-                                           "SeriesStore", "ValueAxis",  "LogValueAxis", "PlotTheme",
-                                           "PlotCursor",  "PlotRegion", "OverviewStrip"};
+    static const QVector<QByteArray> types{
+        "PlotView",  "BarSeries",  "LineSeries", "AreaSeries",    "SeriesStore", "ValueAxis",     "LogValueAxis",
+        "PlotTheme", "PlotCursor", "PlotRegion", "OverviewStrip", "PlotStack",   "MovingAverage", "SeriesDifference"};
     return types;
 }
 
@@ -44,7 +57,8 @@ void PlotCast::addEverybody()
 {
     for (const QByteArray &type : types())
         add(type);
-    for (const char *type : {"PlotView", "LineSeries", "BarSeries", "SeriesStore", "SeriesStore"})
+    for (const char *type :
+         {"PlotView", "LineSeries", "BarSeries", "SeriesStore", "SeriesStore", "MovingAverage", "SeriesDifference"})
         add(type);
 }
 
@@ -52,7 +66,7 @@ void PlotCast::link()
 {
     QObject *view = any("PlotView");
     QObject *series = any("PlotSeries");
-    QObject *store = any("SeriesStore");
+    QObject *store = anyStore();
     const std::function<void()> ways[] = {
         [&] { callWith(view, "addSeries", "PlotSeries*", series); },
         [&] { declareIn(view, series); },
@@ -66,6 +80,9 @@ void PlotCast::link()
         [&] { writeObject(view, "linkedTo", any("PlotView")); },
         [&] { writeObject(any("OverviewStrip"), "view", view); },
         [&] { writeObject(any("PlotRegion"), "series", series); },
+        [&] { writeObject(any("MovingAverage"), "source", store); },
+        [&] { writeObject(any("SeriesDifference"), m_chance.oneIn(2) ? "minuend" : "subtrahend", store); },
+        [&] { putInto(any("PlotStack"), view); },
     };
     m_chance.pick(ways)();
 }
@@ -88,8 +105,19 @@ void PlotCast::unlink()
         [&] { writeObject(view, "linkedTo", nullptr); },
         [&] { writeObject(any("OverviewStrip"), "view", nullptr); },
         [&] { writeObject(any("PlotRegion"), "series", nullptr); },
+        [&] { writeObject(any("MovingAverage"), "source", nullptr); },
+        [&] { writeObject(any("SeriesDifference"), m_chance.oneIn(2) ? "minuend" : "subtrahend", nullptr); },
+        [&] { takeOut(any("PlotStack"), view); },
     };
     m_chance.pick(ways)();
+}
+
+/// One of its own, or one that another object fills.
+QObject *PlotCast::anyStore()
+{
+    static const char *const types[] = {"SeriesStore", "SeriesStore", "MovingAverage", "SeriesDifference"};
+    QObject *object = any(m_chance.pick(types));
+    return object && !object->inherits("SeriesStore") ? object->property("store").value<QObject *>() : object;
 }
 
 void PlotCast::appendTo(QObject *store)
@@ -131,6 +159,9 @@ void PlotCast::act()
         [&] { write(any("PlotCursor"), "x", m_chance.between(-10, 200)); },
         [&] { write(any("PlotRegion"), "to", m_chance.between(-10, 200)); },
         [&] { write(any("PlotTheme"), "colorScheme", m_chance.below(3)); },
+        [&] { write(any("MovingAverage"), "depth", 1 + m_chance.below(9)); },
+        [&] { write(any("SeriesDifference"), "factor", m_chance.between(-2, 2)); },
+        [&] { write(any("PlotStack"), "height", m_chance.below(200)); },
     };
     m_chance.pick(deeds)();
 }

@@ -18,6 +18,7 @@ public:
     void mistreat() override;
 
 private:
+    QObject *anyStore();
     void appendTo(QObject *store);
     void mistreatView(QObject *view);
     void mistreatSeries(QObject *series);

@@ -55,6 +55,8 @@ void Troupe::mistreatProperty(QObject &object)
     // Those of the item itself are Qt's business.
     const QMetaObject &base = object.inherits("QQuickItem") ? QQuickItem::staticMetaObject : QObject::staticMetaObject;
     const int first = base.propertyCount();
+    if (meta.propertyCount() == first)
+        return;
     const QMetaProperty property = meta.property(first + m_chance.below(meta.propertyCount() - first));
     if (!property.isWritable())
         return;

@@ -17,7 +17,7 @@ namespace {
 PlotCast::Creator plotsIn(Stage &stage, QQuickWindow &window)
 {
     return [&](const QByteArray &type) -> QObject * {
-        const bool isItem = type == "PlotView" || type == "OverviewStrip";
+        const bool isItem = type == "PlotView" || type == "OverviewStrip" || type == "PlotStack";
         const QString size = isItem ? QStringLiteral(" width: 160; height: 100 ") : QString();
         const QString text =
             QStringLiteral("import VorlixPlugin.Views 1.0\n%1 {%2}").arg(QString::fromUtf8(type), size);
