@@ -39,3 +39,4 @@ void addReadingRows();
 void addReaderRows();
 void addQueryRows();
 void addStoreRows();
+void addShapeRows();

@@ -22,6 +22,7 @@ int main(int argc, char *argv[])
     addReaderRows();
     addQueryRows();
     addStoreRows();
+    addShapeRows();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;
