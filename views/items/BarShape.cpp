@@ -12,13 +12,15 @@ namespace {
 bool extremesOf(SeriesRuns &runs, const SeriesSnapshot &values, const SeriesPlaces &places, const RowScale &rows,
                 qint64 from, qint64 to, SExtremes &extremes)
 {
-    if (rows.isLog() || places.hasMisplaced(from, to)) {
+    if (places.hasMisplaced(from, to)) {
         extremes = SExtremes();
         runs.visit(from, to, [&](const SRun &run) { extremes.include(run.lowest, run.highest); });
-    } else {
-        extremes = values.extremesIn(from, to);
+        return !extremes.isEmpty();
     }
-    return !extremes.isEmpty();
+    extremes = values.extremesIn(from, to);
+    if (rows.isLog() && !(extremes.lowest > 0.0))
+        extremes.lowest = values.smallestPositiveIn(from, to);
+    return !extremes.isEmpty() && rows.hasPlace(extremes.highest);
 }
 
 } // namespace
