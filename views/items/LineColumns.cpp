@@ -23,11 +23,12 @@ double yBetween(double place, const Point &left, const Point &right)
 } // namespace
 
 LineColumns::LineColumns(const SeriesSnapshot &values, const SeriesPlaces &places, const ColumnGrid &grid,
-                         const RowScale &rows)
+                         const RowScale &rows, Wanted wanted)
     : m_runs(values, places, rows),
       m_places(places),
       m_grid(grid),
-      m_rows(rows)
+      m_rows(rows),
+      m_wanted(wanted)
 {
 }
 
@@ -39,10 +40,12 @@ const std::vector<SRowSpan> &LineColumns::spansOf(int column)
     if (from == to)
         addCrossing(from, column);
     else
-        m_runs.visit(from, to, [&](const SRun &run) { addRun(run, column, from, to); });
+        m_runs.visit(
+            from, to, [&](const SRun &run) { addRun(run, column, from, to); },
+            [&](double lowest, double highest) { return isMarked(lowest, highest); });
     m_nextColumn = column + 1;
     m_nextFrom = to;
-    return m_spans;
+    return m_spans.all();
 }
 
 void LineColumns::addCrossing(qint64 after, int column)
@@ -58,6 +61,9 @@ void LineColumns::addCrossing(qint64 after, int column)
 
 void LineColumns::addRun(const SRun &run, int column, qint64 from, qint64 to)
 {
+    const bool isInside = run.from > from && run.to < to;
+    if (isInside && isMarked(run.lowest, run.highest))
+        return;
     const SShown shown = shownOf(run, from, to);
     double top = m_rows.yOf(run.highest);
     double bottom = m_rows.yOf(run.lowest);
@@ -107,6 +113,12 @@ double LineColumns::yAtCentre(double centre, const SShown &shown) const
     return behind > shown.first.index && pointAt(behind - 1, left) ? yBetween(centre, left, right) : right.y;
 }
 
+/// Whether a line that stays between two values can mark nothing more.
+bool LineColumns::isMarked(double lowest, double highest) const
+{
+    return m_spans.covers({RowScale::rowAt(m_rows.yOf(highest)), RowScale::rowAt(m_rows.yOf(lowest)) + 1});
+}
+
 /// Marks the rows whose middle lies from `top` to `bottom`, and the rows that the other two lie in. NaN is none.
 void LineColumns::mark(double top, double bottom, double middle, double first)
 {
@@ -118,25 +130,7 @@ void LineColumns::mark(double top, double bottom, double middle, double first)
         span =
             span.isEmpty() ? SRowSpan{row, row + 1} : SRowSpan{std::min(span.top, row), std::max(span.bottom, row + 1)};
     }
-    insert(span);
-}
-
-void LineColumns::insert(SRowSpan span)
-{
-    if (span.isEmpty())
-        return;
-    auto place = m_spans.begin();
-    while (place != m_spans.end() && place->bottom < span.top)
-        ++place;
-    auto behind = place;
-    for (; behind != m_spans.end() && behind->top <= span.bottom; ++behind) {
-        span.top = std::min(span.top, behind->top);
-        span.bottom = std::max(span.bottom, behind->bottom);
-    }
-    if (place == behind) {
-        m_spans.insert(place, span);
-    } else {
-        *place = span;
-        m_spans.erase(place + 1, behind);
-    }
+    m_spans.insert(span);
+    if (m_wanted == Wanted::Reach)
+        m_spans.join();
 }

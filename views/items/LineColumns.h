@@ -2,19 +2,8 @@
 #pragma once
 
 #include "views/items/ColumnGrid.h"
+#include "views/items/RowSpans.h"
 #include "views/items/SeriesRuns.h"
-
-#include <vector>
-
-/// Rows [top, bottom) of one column.
-struct SRowSpan
-{
-    int top = 0;
-    int bottom = 0;
-
-    bool isEmpty() const { return bottom <= top; }
-    bool operator==(const SRowSpan &other) const { return top == other.top && bottom == other.bottom; }
-};
 
 /// Which pixels a line through the values marks that is one device pixel wide, column by column.
 ///
@@ -25,7 +14,12 @@ struct SRowSpan
 class LineColumns
 {
 public:
-    LineColumns(const SeriesSnapshot &values, const SeriesPlaces &places, const ColumnGrid &grid, const RowScale &rows);
+    enum class Wanted {
+        Rows, ///< all that are marked
+        Reach ///< from the first to the last of them, which is known sooner
+    };
+    LineColumns(const SeriesSnapshot &values, const SeriesPlaces &places, const ColumnGrid &grid, const RowScale &rows,
+                Wanted wanted = Wanted::Rows);
 
     /// The rows marked in a column, in view or not, from top to bottom, apart from each other. Asked from left to right
     /// it's cheapest.
@@ -56,14 +50,15 @@ private:
     SShown shownOf(const SRun &run, qint64 from, qint64 to) const;
     bool pointAt(qint64 index, SPoint &point) const;
     double yAtCentre(double centre, const SShown &shown) const;
+    bool isMarked(double lowest, double highest) const;
     void mark(double top, double bottom, double middle, double first);
-    void insert(SRowSpan span);
 
     SeriesRuns m_runs;
     const SeriesPlaces &m_places;
     const ColumnGrid m_grid;
     const RowScale &m_rows;
-    std::vector<SRowSpan> m_spans;
+    const Wanted m_wanted;
+    RowSpans m_spans;
     int m_nextColumn = -1;
     qint64 m_nextFrom = 0;
 };

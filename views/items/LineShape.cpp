@@ -18,7 +18,7 @@ void addThinLine(PixelRects &rects, const SeriesSnapshot &values, const SeriesPl
 void addArea(PixelRects &rects, const SeriesSnapshot &values, const SeriesPlaces &places, const ColumnGrid &grid,
              const RowScale &rows, double baseline)
 {
-    LineColumns columns(values, places, grid, rows);
+    LineColumns columns(values, places, grid, rows, LineColumns::Wanted::Reach);
     const int base = rows.rowFrom(rows.yOf(baseline));
     for (int column = 0; column < grid.count; ++column) {
         const std::vector<SRowSpan> &spans = columns.spansOf(column);

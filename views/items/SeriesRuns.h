@@ -30,8 +30,15 @@ public:
     template <class Take>
     void visit(qint64 from, qint64 to, Take &&take)
     {
+        visit(from, to, take, [](double, double) { return false; });
+    }
+    /// The same. Where isKnown(lowest, highest) is true of the values of a part that has gaps, it doesn't matter what
+    /// runs these values form: only the first and the last of them are taken, with what they're joined to outside.
+    template <class Take, class IsKnown>
+    void visit(qint64 from, qint64 to, Take &&take, IsKnown &&isKnown)
+    {
         m_open = SRun();
-        visitPart(from, to, take);
+        visitPart(from, to, take, isKnown);
         close(take);
     }
 
@@ -48,21 +55,36 @@ private:
         return extremes.isEmpty() || (m_rows.isLog() && !(extremes.highest > 0.0));
     }
 
-    template <class Take>
-    void visitPart(qint64 from, qint64 to, Take &take)
+    template <class Take, class IsKnown>
+    void visitPart(qint64 from, qint64 to, Take &take, IsKnown &isKnown)
     {
         const SExtremes extremes = m_values.extremesIn(from, to);
         if (hasNothing(extremes)) {
             close(take);
         } else if (isClean(from, to, extremes) || m_leaves >= mostLeaves) {
             extend(from, to, lowestShown(from, to, extremes), extremes.highest);
+        } else if (isKnown(lowestShown(from, to, extremes), extremes.highest)) {
+            passOver(from, to, take);
         } else if (to - from <= leafSize) {
             visitValues(from, to, take);
         } else {
             const qint64 middle = from + (to - from) / 2;
-            visitPart(from, middle, take);
-            visitPart(middle, to, take);
+            visitPart(from, middle, take, isKnown);
+            visitPart(middle, to, take, isKnown);
         }
+    }
+
+    /// Takes the first and the last value of a part, each with its neighbour outside.
+    template <class Take>
+    void passOver(qint64 from, qint64 to, Take &take)
+    {
+        const double first = valueAt(from);
+        if (!std::isnan(first))
+            extend(from, from + 1, first, first);
+        close(take);
+        const double last = valueAt(to - 1);
+        if (!std::isnan(last))
+            extend(to - 1, to, last, last);
     }
 
     template <class Take>
