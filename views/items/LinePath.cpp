@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "views/items/LinePath.h"
 
+#include "views/items/RowSpans.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace {
 
 constexpr int fewInColumn = 8;
+constexpr int fewRunsInColumn = 8;
+constexpr double rowParts = 4.0;      // more short runs than that are drawn alike where they share such a part of a row
 constexpr double farOutside = 4096.0; // pixels beyond the view: lines end there, so that floats can hold them
 constexpr double xGrid = 1024.0;      // steps of a pixel: a pan by whole pixels moves each point by exactly as much
 
@@ -57,6 +61,25 @@ public:
             addPoint(*corner, m_values.valueAt(*corner));
     }
 
+    /// The values [from, to) of a column. Runs that are joined to what is beside it are drawn each by itself, and so
+    /// are others if they're few. What many short ones between two gaps mark is drawn in the middle of the column.
+    void addColumn(SeriesRuns &runs, int column, qint64 from, qint64 to)
+    {
+        m_few.clear();
+        m_marked.clear();
+        const auto add = [&](const SRun &run) {
+            if (run.to == to)
+                addShortRuns(column);
+            if (run.from == from || run.to == to)
+                addCorners(run);
+            else
+                keep(run);
+        };
+        runs.visit(from, to, add,
+                   [&](double lowest, double highest) { return m_marked.covers(partsOf(lowest, highest)); });
+        addShortRuns(column);
+    }
+
     void endPiece()
     {
         if (!isInPiece(m_path))
@@ -80,6 +103,38 @@ private:
         m_next = run.to;
     }
 
+    SRowSpan partsOf(double lowest, double highest) const
+    {
+        return {RowScale::rowAt(m_rows.yOf(highest) * rowParts), RowScale::rowAt(m_rows.yOf(lowest) * rowParts) + 1};
+    }
+
+    void keep(const SRun &run)
+    {
+        m_few.push_back(run);
+        if (m_few.size() <= fewRunsInColumn && m_marked.all().empty())
+            return;
+        for (const SRun &other : m_few)
+            m_marked.insert(partsOf(other.lowest, other.highest));
+        m_few.clear();
+    }
+
+    void addShortRuns(int column)
+    {
+        for (const SRun &run : m_few)
+            addCorners(run);
+        for (const SRowSpan &span : m_marked.all()) {
+            endPiece();
+            const double half = 0.5 / rowParts;
+            m_path.points.emplace_back(column + 0.5, span.top / rowParts + half);
+            if (span.bottom > span.top + 1)
+                m_path.points.emplace_back(column + 0.5, span.bottom / rowParts - half);
+            endPiece();
+            m_next = -1;
+        }
+        m_few.clear();
+        m_marked.clear();
+    }
+
     void addPoint(qint64 index, double value)
     {
         const double x = std::nearbyint(m_grid.pixelOf(m_places.placeOf(index)) * xGrid) / xGrid;
@@ -93,6 +148,8 @@ private:
     const RowScale &m_rows;
     qint64 m_next = -1;
     std::vector<double> m_buffer;
+    std::vector<SRun> m_few; ///< of a column, between two gaps
+    RowSpans m_marked;       ///< parts of rows, by more than those
 };
 
 } // namespace
@@ -114,7 +171,7 @@ void addPath(LinePath &path, const SeriesSnapshot &values, const SeriesPlaces &p
         qint64 from = begin;
         for (int column = -margin; column < grid.count + margin; ++column) {
             const qint64 to = places.firstFrom(grid.edge(column + 1));
-            runs.visit(from, to, [&](const SRun &run) { writer.addCorners(run); });
+            writer.addColumn(runs, column, from, to);
             from = to;
         }
         runs.visit(end, behind, addAll);

@@ -23,7 +23,8 @@ struct LinePath
 };
 
 /// The path of a line that is wider than a pixel or smoothed: all values in view, `margin` pixels around it and the
-/// next values outside, as long as there are few in a column; else of each column the first, the lowest, the highest
-/// and the last one. Any thread.
+/// next values outside, as long as there are few in a column; else of each run in a column the first, the lowest, the
+/// highest and the last one. Where there are many short runs in one, it's what they mark together, to a quarter of a
+/// pixel. Any thread.
 void addPath(LinePath &path, const SeriesSnapshot &values, const SeriesPlaces &places, const ColumnGrid &grid,
              const RowScale &rows, int margin);

@@ -4,6 +4,7 @@
 #include "tests/support/RandomSeries.h"
 #include "views/items/BarShape.h"
 #include "views/items/LineColumns.h"
+#include "views/items/LinePath.h"
 #include "views/items/LineShape.h"
 #include "views/store/NumberList.h"
 
@@ -93,6 +94,12 @@ struct Scene
     {
         return drawn([](auto &&...all) { addThinLine(all...); });
     }
+    LinePath path() const
+    {
+        LinePath path;
+        drawn([&](PixelRects &, auto &&...all) { addPath(path, all..., 1); });
+        return path;
+    }
     PixelRects area() const
     {
         return drawn([this](auto &&...all) { addArea(all..., baseline); });
@@ -102,6 +109,91 @@ struct Scene
         return drawn([this](auto &&...all) { addBars(all..., baseline); });
     }
 };
+
+/// Each column has hundreds of runs of few values, which mark the same rows again and again, and now and then a new
+/// one.
+Scene sceneOfShortRuns(int seed)
+{
+    RandomSeries random{quint64(seed)};
+    Scene scene;
+    const double reach = std::pow(10.0, random.real(-2.0, 0.1)); // from a row to more than there are
+    const int gapOneIn = random.whole(2, 6);
+    double level = 0.0;
+    for (int i = columns * random.whole(170, 1000); i > 0; --i) { // as many in each, none as good as on its edge
+        level = random.oneIn(5'000) ? random.real(-1.0, 1.0) : 0.999 * level;
+        const double value = level + random.real(-reach, reach) * (random.oneIn(300) ? 3.0 : 1.0);
+        scene.values.append(random.oneIn(gapOneIn) ? std::nan("") : value);
+    }
+    scene.to = scene.values.size();
+    return scene;
+}
+
+/// From one y to another, in rows.
+using RowInterval = std::pair<double, double>;
+using ColumnIntervals = std::vector<std::vector<RowInterval>>;
+
+/// What a line between points reaches in each column, without what joins the columns. NaN parts the line.
+ColumnIntervals intervalsOf(const QVector<double> &xs, const QVector<double> &ys)
+{
+    ColumnIntervals intervals(columns);
+    int before = -1;
+    for (int i = 0; i < ys.size(); ++i) {
+        const bool isShown = !std::isnan(ys[i]) && xs[i] >= 0.0 && xs[i] < columns;
+        const int column = isShown ? int(xs[i]) : -1;
+        if (isShown && column != before)
+            intervals[size_t(column)].emplace_back(ys[i], ys[i]);
+        if (isShown) {
+            RowInterval &last = intervals[size_t(column)].back();
+            last = {std::min(last.first, ys[i]), std::max(last.second, ys[i])};
+        }
+        before = column;
+    }
+    return intervals;
+}
+
+/// A line as points, with NaN between its pieces.
+struct Points
+{
+    explicit Points(const LinePath &path)
+    {
+        size_t i = 0;
+        for (const size_t end : path.ends) {
+            for (; i < end; ++i) {
+                xs.append(path.points[i].x());
+                ys.append(path.points[i].y());
+            }
+            xs.append(0.0);
+            ys.append(std::nan(""));
+        }
+    }
+
+    QVector<double> xs;
+    QVector<double> ys;
+};
+
+/// Those that touch each other are one.
+std::vector<RowInterval> joined(std::vector<RowInterval> intervals)
+{
+    std::sort(intervals.begin(), intervals.end());
+    std::vector<RowInterval> all;
+    for (const RowInterval &next : intervals) {
+        if (!all.empty() && next.first <= all.back().second + 0.5)
+            all.back().second = std::max(all.back().second, next.second);
+        else
+            all.push_back(next);
+    }
+    return all;
+}
+
+/// Whether each of some intervals is inside one of the others, or less than half a row beside it.
+bool areInside(const std::vector<RowInterval> &inner, const std::vector<RowInterval> &outer)
+{
+    return std::all_of(inner.begin(), inner.end(), [&](const RowInterval &part) {
+        return std::any_of(outer.begin(), outer.end(), [&](const RowInterval &whole) {
+            return part.first >= whole.first - 0.5 && part.second <= whole.second + 0.5;
+        });
+    });
+}
 
 } // namespace
 
@@ -121,13 +213,32 @@ class tst_Shapes : public QObject
 private slots:
     void marksWhatEverySegmentMarks_data();
     void marksWhatEverySegmentMarks();
+    void marksWhatManyShortRunsMark();
+    void aWideLineReachesAsFarAsManyShortRuns();
     void marksAlikeWhereverTheViewBegins();
     void drawsADotForAValueAlone();
     void drawsNothingWithoutValues();
 
 private:
+    static void compareAll(const Scene &scene);
     static Scene randomScene(RandomSeries &random, int kind);
 };
+
+void tst_Shapes::compareAll(const Scene &scene)
+{
+    const QVector<double> xs = scene.xs();
+    const QVector<double> ys = scene.ys();
+    const double base = scene.y.toPixels(scene.baseline);
+    PlainMarks line(columns, rows);
+    line.markLine(xs, ys);
+    COMPARE_MARKS(scene.line(), line);
+    PlainMarks area(columns, rows);
+    area.markArea(xs, ys, base);
+    COMPARE_MARKS(scene.area(), area);
+    PlainMarks bars(columns, rows);
+    bars.markBars(xs, ys, base);
+    COMPARE_MARKS(scene.bars(), bars);
+}
 
 Scene tst_Shapes::randomScene(RandomSeries &random, int kind)
 {
@@ -181,19 +292,41 @@ void tst_Shapes::marksWhatEverySegmentMarks()
     QFETCH(int, kind);
     for (int seed = 0; seed < 25; ++seed) {
         RandomSeries random(quint64(100 * kind + seed));
-        const Scene scene = randomScene(random, kind);
-        const QVector<double> xs = scene.xs();
-        const QVector<double> ys = scene.ys();
-        const double base = scene.y.toPixels(scene.baseline);
-        PlainMarks line(columns, rows);
-        line.markLine(xs, ys);
-        COMPARE_MARKS(scene.line(), line);
-        PlainMarks area(columns, rows);
-        area.markArea(xs, ys, base);
-        COMPARE_MARKS(scene.area(), area);
-        PlainMarks bars(columns, rows);
-        bars.markBars(xs, ys, base);
-        COMPARE_MARKS(scene.bars(), bars);
+        compareAll(randomScene(random, kind));
+        if (QTest::currentTestFailed())
+            return;
+    }
+}
+
+/// Each column has hundreds of runs of few values, which mark the same rows again and again, and now and then a new
+/// one.
+void tst_Shapes::marksWhatManyShortRunsMark()
+{
+    for (int seed = 0; seed < 24; ++seed) {
+        Scene scene = sceneOfShortRuns(seed);
+        if (seed % 3 == 0) {
+            scene.y = {0.001, 1.0, true, rows, 0.0};
+            scene.baseline = 0.002;
+        }
+        compareAll(scene);
+        if (QTest::currentTestFailed())
+            return;
+    }
+}
+
+void tst_Shapes::aWideLineReachesAsFarAsManyShortRuns()
+{
+    for (int seed = 0; seed < 12; ++seed) {
+        const Scene scene = sceneOfShortRuns(seed);
+        const LinePath path = scene.path();
+        QVERIFY(path.points.size() < size_t(columns * (4 * rows + 100)));
+        const Points points(path);
+        const ColumnIntervals drawn = intervalsOf(points.xs, points.ys);
+        const ColumnIntervals wanted = intervalsOf(scene.xs(), scene.ys());
+        for (size_t column = 0; column < size_t(columns); ++column) {
+            QVERIFY2(areInside(wanted[column], drawn[column]), QByteArray::number(qint64(column)));
+            QVERIFY2(areInside(drawn[column], joined(wanted[column])), QByteArray::number(qint64(column)));
+        }
     }
 }
 
