@@ -39,7 +39,7 @@ Item {
             model: overlay.marks.panels
 
             PlotPanel {
-                theme: overlay.view.theme
+                view: overlay.view
                 title: modelData.title
                 rows: modelData.rows
                 opacity: 0.92
@@ -64,7 +64,7 @@ Item {
     PlotPanel {
         objectName: "leftOut"
         visible: title.length > 0
-        theme: overlay.view.theme
+        view: overlay.view
         title: overlay.leftOut.words
         opacity: 0.92
         x: Math.round(overlay.area.x + 8)
@@ -80,7 +80,7 @@ Item {
 
         objectName: "readout"
         visible: overlay.view.readoutVisible && overlay.readout.active && !isOverLegend
-        theme: overlay.view.theme
+        view: overlay.view
         title: overlay.readout.title
         rows: overlay.readout.rows
         x: Math.round(Math.max(0, isLeft ? pointer.x - 12 - width : pointer.x + 16))

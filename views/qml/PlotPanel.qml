@@ -5,15 +5,15 @@ import QtQuick 2.14
 Rectangle {
     id: panel
 
-    property QtObject theme: null
+    property Item view: null // its theme may go at any time: only the view knows which one it has
     property string title: ""
     property var rows: []
 
     implicitWidth: content.implicitWidth + 16
     implicitHeight: content.implicitHeight + 10
     radius: 4
-    color: panel.theme.panelColor
-    border.color: panel.theme.gridColor
+    color: panel.view.theme.panelColor
+    border.color: panel.view.theme.gridColor
 
     Column {
         id: content
@@ -26,8 +26,8 @@ Rectangle {
             visible: text.length > 0
             text: panel.title
             textFormat: Text.PlainText
-            font: panel.theme.font
-            color: panel.theme.panelTextColor
+            font: panel.view.theme.font
+            color: panel.view.theme.panelTextColor
             renderType: Text.NativeRendering
         }
 
@@ -50,8 +50,8 @@ Rectangle {
                     visible: text.length > 0
                     text: modelData.name
                     textFormat: Text.PlainText
-                    font: panel.theme.font
-                    color: panel.theme.panelTextColor
+                    font: panel.view.theme.font
+                    color: panel.view.theme.panelTextColor
                     opacity: 0.85
                     renderType: Text.NativeRendering
                 }
@@ -59,8 +59,8 @@ Rectangle {
                 Text {
                     text: modelData.text
                     textFormat: Text.PlainText
-                    font: panel.theme.font
-                    color: panel.theme.panelTextColor
+                    font: panel.view.theme.font
+                    color: panel.view.theme.panelTextColor
                     renderType: Text.NativeRendering
                 }
             }

@@ -67,6 +67,7 @@ private slots:
     void theReadoutTellsValues();
     void theReadoutTellsOfColumns();
     void theReadoutFollowsTheData();
+    void aThemeMayGoWhileItsColorsAreShown();
     void cursorsAndRegionsFollowTheData();
     void aRegionTellsHowWideAPeakIs();
     void marksInViewAskForNoFrameWhenValuesComeOutOfView();
@@ -227,6 +228,17 @@ void tst_PlotOverlay_gl::theReadoutTellsOfColumns()
     const QRegularExpression count(QStringLiteral("of (\\d+) values"));
     const int values100 = count.match(text).captured(1).toInt();
     QVERIFY2(values100 > 100 && values100 < 250, qPrintable(text));
+}
+
+void tst_PlotOverlay_gl::aThemeMayGoWhileItsColorsAreShown()
+{
+    auto theme = std::make_unique<PlotTheme>();
+    m_view->setTheme(theme.get());
+    hover({50.2, 30.0});
+    QTRY_VERIFY(find(m_view, QStringLiteral("readout")));
+    const QSignalBlocker nothingIsTold(m_view); // as while another change is being told
+    theme.reset();
+    QVERIFY(find(m_view, QStringLiteral("readout")));
 }
 
 void tst_PlotOverlay_gl::theReadoutFollowsTheData()
