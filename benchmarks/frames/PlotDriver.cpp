@@ -70,6 +70,7 @@ void PlotDriver::open(Recording &recording)
     m_window->setSource(QUrl(QStringLiteral("qrc:/recorder.qml")));
     if (!m_window->rootObject())
         qFatal("The plot can't be loaded");
+    static_cast<QQuickItem *>(m_window->rootObject())->forceActiveFocus(); // keys are for it
     m_window->show();
     if (!m_watch->waitForFrame(began))
         qFatal("No frame came");
