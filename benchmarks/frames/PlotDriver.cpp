@@ -63,9 +63,10 @@ void PlotDriver::open(Recording &recording)
     m_window->engine()->addImportPath(QStringLiteral(VORLIX_IMPORT_PATH));
     m_window->resize(width, height);
     m_window->setResizeMode(QQuickView::SizeRootObjectToView);
+    recording.close();
     begin("open");
     const qint64 began = clockTime();
-    recording.reopen();
+    recording.open();
     m_window->setInitialProperties({{QStringLiteral("store"), QVariant::fromValue(&recording.store())}});
     m_window->setSource(QUrl(QStringLiteral("qrc:/recorder.qml")));
     if (!m_window->rootObject())

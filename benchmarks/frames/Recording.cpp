@@ -142,14 +142,19 @@ void Recording::grow()
     }
 }
 
-void Recording::reopen()
+void Recording::close()
 {
     if (!m_mapping)
         return;
     m_store.setData(SeriesData::create(SampleType::Float32)); // the one before is looked through no more
     if (m_isCold)
         m_mapping->forgetPages();
-    m_store.setData(SeriesData::createOver(SampleType::Float32, m_mapping->begin, m_count, m_mapping));
+}
+
+void Recording::open()
+{
+    if (m_mapping)
+        m_store.setData(SeriesData::createOver(SampleType::Float32, m_mapping->begin, m_count, m_mapping));
 }
 
 QString Recording::name() const

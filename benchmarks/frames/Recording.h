@@ -25,8 +25,10 @@ public:
     SeriesStore &store() { return m_store; }
     qint64 count() const { return m_count; } ///< at first
     bool isGrowing() const { return m_isGrowing; }
-    /// Has the cells of a mapped series forgotten, as if it were opened just now. Nothing shows it meanwhile.
-    void reopen();
+    /// Forgets a mapped series. Nothing may show it. It takes a while if the system forgets the file, too.
+    void close();
+    /// Opens it anew.
+    void open();
     QString name() const;
 
 private:
