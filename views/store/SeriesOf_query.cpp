@@ -2,6 +2,7 @@
 #include "views/store/SeriesOf.h"
 
 #include "views/store/EveryType.h"
+#include "views/store/Prefetch.h"
 
 namespace {
 
@@ -15,6 +16,13 @@ constexpr qint64 leastStride = 4;
 constexpr qint64 mostSampled = 64;
 /// Of fewer, cells aren't worth the look.
 constexpr qint64 fewValues = 64;
+
+/// How many values are looked at of a cell of a level that isn't there yet.
+constexpr qint64 scannedOf(int level)
+{
+    const qint64 size = qint64(1) << cellBits(level);
+    return size > mostScanned ? samples : size;
+}
 
 template <class T>
 void include(SExtremes &extremes, const SCell<T> &cell)
@@ -120,6 +128,8 @@ void SeriesOf<T>::includeCells(SExtremes &extremes, int level, qint64 first, qin
     const ChunkCells<T> *cells = cellsOf(level, first, inside);
     if (!cells) {
         for (qint64 number = first; number < end; ++number)
+            prefetch(valuesAt(number << cellBits(level)), bytesOf(scannedOf(level)));
+        for (qint64 number = first; number < end; ++number)
             includeUnbuilt(extremes, level, number);
         return;
     }
@@ -158,8 +168,8 @@ void SeriesOf<T>::includeUnbuilt(SExtremes &extremes, int level, qint64 number) 
     const qint64 size = qint64(1) << cellBits(level);
     const qint64 first = number * size;
     m_wanted.store(first >> chunkBits, std::memory_order_relaxed);
-    extremes.isSampled |= size > mostScanned;
-    include(extremes, cellOf<T>(valuesAt(first), size > mostScanned ? samples : size, extremes.hasGap));
+    extremes.isSampled |= scannedOf(level) < size;
+    include(extremes, cellOf<T>(valuesAt(first), scannedOf(level), extremes.hasGap));
 }
 
 template <class T>
@@ -211,7 +221,7 @@ T SeriesOf<T>::positiveOf(int level, qint64 number) const
         return cells->cell(level, inside).lowest;
     if (cells && cells->cell(level, inside).highest <= T(0))
         return 0;
-    return positivesOf<T>(valuesAt(number * size), size > mostScanned ? samples : size).smallest;
+    return positivesOf<T>(valuesAt(number * size), scannedOf(level)).smallest;
 }
 
 template <class T>
