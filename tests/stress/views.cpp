@@ -34,7 +34,7 @@ void expectRefusals(Stage &stage)
           "QFont::fromString: Invalid description", "isn't a color", "go back or aren't numbers",
           "a number or a list of numbers was expected", "of the list is not a number", "is not a value type",
           "the store isn't empty", "doesn't fit into", "/nowhere/values: No such file or directory",
-          "there are no values in view", "lies beyond all dates, so the axis shows seconds"})
+          "no values are in view", "is outside the range of dates, so the axis shows seconds"})
         stage.messages.expect(QString::fromLatin1(line), often);
 }
 

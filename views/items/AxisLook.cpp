@@ -44,7 +44,8 @@ SAxisLook numberLook(const PlotAxis &axis, const AxisMapping &mapping, double pi
     if (!hasFormat)
         look.base = texts.baseText();
     if (axis.isBeyondDates())
-        look.base += (look.base.isEmpty() ? QString() : QStringLiteral(" ")) + PlotAxis::tr("s, beyond all dates");
+        look.base +=
+            (look.base.isEmpty() ? QString() : QStringLiteral(" ")) + PlotAxis::tr("s, outside the range of dates");
     return look;
 }
 

@@ -268,7 +268,7 @@ void PlotAxis::tellIfBeyondDates()
     if (m_hasToldOfDates || !isBeyondDates())
         return;
     qmlWarning(this) << m_range.min << " to " << m_range.max << " with startTime " << effectiveStartTime()
-                     << " lies beyond all dates, so the axis shows seconds. Are some of these milliseconds?";
+                     << " is outside the range of dates, so the axis shows seconds. Are some of these milliseconds?";
     m_hasToldOfDates = true;
 }
 

@@ -86,7 +86,7 @@ void PlotFiles::saveValues(const QString &file, const QVector<PlotView *> &views
     const QString path = pathFor(file, error);
     ValueTable table(views);
     if (error.isEmpty() && table.isEmpty())
-        error = QStringLiteral("there are no values in view");
+        error = QStringLiteral("no values are in view");
     m_jobs.start(file, [table = std::move(table), path, error](const std::atomic<bool> &isGivenUp) mutable {
         return error.isEmpty() ? writeTable(table, path, isGivenUp) : error;
     });

@@ -14,7 +14,7 @@ Item {
     readonly property alias series: line
     /// Whether there is something to work out now, or a file is still being read.
     readonly property bool busy: subtraction.busy || [first, second].some(file => file !== null && file.busy)
-    /// Why there is no difference, in words; empty if all is well, or if that isn't known yet.
+    /// Why the difference can't be drawn, in words; empty if it can, or if that isn't known yet.
     readonly property string problem: {
         if (first === null || second === null)
             return qsTr("a difference needs two files");

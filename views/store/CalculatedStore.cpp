@@ -20,8 +20,8 @@ bool CalculatedStore::append(const double *values, qint64 count)
 {
     const bool isAppended = m_store.data()->append(values, count);
     if (!isAppended && !m_isShort)
-        qWarning().noquote()
-            << &m_store << QStringLiteral("there is no memory left; value %1 and what follows are missing").arg(end());
+        qWarning().noquote() << &m_store
+                             << QStringLiteral("out of memory: value %1 and all that follow are missing").arg(end());
     m_isShort = !isAppended;
     return isAppended;
 }

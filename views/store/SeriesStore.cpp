@@ -82,7 +82,7 @@ QString SeriesStore::whyNotTaken() const
 {
     if (m_state->isFilledElsewhere())
         return m_whyNotTaken;
-    return QStringLiteral("a value doesn't fit into %1, or there is no memory left")
+    return QStringLiteral("a value doesn't fit into %1, or memory has run out")
         .arg(QLatin1String(nameOf(data()->type())));
 }
 

@@ -204,7 +204,7 @@ void tst_PlotAxis::aTimeAxisComesFromItsProperties()
 void tst_PlotAxis::whatLiesBeyondAllDatesIsSaid()
 {
     const SLabelSpace space{7.0, 14.0};
-    const QRegularExpression words(QStringLiteral("lies beyond all dates, so the axis shows seconds"));
+    const QRegularExpression words(QStringLiteral("is outside the range of dates, so the axis shows seconds"));
     ValueAxis axis;
     axis.setStartTime(0.0);
     axis.setRange(1.7e9, 1.8e9);
@@ -213,7 +213,7 @@ void tst_PlotAxis::whatLiesBeyondAllDatesIsSaid()
     axis.setRange(1.7e12, 1.8e12);
     QVERIFY(axis.isBeyondDates());
     SAxisLook look = axisLook(axis, axis.mapping(0.0, 1000.0), 80.0, space);
-    QCOMPARE(look.base, QStringLiteral("s, beyond all dates"));
+    QCOMPARE(look.base, QStringLiteral("s, outside the range of dates"));
     axis.setRange(1.7e9, 1.8e9);
     look = axisLook(axis, axis.mapping(0.0, 1000.0), 80.0, space);
     QVERIFY2(look.base.isEmpty(), qPrintable(look.base));

@@ -157,7 +157,7 @@ void tst_PlotFiles::writesWhatIsInView()
     QCOMPARE(saved(), QByteArray("x,y\n1.25,103\n"));
     m_view->axisX()->setMin(1.1);
     m_view->axisX()->setMax(1.2);
-    QCOMPARE(saved(), QByteArray("error: there are no values in view"));
+    QCOMPARE(saved(), QByteArray("error: no values are in view"));
 }
 
 void tst_PlotFiles::writesGapsAsEmptyCells()
@@ -315,7 +315,7 @@ void tst_PlotFiles::keepsTheFileBeforeUntilAllIsThere()
     before.close();
     m_view->axisX()->setMin(5.0);
     m_view->axisX()->setMax(6.0);
-    QCOMPARE(saved(), QByteArray("error: there are no values in view"));
+    QCOMPARE(saved(), QByteArray("error: no values are in view"));
     QCOMPARE(contentOf(m_path), QByteArray("what was there"));
     QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files).size(), 1);
 }
@@ -324,7 +324,7 @@ void tst_PlotFiles::warnsWhereNobodyListens()
 {
     const LogCatcher log;
     m_view->saveValues(QStringLiteral("/nowhere/a"));
-    QTRY_COMPARE(log.count(QStringLiteral("there are no values in view")), 1);
+    QTRY_COMPARE(log.count(QStringLiteral("no values are in view")), 1);
 }
 
 void tst_PlotFiles::givesUpWithItsView()

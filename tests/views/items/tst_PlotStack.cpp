@@ -237,7 +237,7 @@ void tst_PlotStack::isNothingWithoutViews()
     QSignalSpy spy(&empty, &PlotStack::saved);
     empty.saveValues(m_folder.filePath(QStringLiteral("none.csv")));
     QVERIFY(spy.wait(10'000));
-    QCOMPARE(spy.first().at(1).toString(), QStringLiteral("there are no values in view"));
+    QCOMPARE(spy.first().at(1).toString(), QStringLiteral("no values are in view"));
 }
 
 QTEST_MAIN(tst_PlotStack)

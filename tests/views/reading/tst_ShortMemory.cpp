@@ -73,7 +73,7 @@ bool holds(const SeriesStore &store, qint64 count, double value)
 
 void expectWarning()
 {
-    const QString words = QStringLiteral("there is no memory left; value %1 and what follows are missing");
+    const QString words = QStringLiteral("out of memory: value %1 and all that follow are missing");
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(words.arg(blocks * blockValues)));
 }
 
