@@ -65,8 +65,6 @@ public:
     /// are others if they're few. What many short ones between two gaps mark is drawn in the middle of the column.
     void addColumn(SeriesRuns &runs, int column, qint64 from, qint64 to)
     {
-        m_few.clear();
-        m_marked.clear();
         const auto add = [&](const SRun &run) {
             if (run.to == to)
                 addShortRuns(column);
